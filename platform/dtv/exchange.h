@@ -1,0 +1,98 @@
+// What stands behind libDtv.so at the desk: the service that takes the commands, the threads that
+// deliver the events, and the sink that takes the log lines. A simulator or a test's double uses
+// this; the bridge knows nothing of it.
+#pragma once
+
+#include <DtvSvLibListener.h>
+
+#include <chrono>
+#include <cstdarg>
+#include <memory>
+#include <string>
+
+#define DTV_EXPORT __attribute__((visibility("default")))
+
+namespace dtv {
+
+/// One command as the bridge sent it. What it points to is valid during the call only.
+struct Command {
+    int message_id;
+    const void* data; ///< the request record
+    int size;         ///< its length in bytes
+    /// The strong references sent beside it; null for the overload without them. They are the
+    /// sender's: copy an sp<> to keep what it points to.
+    const TS_DTVSV_SP* carrier;
+};
+
+/// Where the answer to a synchronous command goes.
+struct Reply {
+    void* data;   ///< the caller's reply record, zeroed
+    int capacity; ///< bytes that fit: 12 for the end of a recording, 8 for the others
+    int* size;    ///< the number of bytes written goes here; may be left alone
+};
+
+/// The DTV service as libDtv.so sees it. Its operations run on the sender's thread, several at once
+/// when several threads send.
+class DTV_EXPORT ServiceEndpoint {
+public:
+    virtual ~ServiceEndpoint();
+
+    /// Takes an asynchronous command. Returns what sendEventToServer returns: 0 when taken. Must not
+    /// wait for anything.
+    virtual int onCommand(const Command& command) = 0;
+
+    /// Takes a synchronous command and answers it before it returns. 0 when answered.
+    virtual int onExchange(const Command& command, const Reply& reply) = 0;
+};
+
+/// Puts a service behind libDtv. Null takes the service away: sends answer -1 then. A call that is
+/// under way keeps the old endpoint alive until it ends.
+DTV_EXPORT void setServiceEndpoint(std::shared_ptr<ServiceEndpoint> endpoint);
+
+/// Queues an event for the delivery threads, in order. The record is copied. False when there is no
+/// listener or delivery has been stopped.
+DTV_EXPORT bool postEvent(int event_id, const void* data, int size);
+
+/// Delivers an event on the calling thread and returns what the listener returned, or noListener.
+/// The caller's record must be at least 8 bytes long, as libDtv's own are, or null.
+DTV_EXPORT int deliverEvent(int event_id, void* data, int size);
+constexpr int noListener = -1000;
+
+/// How many threads deliver events: 1 unless asked for more. The number only grows, for the bridge
+/// never forgets a thread.
+DTV_EXPORT void setDeliveryThreads(int count);
+
+/// Waits until every event posted so far has been delivered. False when `limit` has passed before.
+DTV_EXPORT bool waitUntilDelivered(std::chrono::milliseconds limit);
+
+/// Lets no further event begin, waits for those under way, and ends the delivery threads (which
+/// detach from the VM as they end). Final: nothing is delivered afterwards. To be called before the
+/// VM is destroyed.
+DTV_EXPORT void stopDelivery();
+
+/// One log line, as it was handed to DtvSvCom_Log.
+struct LogLine {
+    int category;
+    short kind;
+    const char* module;
+    unsigned long level_mask;
+    const char* format; ///< the format as given
+    const char* text;   ///< the formatted line
+};
+
+/// Takes log lines, on the threads that write them.
+class DTV_EXPORT LogSink {
+public:
+    virtual ~LogSink();
+    virtual void write(const LogLine& line) = 0;
+};
+
+/// Sends the log lines that pass the level mask to `sink`; null brings back the default, which writes
+/// to the file named by DTV_LOG_FILE or to standard error.
+DTV_EXPORT void setLogSink(std::shared_ptr<LogSink> sink);
+
+/// Lets lines through whose level bit is set in `mask`. The default is ERROR alone (2), or the number
+/// in DTV_LOG_MASK.
+DTV_EXPORT void setLogLevelMask(unsigned long mask);
+
+} // namespace dtv
