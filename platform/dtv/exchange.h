@@ -37,8 +37,8 @@ class DTV_EXPORT ServiceEndpoint {
 public:
     virtual ~ServiceEndpoint();
 
-    /// Takes an asynchronous command. Returns what sendEventToServer returns: 0 when taken. Must not
-    /// wait for anything.
+    /// Takes an asynchronous command. Returns what sendEventToServer returns: 0 when taken. Must
+    /// not wait for anything.
     virtual int onCommand(const Command& command) = 0;
 
     /// Takes a synchronous command and answers it before it returns. 0 when answered.
@@ -87,12 +87,12 @@ public:
     virtual void write(const LogLine& line) = 0;
 };
 
-/// Sends the log lines that pass the level mask to `sink`; null brings back the default, which writes
-/// to the file named by DTV_LOG_FILE or to standard error.
+/// Sends the log lines that pass the level mask to `sink`; null brings back the default, which
+/// writes to the file named by DTV_LOG_FILE or to standard error.
 DTV_EXPORT void setLogSink(std::shared_ptr<LogSink> sink);
 
-/// Lets lines through whose level bit is set in `mask`. The default is ERROR alone (2), or the number
-/// in DTV_LOG_MASK.
+/// Lets lines through whose level bit is set in `mask`. The default is ERROR alone (2), or the
+/// number in DTV_LOG_MASK.
 DTV_EXPORT void setLogLevelMask(unsigned long mask);
 
 } // namespace dtv

@@ -19,8 +19,8 @@ static_assert(sizeof(void*) != 4 || sizeof(TS_DTVSV_SP) == 32,
               "the carrier is 32 bytes where pointers are 4 bytes wide");
 
 /// The object through which a client talks to the DTV service: commands leave through
-/// sendEventToServer, events arrive at recvEventFromServer on threads of libDtv. It holds no data of
-/// its own, so that a derived class has the same layout with every libDtv.
+/// sendEventToServer, events arrive at recvEventFromServer on threads of libDtv. It holds no data
+/// of its own, so that a derived class has the same layout with every libDtv.
 class DtvSvLibListener : public android::BBinder {
 public:
     ~DtvSvLibListener() override;
@@ -30,8 +30,8 @@ public:
     /// `reply_size`. 0 when the service took the message, any other value when it did not.
     int sendEventToServer(int message_id, void* data, int size, void* reply, int* reply_size);
 
-    /// The same with strong references beside the record. The service takes references of its own to
-    /// what it keeps; `sp` stays the caller's.
+    /// The same with strong references beside the record. The service takes references of its own
+    /// to what it keeps; `sp` stays the caller's.
     int sendEventToServer(int message_id, void* data, int size, TS_DTVSV_SP* sp, void* reply,
                           int* reply_size);
 

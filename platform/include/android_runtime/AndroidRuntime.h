@@ -7,8 +7,9 @@ namespace android {
 
 class AndroidRuntime {
 public:
-    /// Binds `count` native methods to the class `class_name` (with slashes). Negative when the class
-    /// is missing or the VM refuses a method; the Java exception that says why is then pending.
+    /// Binds `count` native methods to the class `class_name` (with slashes). Negative when the
+    /// class is missing or the VM refuses a method; the Java exception that says why is then
+    /// pending.
     static int registerNativeMethods(JNIEnv* env, const char* class_name,
                                      const JNINativeMethod* methods, int count);
 };

@@ -1,0 +1,13 @@
+package tenrik.service.dtvserver.events.notify;
+
+import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_VIEW_FATAL_ERROR;
+
+/**
+ * The captions have failed for good. The library takes note of such an error and delivers no event
+ * of it yet.
+ *
+ * @param handle the session it belongs to
+ * @param fatal_error the error
+ */
+public record BG_EV_DTVSV_CAPTION_FATAL_ERROR_NOTIFY(
+        int handle, BG_TS_DTVSVLIB_VIEW_FATAL_ERROR fatal_error) {}

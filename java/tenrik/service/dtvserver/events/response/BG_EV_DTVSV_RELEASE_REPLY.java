@@ -1,0 +1,9 @@
+package tenrik.service.dtvserver.events.response;
+
+/**
+ * Answer to {@code DtvSvLib_Release}.
+ *
+ * @param handle the session it belongs to
+ * @param result the service's result code
+ */
+public record BG_EV_DTVSV_RELEASE_REPLY(int handle, int result) {}

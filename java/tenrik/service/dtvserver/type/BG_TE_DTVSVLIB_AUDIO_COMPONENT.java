@@ -1,0 +1,31 @@
+package tenrik.service.dtvserver.type;
+
+/**
+ * Which sound stream of the programme is heard. The broadcast service owns the meaning of the
+ * numbers; the names are the desk's.
+ */
+public enum BG_TE_DTVSVLIB_AUDIO_COMPONENT {
+    FIRST(0),
+    SECOND(1);
+
+    private final int value;
+
+    BG_TE_DTVSVLIB_AUDIO_COMPONENT(int value) {
+        this.value = value;
+    }
+
+    /** The number that the constant is sent as. */
+    public static int getAudioComponentValue(BG_TE_DTVSVLIB_AUDIO_COMPONENT constant) {
+        return constant.value;
+    }
+
+    /** The constant with this number, or null when there is none. */
+    public static BG_TE_DTVSVLIB_AUDIO_COMPONENT of(int value) {
+        for (BG_TE_DTVSVLIB_AUDIO_COMPONENT constant : values()) {
+            if (constant.value == value) {
+                return constant;
+            }
+        }
+        return null;
+    }
+}

@@ -1,0 +1,31 @@
+package tenrik.service.dtvserver.type;
+
+/**
+ * How a request of a data-broadcast document ended. The broadcast service owns the meaning of the
+ * numbers; the names are the desk's.
+ */
+public enum BG_TE_DTVSVLIB_BML_END_TYPE {
+    OK(0),
+    NG(1);
+
+    private final int value;
+
+    BG_TE_DTVSVLIB_BML_END_TYPE(int value) {
+        this.value = value;
+    }
+
+    /** The number that the constant is sent as. */
+    public static int getBmlEndValue(BG_TE_DTVSVLIB_BML_END_TYPE constant) {
+        return constant.value;
+    }
+
+    /** The constant with this number, or null when there is none. */
+    public static BG_TE_DTVSVLIB_BML_END_TYPE of(int value) {
+        for (BG_TE_DTVSVLIB_BML_END_TYPE constant : values()) {
+            if (constant.value == value) {
+                return constant;
+            }
+        }
+        return null;
+    }
+}

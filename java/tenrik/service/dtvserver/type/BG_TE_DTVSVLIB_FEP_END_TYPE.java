@@ -1,0 +1,31 @@
+package tenrik.service.dtvserver.type;
+
+/**
+ * How a text input ended. The broadcast service owns the meaning of the numbers; the names are the
+ * desk's.
+ */
+public enum BG_TE_DTVSVLIB_FEP_END_TYPE {
+    ENTERED(0),
+    CANCEL(1);
+
+    private final int value;
+
+    BG_TE_DTVSVLIB_FEP_END_TYPE(int value) {
+        this.value = value;
+    }
+
+    /** The number that the constant is sent as. */
+    public static int getFepEndValue(BG_TE_DTVSVLIB_FEP_END_TYPE constant) {
+        return constant.value;
+    }
+
+    /** The constant with this number, or null when there is none. */
+    public static BG_TE_DTVSVLIB_FEP_END_TYPE of(int value) {
+        for (BG_TE_DTVSVLIB_FEP_END_TYPE constant : values()) {
+            if (constant.value == value) {
+                return constant;
+            }
+        }
+        return null;
+    }
+}

@@ -1,0 +1,32 @@
+package tenrik.service.dtvserver.type;
+
+/**
+ * What the viewer chose when a data-broadcast document asked for a permission. The broadcast
+ * service owns the meaning of the numbers; the names are the desk's.
+ */
+public enum BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE {
+    PERMIT(0),
+    REFUSE(1),
+    CANCEL(2);
+
+    private final int value;
+
+    BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE(int value) {
+        this.value = value;
+    }
+
+    /** The number that the constant is sent as. */
+    public static int getPermissionValue(BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE constant) {
+        return constant.value;
+    }
+
+    /** The constant with this number, or null when there is none. */
+    public static BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE of(int value) {
+        for (BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE constant : values()) {
+            if (constant.value == value) {
+                return constant;
+            }
+        }
+        return null;
+    }
+}

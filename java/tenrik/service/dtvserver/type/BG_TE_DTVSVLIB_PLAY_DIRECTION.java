@@ -1,0 +1,31 @@
+package tenrik.service.dtvserver.type;
+
+/**
+ * Which way playback moves. The broadcast service owns the meaning of the numbers; the names are
+ * the desk's.
+ */
+public enum BG_TE_DTVSVLIB_PLAY_DIRECTION {
+    FORWARD(0),
+    BACKWARD(1);
+
+    private final int value;
+
+    BG_TE_DTVSVLIB_PLAY_DIRECTION(int value) {
+        this.value = value;
+    }
+
+    /** The number that the constant is sent as. */
+    public static int getDirectionValue(BG_TE_DTVSVLIB_PLAY_DIRECTION constant) {
+        return constant.value;
+    }
+
+    /** The constant with this number, or null when there is none. */
+    public static BG_TE_DTVSVLIB_PLAY_DIRECTION of(int value) {
+        for (BG_TE_DTVSVLIB_PLAY_DIRECTION constant : values()) {
+            if (constant.value == value) {
+                return constant;
+            }
+        }
+        return null;
+    }
+}

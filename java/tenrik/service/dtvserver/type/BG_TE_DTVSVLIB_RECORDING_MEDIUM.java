@@ -1,0 +1,31 @@
+package tenrik.service.dtvserver.type;
+
+/**
+ * Where recordings and pictures are kept. The broadcast service owns the meaning of the numbers;
+ * the names are the desk's.
+ */
+public enum BG_TE_DTVSVLIB_RECORDING_MEDIUM {
+    INTERNAL(0),
+    CARD(1);
+
+    private final int value;
+
+    BG_TE_DTVSVLIB_RECORDING_MEDIUM(int value) {
+        this.value = value;
+    }
+
+    /** The number that the constant is sent as. */
+    public static int getMediumValue(BG_TE_DTVSVLIB_RECORDING_MEDIUM constant) {
+        return constant.value;
+    }
+
+    /** The constant with this number, or null when there is none. */
+    public static BG_TE_DTVSVLIB_RECORDING_MEDIUM of(int value) {
+        for (BG_TE_DTVSVLIB_RECORDING_MEDIUM constant : values()) {
+            if (constant.value == value) {
+                return constant;
+            }
+        }
+        return null;
+    }
+}

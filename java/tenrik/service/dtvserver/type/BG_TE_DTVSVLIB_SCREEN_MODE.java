@@ -1,0 +1,33 @@
+package tenrik.service.dtvserver.type;
+
+/**
+ * How the picture fills its surface. The broadcast service owns the meaning of the numbers; the
+ * names are the desk's.
+ */
+public enum BG_TE_DTVSVLIB_SCREEN_MODE {
+    NORMAL(0),
+    FULL(1),
+    ZOOM(2),
+    WIDE(3);
+
+    private final int value;
+
+    BG_TE_DTVSVLIB_SCREEN_MODE(int value) {
+        this.value = value;
+    }
+
+    /** The number that the constant is sent as. */
+    public static int getScreenModeValue(BG_TE_DTVSVLIB_SCREEN_MODE constant) {
+        return constant.value;
+    }
+
+    /** The constant with this number, or null when there is none. */
+    public static BG_TE_DTVSVLIB_SCREEN_MODE of(int value) {
+        for (BG_TE_DTVSVLIB_SCREEN_MODE constant : values()) {
+            if (constant.value == value) {
+                return constant;
+            }
+        }
+        return null;
+    }
+}

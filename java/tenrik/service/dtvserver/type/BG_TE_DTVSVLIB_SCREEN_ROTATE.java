@@ -1,0 +1,33 @@
+package tenrik.service.dtvserver.type;
+
+/**
+ * How a plane is turned on the display. The broadcast service owns the meaning of the numbers; the
+ * names are the desk's.
+ */
+public enum BG_TE_DTVSVLIB_SCREEN_ROTATE {
+    ROTATE_0(0),
+    ROTATE_90(1),
+    ROTATE_180(2),
+    ROTATE_270(3);
+
+    private final int value;
+
+    BG_TE_DTVSVLIB_SCREEN_ROTATE(int value) {
+        this.value = value;
+    }
+
+    /** The number that the constant is sent as. */
+    public static int getScreenRotateValue(BG_TE_DTVSVLIB_SCREEN_ROTATE constant) {
+        return constant.value;
+    }
+
+    /** The constant with this number, or null when there is none. */
+    public static BG_TE_DTVSVLIB_SCREEN_ROTATE of(int value) {
+        for (BG_TE_DTVSVLIB_SCREEN_ROTATE constant : values()) {
+            if (constant.value == value) {
+                return constant;
+            }
+        }
+        return null;
+    }
+}

@@ -1,0 +1,11 @@
+package tenrik.service.dtvserver.type;
+
+/**
+ * What {@code DtvSvLib_ControlBML_Sync} brings back. The result stands first, the session handle
+ * second.
+ *
+ * @param return_value the service's answer; 1 when the command could not be sent, 5 when an
+ *     argument was refused, 16 when the answer was empty
+ * @param handle the session it belongs to
+ */
+public record BG_TS_DTVSVLIB_CONTROL_BML_SYNC_INFO(int return_value, int handle) {}

@@ -1,0 +1,11 @@
+package tenrik.service.dtvserver.type;
+
+/**
+ * What {@code DtvSvLib_TerminatePlay_Sync} brings back. The result stands first, the session handle
+ * second.
+ *
+ * @param return_value the service's answer; 1 when the command could not be sent, 16 when the
+ *     answer was empty
+ * @param handle the session it belongs to
+ */
+public record BG_TS_DTVSVLIB_TERMINATE_PLAY_REPLY_SYNC_INFO(int return_value, int handle) {}
