@@ -28,7 +28,7 @@ using android::sp;
 using android::wp;
 
 /// How long the end of the process waits for the deliveries under way.
-constexpr std::chrono::milliseconds exit_limit{500};
+constexpr std::chrono::milliseconds exit_limit{250};
 
 /// What RefBase counts while an object has had no strong reference yet. Taking the first one and
 /// dropping it again would destroy the object under whoever is still making it.

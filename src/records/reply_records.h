@@ -12,6 +12,13 @@ struct TS_COMMON_SYNC_REPLY {
     int32_t return_value;
 };
 
+/// The same 8 bytes as the trace of the synchronous commands takes them.
+struct TS_TRACED_SYNC_REPLY {
+    int32_t return_value;
+    uint16_t handle;
+    uint8_t reserved_6[2];
+};
+
 /// The answer to the synchronous end of a recording.
 struct TS_TERMINATE_REC_SYNC_REPLY {
     uint16_t handle;
@@ -81,6 +88,10 @@ struct TS_TERMINATE_REC_REPLY {
 DTV_RECORD_SIZE(TS_COMMON_SYNC_REPLY, 8);
 DTV_FIELD_AT(TS_COMMON_SYNC_REPLY, handle, 0);
 DTV_FIELD_AT(TS_COMMON_SYNC_REPLY, return_value, 4);
+
+DTV_RECORD_SIZE(TS_TRACED_SYNC_REPLY, 8);
+DTV_FIELD_AT(TS_TRACED_SYNC_REPLY, return_value, 0);
+DTV_FIELD_AT(TS_TRACED_SYNC_REPLY, handle, 4);
 
 DTV_RECORD_SIZE(TS_TERMINATE_REC_SYNC_REPLY, 12);
 DTV_FIELD_AT(TS_TERMINATE_REC_SYNC_REPLY, handle, 0);

@@ -1,0 +1,80 @@
+// Reading the Java objects that commands take. A field is found by its name at each call: the
+// argument classes are Java's, and a missing field is an argument that is refused.
+#pragma once
+
+#include "commands/command.h"
+
+#include <cstring>
+
+/// The descriptor of a class of the value package.
+#define VALUE_TYPE(name) "Ltenrik/service/dtvserver/type/" #name ";"
+
+/// The class of an object; null for a null object.
+inline jclass classOf(JNIEnv* env, jobject object) {
+    return object != nullptr ? env->GetObjectClass(object) : nullptr;
+}
+
+/// A field of a class, or null, without an exception pending. A null class has no fields.
+inline jfieldID findField(JNIEnv* env, jclass clazz, const char* name, const char* type) {
+    if (clazz == nullptr) {
+        return nullptr;
+    }
+    const jfieldID field = env->GetFieldID(clazz, name, type);
+    if (field == nullptr) {
+        env->ExceptionClear();
+    }
+    return field;
+}
+
+/// An enum-typed field: its name, its type's descriptor, and the getter of the type's int.
+struct EnumField {
+    const char* name;
+    const char* type;
+    const char* getter;
+};
+
+inline int getEnumValue(JNIEnv* env, jobject holder, const EnumField& field, int* value) {
+    return getEnumValue(env, holder, field.name, field.type, field.getter, value);
+}
+
+/// A field's text with a zero byte behind it, for the trace: in the record a text that fills its
+/// field has none.
+template <size_t Size>
+struct Terminated {
+    explicit Terminated(const char (&field)[Size]) {
+        std::memcpy(text, field, Size);
+        text[Size] = '\0';
+    }
+    char text[Size + 1];
+};
+
+// The macros below end the native method, or the group of its checks, that a field fails.
+
+/// Reads an enum field; an unreadable one is refused with `text` and getEnumValue's result.
+#define READ_ENUM(command, object, field, value, text)                                             \
+    do {                                                                                           \
+        const int unread = getEnumValue((command).env, object, field, value);                      \
+        if ((command).env->ExceptionCheck()) {                                                     \
+            return nullptr;                                                                        \
+        }                                                                                          \
+        if (unread != 0) {                                                                         \
+            REFUSE(command, text, unread);                                                         \
+        }                                                                                          \
+    } while (false)
+
+/// Looks up a field; a missing one is refused with `text` and PARAM_NG.
+#define FIND_FIELD(command, clazz, name, type, field, text)                                        \
+    do {                                                                                           \
+        *(field) = findField((command).env, clazz, name, type);                                    \
+        if (*(field) == nullptr) {                                                                 \
+            REFUSE(command, text, kResultParamNg);                                                 \
+        }                                                                                          \
+    } while (false)
+
+/// Reads an int field whose name is a literal.
+#define READ_INT(command, clazz, object, name, value)                                              \
+    do {                                                                                           \
+        jfieldID int_field = nullptr;                                                              \
+        FIND_FIELD(command, clazz, name, "I", &int_field, name " fieldID is NULL, ret = %d");      \
+        *(value) = (command).env->GetIntField(object, int_field);                                  \
+    } while (false)

@@ -1,0 +1,65 @@
+// The commands that open and close a session, and start and cancel scans and searches.
+#include "commands/command.h"
+#include "commands/natives.h"
+#include "records/command_records.h"
+#include "records/message_ids.h"
+
+using trace::kDebug;
+using trace::kFuncStart;
+
+int g_max_delay_time = 0;
+
+namespace {
+
+constexpr jint kLastStartType = 4;
+constexpr jint kLongestDelay = 999;
+
+/// A command of nothing but its session handle.
+jobject sendHandle(JNIEnv* env, const char* function, int message_id, jint session) {
+    const Command command = beginCommand(env, function, message_id, session);
+    TS_HANDLE_REQ record = {command.handle()};
+    TRACE_NATIVE(kDebug, function, "SEND, dtvsv_handle = %d", record.handle);
+    return send(command, record);
+}
+
+} // namespace
+
+// The service makes the session's handle and announces it in its reply.
+jobject dtvSvLibCreate(JNIEnv* env, jobject, jint start_type, jint max_delay_time) {
+    const Command command = {env, __func__, command_id::kCreate, 0};
+    TRACE_NATIVE(kFuncStart, __func__, "");
+    if (start_type > kLastStartType) {
+        REFUSE(command, "start_type is too large : %d, ret = %d", start_type, kResultParamNg);
+    }
+    if (max_delay_time > kLongestDelay) {
+        REFUSE(command, "max_delay_time is too large : %d, ret = %d", max_delay_time,
+               kResultParamNg);
+    }
+    TS_CREATE_REQ record = {};
+    record.start_type = static_cast<uint8_t>(start_type);
+    record.max_delay_time = static_cast<uint16_t>(max_delay_time);
+    g_max_delay_time = max_delay_time;
+    TRACE_NATIVE(kDebug, __func__, "SEND, start_type = %d max_delay_time = %d", record.start_type,
+                 record.max_delay_time);
+    return send(command, record);
+}
+
+jobject dtvSvLibRelease(JNIEnv* env, jobject, jint handle) {
+    return sendHandle(env, __func__, command_id::kRelease, handle);
+}
+
+jobject dtvSvLibStartScan(JNIEnv* env, jobject, jint handle) {
+    return sendHandle(env, __func__, command_id::kStartScan, handle);
+}
+
+jobject dtvSvLibCancelScan(JNIEnv* env, jobject, jint handle) {
+    return sendHandle(env, __func__, command_id::kCancelScan, handle);
+}
+
+jobject dtvSvLibTerminateBroadcastReceiving(JNIEnv* env, jobject, jint handle) {
+    return sendHandle(env, __func__, command_id::kTerminateBroadcastReceiving, handle);
+}
+
+jobject dtvSvLibCancelSearchChannel(JNIEnv* env, jobject, jint handle) {
+    return sendHandle(env, __func__, command_id::kCancelSearchChannel, handle);
+}
