@@ -20,8 +20,8 @@ struct TS_DTVSV_CLASSINFO {
 /// An entry of the method registry. All zero until the method has been resolved.
 struct TS_DTVSV_METHODINFO {
     int class_id;
-    jclass cls;           ///< the class registry's reference when the method was resolved
-    pthread_t tid;        ///< who resolved it, later who last constructed through it
+    jclass cls;    ///< the class registry's reference when the method was resolved
+    pthread_t tid; ///< who resolved it, later who last constructed through it
     jmethodID method;
     jobject cached_object; ///< what was last constructed: a local reference of that call
     int attr_id;
@@ -82,15 +82,16 @@ public:
     JNIEnv* getJNIEnv();
     /// Empties the table, and detaches the calling thread for what the bridge attached.
     void freeJNIEnv();
-    /// Empties the slot that holds `env`, if the bridge attached it, and detaches the calling thread.
+    /// Empties the slot that holds `env`, if the bridge attached it, and detaches the calling
+    /// thread.
     void detachJNIEnv(JNIEnv* env);
 
     // ---- Invocation. (invocation.cpp)
 
     /// Constructs an object through a constructor row (`out` not null: a local reference of the
-    /// caller's goes there), or calls a callback row. The arguments follow in the order of the row's
-    /// signature: int, jlong and object. A callback that throws counts as called; the exception is
-    /// then pending.
+    /// caller's goes there), or calls a callback row. The arguments follow in the order of the
+    /// row's signature: int, jlong and object. A callback that throws counts as called; the
+    /// exception is then pending.
     int CallMethod(JNIEnv* env, int method_id, jobject* out, ...);
 
     /// Allocate an object of a field entry's class, and set its field.
@@ -100,22 +101,24 @@ public:
 
     // ---- Text. (strings.cpp)
 
-    /// A Java string of `length` UTF-16 units at `text`, in the machine's byte order and as they are;
-    /// empty when `text` is null. Null when it cannot be made.
+    /// A Java string of `length` UTF-16 units at `text`, in the machine's byte order and as they
+    /// are; empty when `text` is null. Null when it cannot be made.
     jstring OrgNewString(JNIEnv* env, const char* text, int length);
-    /// A Java string of a zero-terminated text in UTF-8, modified or standard; a byte that is neither
-    /// becomes U+FFFD. Empty when `text` is null. Null when it cannot be made.
+    /// A Java string of a zero-terminated text in UTF-8, modified or standard; a byte that is
+    /// neither becomes U+FFFD. Empty when `text` is null. Null when it cannot be made.
     jstring OrgNewStringUTF(JNIEnv* env, const char* text);
     /// Copies a string's modified UTF-8 into a field of `size` bytes: zero-filled behind a shorter
     /// text, cut without terminator when the text fills the field. All zero for a null string.
     void convJStringToChar(JNIEnv* env, jstring string, char* buffer, int size);
-    /// Copies a string's UTF-16 units into a field of `size` bytes, zero-filled behind a shorter one.
+    /// Copies a string's UTF-16 units into a field of `size` bytes, zero-filled behind a shorter
+    /// one.
     void convJStringToUTF16(JNIEnv* env, jstring string, char* buffer, int size);
 
     // ---- Events. (events/)
 
-    /// Takes one event on the calling thread. 0 when it was delivered to Java, 1 when it was not, -1
-    /// when the thread has no environment. No local reference and no exception outlives the call.
+    /// Takes one event on the calling thread. 0 when it was delivered to Java, 1 when it was not,
+    /// -1 when the thread has no environment. No local reference and no exception outlives the
+    /// call.
     int recvEventFromServer(int event_id, void* data, int size) override;
     /// Hands an event to the handler of its id. 1 for an id without handler.
     int DoListenerEvent(JNIEnv* env, int event_id, void* data, int size);
@@ -146,6 +149,6 @@ private:
     TS_DTVSV_FIELDINFO field_info_[1];
 };
 
-/// The one listener. Null until the library has been loaded; set once, never reset while the process
-/// runs.
+/// The one listener. Null until the library has been loaded; set once, never reset while the
+/// process runs.
 extern android::sp<JNIDtvSvLibListener> g_listener;

@@ -17,8 +17,8 @@ enum : int {
 constexpr int kClassCount = class_id::kCount;
 static_assert(kClassCount == 139, "ids 0 to 138");
 
-/// The class that declares the native methods, then the classes of the registry: class id N is entry
-/// N + 1.
+/// The class that declares the native methods, then the classes of the registry: class id N is
+/// entry N + 1.
 constexpr const char* kClassNames[kClassCount + 1] = {
     "tenrik/service/dtvserver/DtvServerProxy",
 #define CLASS(id, name, java_name) java_name,

@@ -33,7 +33,9 @@ jint findEnvironment(JavaVM* vm, JNIEnv** env) {
 
 } // namespace
 
-void JNIDtvSvLibListener::setVM(JavaVM* vm) { vm_ = vm; }
+void JNIDtvSvLibListener::setVM(JavaVM* vm) {
+    vm_ = vm;
+}
 
 JNIEnv* JNIDtvSvLibListener::getJNIEnv() {
     TRACE_LISTENER(kFuncStart, __func__, "");
@@ -52,8 +54,8 @@ JNIEnv* JNIDtvSvLibListener::getJNIEnv() {
             TRACE_LISTENER(kInfo, __func__, "GetEnv Failed but JNIEnv Attached!");
         } else {
             first.env = env;
-            TRACE_LISTENER(kInfo, __func__, "Got JNIEnv! threadid=%x env=%p",
-                           trace::threadId(self), static_cast<void*>(env));
+            TRACE_LISTENER(kInfo, __func__, "Got JNIEnv! threadid=%x env=%p", trace::threadId(self),
+                           static_cast<void*>(env));
         }
         first.tid = self;
         return first.env;

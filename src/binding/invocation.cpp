@@ -144,8 +144,7 @@ int JNIDtvSvLibListener::NewFieldObject(JNIEnv* env, int field_id, jobject& obje
     return 0;
 }
 
-int JNIDtvSvLibListener::SetObjectField(JNIEnv* env, int field_id, jobject& object,
-                                        jobject value) {
+int JNIDtvSvLibListener::SetObjectField(JNIEnv* env, int field_id, jobject& object, jobject value) {
     jfieldID field = nullptr;
     if (NewFieldObject(env, field_id, object, field) != 0) {
         TRACE_LISTENER(kDebug, __func__, "SetObjectField, NewFieldObject error!, field_id = %d",

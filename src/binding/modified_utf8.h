@@ -7,7 +7,9 @@
 
 namespace modified_utf8 {
 
-constexpr bool isContinuation(unsigned char byte) { return (byte & 0xc0) == 0x80; }
+constexpr bool isContinuation(unsigned char byte) {
+    return (byte & 0xc0) == 0x80;
+}
 
 /// The length of the well-formed sequence that a zero-terminated text begins with, or 0 when its
 /// first byte begins none. Reads no further than the first zero byte.

@@ -101,7 +101,9 @@ void JNIDtvSvLibListener::setJavaMethod(int method_id, TS_DTVSV_METHODINFO& info
     method_info_[method_id] = info;
 }
 
-jclass JNIDtvSvLibListener::getJavaClass(int class_id) const { return class_info_[class_id].cls; }
+jclass JNIDtvSvLibListener::getJavaClass(int class_id) const {
+    return class_info_[class_id].cls;
+}
 
 jobject JNIDtvSvLibListener::getJavaClassObject(int class_id) const {
     return class_info_[class_id].object;

@@ -1,5 +1,5 @@
-// Java method signatures held against C++ types when they are compiled: a value that would reach the
-// VM with another width than the signature says does not compile.
+// Java method signatures held against C++ types when they are compiled: a value that would reach
+// the VM with another width than the signature says does not compile.
 #pragma once
 
 #include <jni.h>

@@ -19,8 +19,8 @@ constexpr EnumField kKeyType = {"key_type", VALUE_TYPE(BG_TE_DTVSVLIB_KEY_EVENT_
                                 "getKeyEventValue"};
 constexpr EnumField kPermissionSelectType = {
     "select_type", VALUE_TYPE(BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE), "getPermissionValue"};
-constexpr EnumField kAuthSelectType = {
-    "select_type", VALUE_TYPE(BG_TE_DTVSVLIB_AUTH_SELECT_TYPE), "getAuthSelectTypeValue"};
+constexpr EnumField kAuthSelectType = {"select_type", VALUE_TYPE(BG_TE_DTVSVLIB_AUTH_SELECT_TYPE),
+                                       "getAuthSelectTypeValue"};
 constexpr EnumField kFepEndType = {"end_type", VALUE_TYPE(BG_TE_DTVSVLIB_FEP_END_TYPE),
                                    "getFepEndValue"};
 constexpr EnumField kBmlEndType = {"bml_end_type", VALUE_TYPE(BG_TE_DTVSVLIB_BML_END_TYPE),
@@ -31,8 +31,7 @@ constexpr EnumField kBmlEndType = {"bml_end_type", VALUE_TYPE(BG_TE_DTVSVLIB_BML
     do {                                                                                           \
         jfieldID text_field = nullptr;                                                             \
         FIND_FIELD(command, clazz, name, "Ljava/lang/String;", &text_field, missing_text);         \
-        const auto text =                                                                          \
-            static_cast<jstring>((command).env->GetObjectField(object, text_field));               \
+        const auto text = static_cast<jstring>((command).env->GetObjectField(object, text_field)); \
         if (text == nullptr) {                                                                     \
             REFUSE(command, null_text, kResultParamNg);                                            \
         }                                                                                          \

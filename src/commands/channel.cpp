@@ -80,8 +80,8 @@ jobject dtvSvLibStartSearchChannel(JNIEnv* env, jobject, jint handle, jobject in
         return *ended;
     }
     record.channel_operation = static_cast<uint8_t>(channel_operation);
-    TRACE_NATIVE(kDebug, __func__, "SEND, dtvsv_handle = %d, channel_operation = %d",
-                 record.handle, record.channel_operation);
+    TRACE_NATIVE(kDebug, __func__, "SEND, dtvsv_handle = %d, channel_operation = %d", record.handle,
+                 record.channel_operation);
     traceBroadcastInfo(command, record);
     return send(command, record);
 }

@@ -14,11 +14,9 @@ constexpr jint kLastCapLang = 8;
 constexpr jint kLastStartType = 1;
 
 /// The enumerations of BG_TS_DTVSVLIB_COMPONENT_SETTING.
-constexpr EnumField kAudioComponent = {"audio_component",
-                                       VALUE_TYPE(BG_TE_DTVSVLIB_AUDIO_COMPONENT),
-                                       "getAudioComponentValue"};
-constexpr EnumField kCapLang = {"cap_lang", VALUE_TYPE(BG_TE_DTVSVLIB_CAP_LANG),
-                                "getCapLangValue"};
+constexpr EnumField kAudioComponent = {
+    "audio_component", VALUE_TYPE(BG_TE_DTVSVLIB_AUDIO_COMPONENT), "getAudioComponentValue"};
+constexpr EnumField kCapLang = {"cap_lang", VALUE_TYPE(BG_TE_DTVSVLIB_CAP_LANG), "getCapLangValue"};
 constexpr EnumField kDualMono = {"dualmono", VALUE_TYPE(BG_TE_DTVSVLIB_DUALMONO),
                                  "getDualMonoValue"};
 constexpr EnumField kCapStartType = {"cap_start_type", VALUE_TYPE(BG_TE_DTVSVLIB_CONTROL_TYPE),
@@ -123,13 +121,11 @@ Ended takeComponentPlanes(const Command& command, jclass clazz, jobject setting,
                       BG_TS_DTVSVLIB_SCREEN_DRAWING_INFO, &plane,
                       "video drawing_info_obj object is NULL, ret = %d");
     TAKE_PLANE(command, plane, setScreenDrawingInfo, &record.screen, carrier, VIDEO_CLASS_TEXT);
-    READ_PLANE_OBJECT(command, clazz, setting, "cap_drawing_info",
-                      BG_TS_DTVSVLIB_CAP_DRAWING_INFO, &plane,
-                      "caption drawing_info_obj object is NULL, ret = %d");
+    READ_PLANE_OBJECT(command, clazz, setting, "cap_drawing_info", BG_TS_DTVSVLIB_CAP_DRAWING_INFO,
+                      &plane, "caption drawing_info_obj object is NULL, ret = %d");
     TAKE_PLANE(command, plane, setCapDrawingInfo, &record.cap, carrier, CAPTION_CLASS_TEXT);
-    READ_PLANE_OBJECT(command, clazz, setting, "bml_drawing_info",
-                      BG_TS_DTVSVLIB_BML_DRAWING_INFO, &plane,
-                      "BML drawing_info_obj object is NULL, ret = %d");
+    READ_PLANE_OBJECT(command, clazz, setting, "bml_drawing_info", BG_TS_DTVSVLIB_BML_DRAWING_INFO,
+                      &plane, "BML drawing_info_obj object is NULL, ret = %d");
     TAKE_PLANE(command, plane, setBMLDrawingInfo, &record.bml, carrier, BML_CLASS_TEXT);
     return kGoOn;
 }

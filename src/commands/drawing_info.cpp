@@ -76,7 +76,8 @@ constexpr EnumField kBackgroundAlpha = {"background_alpha", VALUE_TYPE(BG_TE_DTV
         target = static_cast<uint8_t>(value);                                                      \
     } while (false)
 
-/// Reads a position of the caption layout; a negative one is refused with the words for a large one.
+/// Reads a position of the caption layout; a negative one is refused with the words for a large
+/// one.
 #define READ_LAYOUT_POSITION(env, clazz, object, name, target)                                     \
     do {                                                                                           \
         jint value = 0;                                                                            \
@@ -148,8 +149,8 @@ int setCapDisplayInfo(JNIEnv* env, jobject display_info_object, CAP_DISPLAY_INFO
     READ_LAYOUT_POSITION(env, clazz, object, "position_y", out->position_y);
     READ_LIMITED_ENUM(env, object, kBackgroundColor, "background_color", kLastBackgroundColor,
                       out->background_color, 1);
-    READ_LIMITED_ENUM(env, object, kBackgroundAlpha, "background_alpha", kOn,
-                      out->background_alpha, 1);
+    READ_LIMITED_ENUM(env, object, kBackgroundAlpha, "background_alpha", kOn, out->background_alpha,
+                      1);
     return 0;
 }
 
@@ -213,10 +214,12 @@ void traceScreenDrawingInfo(const char* function, const SCREEN_DRAWING_INFO& inf
 
 #define TRACE_CAP_LAYOUT(function, label, info)                                                    \
     do {                                                                                           \
-        TRACE_NATIVE(kDebug, function, "SEND, " label ": font_size        = %d", (info).font_size); \
+        TRACE_NATIVE(kDebug, function, "SEND, " label ": font_size        = %d",                   \
+                     (info).font_size);                                                            \
         TRACE_NATIVE(kDebug, function, "SEND, " label ": characters_num   = %d",                   \
                      (info).characters_num);                                                       \
-        TRACE_NATIVE(kDebug, function, "SEND, " label ": lines_num        = %d", (info).lines_num); \
+        TRACE_NATIVE(kDebug, function, "SEND, " label ": lines_num        = %d",                   \
+                     (info).lines_num);                                                            \
         TRACE_NATIVE(kDebug, function, "SEND, " label ": separator_size   = %d",                   \
                      (info).separator_size);                                                       \
         TRACE_NATIVE(kDebug, function, "SEND, " label ": position_x       = %d",                   \

@@ -1,8 +1,8 @@
 // From the Java descriptions of the planes to drawing-info records and surface references.
 //
 // The routines answer 0 for success and 1 for failure, after one line that says why. When Java code
-// threw they answer 1 without a line, and the exception is pending. A failed record may be filled in
-// part. None of them leaves a local reference.
+// threw they answer 1 without a line, and the exception is pending. A failed record may be filled
+// in part. None of them leaves a local reference.
 #pragma once
 
 #include "commands/command.h"
@@ -49,7 +49,9 @@ jobject answerUnreadPlane(const Command& command);
     } while (false)
 
 /// Whether a control type of the captions or the BML browser passes: 255, or anything up to 4.
-constexpr bool isControlType(jint type) { return type == 255 || type <= 4; }
+constexpr bool isControlType(jint type) {
+    return type == 255 || type <= 4;
+}
 
 void traceScreenDrawingInfo(const char* function, const SCREEN_DRAWING_INFO& info);
 void traceCapDrawingInfo(const char* function, const CAP_DRAWING_INFO& info);

@@ -19,7 +19,9 @@ jint playSpeed(jint numerator, jint denominator) {
     return denominator != 0 && numerator % denominator == 0 ? numerator / denominator : 0;
 }
 
-bool isPlaySpeed(jint speed) { return speed == 2 || speed == 10 || speed == 30 || speed == 120; }
+bool isPlaySpeed(jint speed) {
+    return speed == 2 || speed == 10 || speed == 30 || speed == 120;
+}
 
 /// Ends a recording; one way for the command and its synchronous twin.
 jobject terminateRec(const Command& command, jobject request) {
@@ -77,8 +79,7 @@ jobject dtvSvLibStartPlay(JNIEnv* env, jobject, jint handle, jobject start) {
     jint value = 0;
     READ_ENUM(command, start, kMediumField, &value, "start_play getEnumValue Error, ret = %d");
     record.medium = static_cast<uint8_t>(value);
-    READ_ENUM(command, start, onOffField("resume"), &value,
-              "resume getEnumValue Error, ret = %d");
+    READ_ENUM(command, start, onOffField("resume"), &value, "resume getEnumValue Error, ret = %d");
     record.resume = static_cast<uint8_t>(value);
     READ_ENUM(command, start, onOffField("pause"), &value, "pause getEnumValue Error, ret = %d");
     record.pause = static_cast<uint8_t>(value);
@@ -114,14 +115,13 @@ jobject dtvSvLibChangePlaySpeed(JNIEnv* env, jobject, jint handle, jobject speci
     jint denominator = 0;
     READ_INT(command, clazz, special, "denominator", &denominator);
     if (numerator < 0 || denominator < 0) {
-        REFUSE(command,
-               "numerator or denominator is Negative, numerator = %d, denominator = %d",
+        REFUSE(command, "numerator or denominator is Negative, numerator = %d, denominator = %d",
                numerator, denominator);
     }
     const jint ans = playSpeed(numerator, denominator);
     if (!isPlaySpeed(ans)) {
-        REFUSE(command, "PlaySpeed Err, ans = %d, numerator = %d, denominator = %d", ans,
-               numerator, denominator);
+        REFUSE(command, "PlaySpeed Err, ans = %d, numerator = %d, denominator = %d", ans, numerator,
+               denominator);
     }
     record.denominator = static_cast<uint16_t>(denominator);
     record.numerator = static_cast<uint16_t>(numerator);

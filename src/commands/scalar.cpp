@@ -16,12 +16,18 @@ bool atMost(jint value) {
     return value <= Limit;
 }
 
-bool anyValue(jint) { return true; }
+bool anyValue(jint) {
+    return true;
+}
 
-bool isLnaMode(jint mode) { return mode == 0 || mode == 16 || mode == 17; }
+bool isLnaMode(jint mode) {
+    return mode == 0 || mode == 16 || mode == 17;
+}
 
 /// Starts (1) or stops (2) the tuner's log; negative values do not pass.
-bool isTunerLogMode(jint mode) { return mode == 1 || mode == 2; }
+bool isTunerLogMode(jint mode) {
+    return mode == 1 || mode == 2;
+}
 
 using TraceRefusal = void (*)(const char* function, jint value);
 using TraceSend = void (*)(const char* function, int handle, int value);
@@ -81,7 +87,8 @@ jobject sendNoValue(JNIEnv* env, const char* function, int message_id, TraceSend
 
 } // namespace
 
-/// ONE_VALUE(function, command, which values pass, what a refusal says, what is said when it is sent)
+/// ONE_VALUE(function, command, which values pass, what a refusal says, what is said when it is
+/// sent)
 #define ONE_VALUE(function, command, accepts, refusal, sending)                                    \
     jobject function(JNIEnv* env, jobject, jint handle, jint value) {                              \
         static constexpr OneValueCommand row = {command_id::command, accepts, refusal, sending};   \
@@ -189,8 +196,7 @@ jobject dtvSvLibControlDisplayModeReq(JNIEnv* env, jobject, jint handle, jint sc
         REFUSE(command, "screen_mode is too large : %d, ret = %d", screen_mode, kResultParamNg);
     }
     if (!atMost<3>(screen_rotate)) {
-        REFUSE(command, "screen_rotate is too large : %d, ret = %d", screen_rotate,
-               kResultParamNg);
+        REFUSE(command, "screen_rotate is too large : %d, ret = %d", screen_rotate, kResultParamNg);
     }
     TS_DISPLAY_MODE_REQ record = {};
     record.handle = command.handle();
@@ -201,8 +207,8 @@ jobject dtvSvLibControlDisplayModeReq(JNIEnv* env, jobject, jint handle, jint sc
     return send(command, record);
 }
 
-// The delay of the video is judged whole. That of the sound is a 16-bit value: the upper half of the
-// Java int does not count.
+// The delay of the video is judged whole. That of the sound is a 16-bit value: the upper half of
+// the Java int does not count.
 jobject dtvSvLibSetSoundVideoDelay(JNIEnv* env, jobject, jint handle, jint video_viltime,
                                    jint audio_viltime_int) {
     const Command command = beginCommand(env, __func__, command_id::kSetSoundVideoDelay, handle);

@@ -50,9 +50,8 @@ int newTerminateRec(JNIEnv* env, int program_no, int object_no, jobject* out) {
 /// The answer to the end of a recording; `terminate_rec` is used up.
 int newTerminateRecAnswer(JNIEnv* env, int result, int handle, jobject terminate_rec,
                           jobject* out) {
-    const int ret =
-        g_listener->CallMethod(env, kNew_BG_TS_DTVSVLIB_TERMINATE_REC_SYNC_INFO, out, result,
-                               handle, terminate_rec);
+    const int ret = g_listener->CallMethod(env, kNew_BG_TS_DTVSVLIB_TERMINATE_REC_SYNC_INFO, out,
+                                           result, handle, terminate_rec);
     env->DeleteLocalRef(terminate_rec);
     return ret;
 }
@@ -97,8 +96,8 @@ jobject makeComSubReplyObjSync(JNIEnv* env, int message_id, const void* reply, i
             }
             return nullptr;
         }
-        ret_call = newTerminateRecAnswer(env, terminate.result, terminate.handle, terminate_rec,
-                                         &object);
+        ret_call =
+            newTerminateRecAnswer(env, terminate.result, terminate.handle, terminate_rec, &object);
     } else {
         ret_call = g_listener->CallMethod(env, answer->constructor, &object,
                                           static_cast<jint>(common.return_value),
@@ -184,8 +183,7 @@ struct CommonReply {
 
     void trace(const char* function) const {
         TRACE_NATIVE(kDebug, function, "RECV, reply_data.handle = %d", traced().handle);
-        TRACE_NATIVE(kDebug, function, "RECV, reply_data.return_value = %d",
-                     traced().return_value);
+        TRACE_NATIVE(kDebug, function, "RECV, reply_data.return_value = %d", traced().return_value);
     }
 };
 
@@ -214,8 +212,8 @@ jobject exchange(const Command& command, void* request, int size, TS_DTVSV_SP* c
                         : g_listener->sendEventToServer(command.message_id, request, size,
                                                         &reply.record, &reply_size);
     if (ret != 0) {
-        const jobject answer = makeComReplyObjSync(command.env, command.message_id, nullptr,
-                                                   kResultNg, request);
+        const jobject answer =
+            makeComReplyObjSync(command.env, command.message_id, nullptr, kResultNg, request);
         if (!command.env->ExceptionCheck()) {
             TRACE_NATIVE(kFuncEnd, command.function, "ret = %d", ret);
         }

@@ -186,8 +186,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_bml_permission_req(JNIEnv* env, void* d
     if (!event.hasSizeOf<TS_PERMISSION_REQ>(size)) {
         return 1;
     }
-    const jobject request = event.build<kNew_BG_TS_DTVSVLIB_PERMISSION_REQ>(
-        record.permit_type, asJint(record.task_id));
+    const jobject request =
+        event.build<kNew_BG_TS_DTVSVLIB_PERMISSION_REQ>(record.permit_type, asJint(record.task_id));
     return event.deliver<kCall_onEvDtvsvBmlPermissionReq>(
         event.build<kNew_BG_EV_DTVSV_BML_PERMISSION_REQ>(record.handle, request));
 }
@@ -238,8 +238,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_bml_phonebook_req(JNIEnv* env, void* da
     REQUIRE_OR_SAY(phone_number, "phone_number is NULL");
     const jstring mail_address = event.text(address_text.text);
     REQUIRE_OR_SAY(mail_address, "mail_address is NULL");
-    const jobject request = event.build<kNew_BG_TS_DTVSVLIB_PHONEBOOK_REQ>(
-        name, name_kana, phone_number, mail_address);
+    const jobject request =
+        event.build<kNew_BG_TS_DTVSVLIB_PHONEBOOK_REQ>(name, name_kana, phone_number, mail_address);
     return event.deliver<kCall_onEvDtvsvBmlPhoneBookReq>(
         event.build<kNew_BG_EV_DTVSV_BML_PHONEBOOK_REQ>(record.handle, request));
 }
@@ -289,8 +289,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_bml_schedule_req(JNIEnv* env, void* dat
     const jobject date = event.build<kNew_BG_TS_DTVSVLIB_BML_TIME>(
         time.date_year, time.date_month, time.date_day, time.date_dow, time.date_hour,
         time.date_min, time.date_sec);
-    const jobject request = event.build<kNew_BG_TS_DTVSVLIB_SCHEDULE_REQ>(date, title, text,
-                                                                          record.alarm_flag);
+    const jobject request =
+        event.build<kNew_BG_TS_DTVSVLIB_SCHEDULE_REQ>(date, title, text, record.alarm_flag);
     return event.deliver<kCall_onEvDtvsvBmlScheduleReq>(
         event.build<kNew_BG_EV_DTVSV_BML_SCHEDULE_REQ>(record.handle, request));
 }
@@ -350,8 +350,7 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_bml_save_picture_req(JNIEnv* env, void*
                    "SAVE_PICTURE_REQ : src_resource = |%s|, src_resource_size = %ld, "
                    "filename = |%s|, filename_size = %ld, image_data_size = %ld, overwrite = %d",
                    resource_text.text, asLong(record.src_resource_size), filename_text.text,
-                   asLong(record.filename_size), asLong(record.image_data_size),
-                   record.overwrite);
+                   asLong(record.filename_size), asLong(record.image_data_size), record.overwrite);
     EventBuilder event(*this, env, __func__);
     if (!event.hasSizeOf<TS_SAVE_PICTURE_REQ>(size)) {
         return 1;

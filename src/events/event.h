@@ -1,6 +1,7 @@
 // One event's way: from the service's record to the callback of BGCallBack.
 //
-//     FUNCSTART -> view of the record -> its fields in the trace -> size -> Java objects -> callback
+//     FUNCSTART -> view of the record -> its fields in the trace -> size -> Java objects ->
+//     callback
 #pragma once
 
 #include "binding/JNIDtvSvLibListener.h"
@@ -27,7 +28,8 @@ Record viewRecord(const void* data, int size) {
     return record;
 }
 
-/// The text of a field, which ends at its first zero byte or with the field, with a zero byte behind.
+/// The text of a field, which ends at its first zero byte or with the field, with a zero byte
+/// behind.
 template <size_t Size>
 struct FieldText {
     explicit FieldText(const char (&field)[Size]) {
@@ -38,11 +40,17 @@ struct FieldText {
 };
 
 /// A 32-bit field that goes to Java as a long, without its sign.
-constexpr jlong zeroExtended(uint32_t value) { return value; }
+constexpr jlong zeroExtended(uint32_t value) {
+    return value;
+}
 /// A 32-bit field that goes to Java as a long, with its sign.
-constexpr jlong signExtended(int32_t value) { return value; }
+constexpr jlong signExtended(int32_t value) {
+    return value;
+}
 /// A 32-bit field that goes to Java as an int, bit by bit.
-constexpr jint asJint(uint32_t value) { return static_cast<jint>(value); }
+constexpr jint asJint(uint32_t value) {
+    return static_cast<jint>(value);
+}
 
 /// The level at which a handler reports what failed.
 enum class Reports {
@@ -72,13 +80,12 @@ public:
     /// Constructs an object. Fields of 8 and 16 bits go as ints; 32-bit fields say how they go.
     template <TE_DTVSV_METHODID Constructor, typename... Arguments>
     jobject build(Arguments... arguments) {
-        static_assert(
-            signature::takes<JavaType<Arguments>...>(kMethodTable[Constructor].signature),
-            "the constructor takes these arguments");
+        static_assert(signature::takes<JavaType<Arguments>...>(kMethodTable[Constructor].signature),
+                      "the constructor takes these arguments");
         jobject object = nullptr;
-        if (failed_ || !succeeded(listener_.CallMethod(
-                           env_, Constructor, &object,
-                           static_cast<JavaType<Arguments>>(arguments)...))) {
+        if (failed_ ||
+            !succeeded(listener_.CallMethod(env_, Constructor, &object,
+                                            static_cast<JavaType<Arguments>>(arguments)...))) {
             return nullptr;
         }
         return keep(object);
@@ -86,7 +93,8 @@ public:
 
     /// A Java string of a zero-terminated text, or null: its handler says so in its own words.
     jstring text(const char* text) {
-        return failed_ ? nullptr : static_cast<jstring>(keep(listener_.OrgNewStringUTF(env_, text)));
+        return failed_ ? nullptr
+                       : static_cast<jstring>(keep(listener_.OrgNewStringUTF(env_, text)));
     }
 
     /// A Java string of UTF-16 units as they stand in a record, or null.

@@ -1,4 +1,5 @@
-// The programme guide of a service: what is on, what is next, and up to eight programmes that follow.
+// The programme guide of a service: what is on, what is next, and up to eight programmes that
+// follow.
 #include "events/event.h"
 #include "records/programme_records.h"
 
@@ -34,17 +35,14 @@ jobject buildProgramme(EventBuilder& event, const PRG_INFO& programme) {
     const jobject time = buildTime(event, programme.start_time);
     const jobject start = event.build<kNew_BG_TS_DTVSVLIB_DATE_TIME>(date, time);
     const jobject duration = buildTime(event, programme.duration);
-    const jstring name =
-        buildGuideText(event, programme.name, programme.name_size, kLongestName);
-    const jstring text =
-        buildGuideText(event, programme.text, programme.text_size, kLongestText);
+    const jstring name = buildGuideText(event, programme.name, programme.name_size, kLongestName);
+    const jstring text = buildGuideText(event, programme.text, programme.text_size, kLongestText);
     if (name == nullptr || text == nullptr) {
         return nullptr;
     }
     const jint name_length = event.env()->GetStringUTFLength(name);
     const jint text_length = event.env()->GetStringUTFLength(text);
-    const jint nibbles =
-        programme.nibble_cnt < kMostNibbles ? programme.nibble_cnt : kMostNibbles;
+    const jint nibbles = programme.nibble_cnt < kMostNibbles ? programme.nibble_cnt : kMostNibbles;
     const jbyteArray content_nibble = event.bytes(programme.content_nibble, nibbles);
     const jbyteArray user_nibble = event.bytes(programme.user_nibble, nibbles);
     return event.build<kNew_BG_TS_DTVSVLIB_PRG_INFO>(
@@ -61,8 +59,8 @@ jobjectArray buildFollowing(EventBuilder& event, const JNIDtvSvLibListener& list
         return nullptr;
     }
     const jsize count = record.after_prg_infoCnt;
-    const auto programmes = static_cast<jobjectArray>(
-        event.keep(env->NewObjectArray(count, programme_class, nullptr)));
+    const auto programmes =
+        static_cast<jobjectArray>(event.keep(env->NewObjectArray(count, programme_class, nullptr)));
     if (programmes == nullptr) {
         return nullptr;
     }
@@ -77,8 +75,8 @@ jobjectArray buildFollowing(EventBuilder& event, const JNIDtvSvLibListener& list
 }
 
 #define TRACE_DATE(function, label, date)                                                          \
-    TRACE_LISTENER(kDebug, function, label " DATE : year = %d, month = %d, day = %d",              \
-                   (date).year, (date).month, (date).day)
+    TRACE_LISTENER(kDebug, function, label " DATE : year = %d, month = %d, day = %d", (date).year, \
+                   (date).month, (date).day)
 #define TRACE_TIME(function, label, time)                                                          \
     TRACE_LISTENER(kDebug, function, label " TIME : hour = %d, min = %d, sec = %d, mil_sec = %d",  \
                    (time).hour, (time).min, (time).sec, (time).mil_sec)

@@ -45,8 +45,8 @@ jobject buildNetwork(EventBuilder& event, const NETWORK_INFO& network, const Net
     }
     env->SetIntArrayRegion(services, 0, count, ids);
     return event.build<kNew_BG_TS_DTVSVLIB_NETWORK_INFO>(
-        network.ts_id, ts_name_length, names.ts_name, network.nw_id, nw_name_length,
-        names.nw_name, network.remocon_id, network.partialsvc_cnt, services);
+        network.ts_id, ts_name_length, names.ts_name, network.nw_id, nw_name_length, names.nw_name,
+        network.remocon_id, network.partialsvc_cnt, services);
 }
 
 #define TRACE_NETWORK(function, network)                                                           \
@@ -145,8 +145,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_service_info_notify(JNIEnv* env, void* 
     TRACE_LISTENER(kFuncStart, __func__, "recv_size = %d", size);
     const auto record = viewRecord<TS_SERVICE_INFO_NOTIFY>(data, size);
     TRACE_LISTENER(kDebug, __func__, "handle = %d", record.handle);
-    TRACE_LISTENER(kDebug, __func__, "STREAM_INFO ts_id = %ld, svc_cnt = %d",
-                   asLong(record.ts_id), record.svc_cnt);
+    TRACE_LISTENER(kDebug, __func__, "STREAM_INFO ts_id = %ld, svc_cnt = %d", asLong(record.ts_id),
+                   record.svc_cnt);
     if (record.svc_cnt > kMostServices) {
         TRACE_LISTENER(kDebug, __func__, "ERROR svc_cnt is over count");
         return 1;
@@ -162,12 +162,11 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_service_info_notify(JNIEnv* env, void* 
     if (services == nullptr || !fillServices(event, record, services)) {
         return 1;
     }
-    const jobject stream = event.build<kNew_BG_TS_DTVSVLIB_STREAM_INFO>(
-        asJint(record.ts_id), record.svc_cnt, services);
+    const jobject stream = event.build<kNew_BG_TS_DTVSVLIB_STREAM_INFO>(asJint(record.ts_id),
+                                                                        record.svc_cnt, services);
     return event.deliver<kCall_onEvDtvsvServiceInfoNotify>(
-        event.build<kNew_BG_EV_DTVSV_SERVICE_INFO_NOTIFY>(record.handle, stream,
-                                                          zeroExtended(record.physical_channel),
-                                                          record.service_no));
+        event.build<kNew_BG_EV_DTVSV_SERVICE_INFO_NOTIFY>(
+            record.handle, stream, zeroExtended(record.physical_channel), record.service_no));
 }
 
 // ---- The streams of the service, and the ends of scans and searches. These log no field.
@@ -182,9 +181,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_component_info_notify(JNIEnv* env, void
     const jobject component = event.build<kNew_BG_TS_DTVSVLIB_COMPONENT_INFO>(
         record.cap_exist_flg, record.bml_exist_flg, record.audio_es_num);
     return event.deliver<kCall_onEvDtvsvComponentInfoNotify>(
-        event.build<kNew_BG_EV_DTVSV_COMPONENT_INFO_NOTIFY>(record.handle, component,
-                                                            zeroExtended(record.physical_channel),
-                                                            record.service_no));
+        event.build<kNew_BG_EV_DTVSV_COMPONENT_INFO_NOTIFY>(
+            record.handle, component, zeroExtended(record.physical_channel), record.service_no));
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_update_video_info_notify(JNIEnv* env, void* data,
@@ -195,8 +193,7 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_update_video_info_notify(JNIEnv* env, v
     if (!event.hasSizeOf<TS_UPDATE_VIDEO_INFO_NOTIFY>(size)) {
         return 1;
     }
-    const jobject video =
-        event.build<kNew_BG_TS_DTVSVLIB_VIDEO_INFO>(record.size_h, record.size_v);
+    const jobject video = event.build<kNew_BG_TS_DTVSVLIB_VIDEO_INFO>(record.size_h, record.size_v);
     return event.deliver<kCall_onEvDtvsvUpdateVideoInfoNotify>(
         event.build<kNew_BG_EV_DTVSV_UPDATE_VIDEO_INFO_NOTIFY>(
             record.handle, video, zeroExtended(record.physical_channel), record.service_no));
@@ -252,8 +249,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_start_search_channel_notify(JNIEnv* env
         return 1;
     }
     return event.deliver<kCall_onEvDtvsvStartSearchChannelNotify>(
-        event.build<kNew_BG_EV_DTVSV_START_SEARCH_CHANNEL_NOTIFY>(
-            record.handle, asJint(record.physical_channel)));
+        event.build<kNew_BG_EV_DTVSV_START_SEARCH_CHANNEL_NOTIFY>(record.handle,
+                                                                  asJint(record.physical_channel)));
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_terminate_search_channel_notify(JNIEnv* env, void* data,

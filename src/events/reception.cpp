@@ -56,10 +56,11 @@ int JNIDtvSvLibListener::DoListenerEvent(JNIEnv* env, int id, void* data, int si
     }
     int ret = 1;
     switch (id) {
-    // Every message buffer holds the handle and the result, whatever the size says.
+        // Every message buffer holds the handle and the result, whatever the size says.
 #define REPLY(reply_id, event_class, callback)                                                     \
     case event_id::reply_id: {                                                                     \
-        const auto reply = viewRecord<ReplyRecord<event_id::reply_id>>(data, sizeof(TS_COMMON_REPLY)); \
+        const auto reply =                                                                         \
+            viewRecord<ReplyRecord<event_id::reply_id>>(data, sizeof(TS_COMMON_REPLY));            \
         ret = dtvsv_msgid_lib_common_reply(env, reply.handle, reply.result, kNew_##event_class,    \
                                            kCall_##callback);                                      \
         break;                                                                                     \

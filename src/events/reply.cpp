@@ -49,9 +49,8 @@ int deliverServiceReply(EventBuilder& event, const void* data, int size) {
         return 1;
     }
     const auto record = viewRecord<TS_SERVICE_REPLY>(data, size);
-    return event.deliver<Callback>(
-        event.build<Constructor>(record.handle, record.result,
-                                 zeroExtended(record.physical_channel), record.service_no));
+    return event.deliver<Callback>(event.build<Constructor>(
+        record.handle, record.result, zeroExtended(record.physical_channel), record.service_no));
 }
 
 } // namespace
@@ -92,8 +91,7 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_release_display_reply(JNIEnv* env, void
                                                             record.drawing_destination));
 }
 
-int JNIDtvSvLibListener::dtvsv_msgid_lib_Tuner_log_status_reply(JNIEnv* env, void* data,
-                                                                int size) {
+int JNIDtvSvLibListener::dtvsv_msgid_lib_Tuner_log_status_reply(JNIEnv* env, void* data, int size) {
     TRACE_LISTENER(kFuncStart, __func__, "");
     const auto record = viewRecord<TS_TUNER_LOG_STATUS_REPLY>(data, size);
     TRACE_LISTENER(kDebug, __func__, "handle = %d, result = %ld, log_status = %d", record.handle,
@@ -118,8 +116,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_terminate_rec_reply(JNIEnv* env, void* 
     if (!event.hasSizeOf<TS_TERMINATE_REC_REPLY>(size)) {
         return 1;
     }
-    const jobject terminate_rec = event.build<kNew_BG_TS_DTVSVLIB_TERMINATE_REC_REPLY>(
-        record.program_no, record.object_no);
+    const jobject terminate_rec =
+        event.build<kNew_BG_TS_DTVSVLIB_TERMINATE_REC_REPLY>(record.program_no, record.object_no);
     return event.deliver<kCall_onEvDtvsvTerminateRecReply>(
         event.build<kNew_BG_EV_DTVSV_TERMINATE_REC_REPLY>(record.handle, record.result,
                                                           terminate_rec));

@@ -21,7 +21,8 @@ jobject buildPlayStatus(EventBuilder& event, const PLAY_STATUS_INFO& info) {
 
 } // namespace
 
-// ---- The fatal errors carry nothing yet: their events are not built and their callbacks not called.
+// ---- The fatal errors carry nothing yet: their events are not built and their callbacks not
+// called.
 
 #define FATAL_ERROR_HANDLER(event_name)                                                            \
     int JNIDtvSvLibListener::dtvsv_msgid_lib_##event_name(JNIEnv* env, void* data, int size) {     \
@@ -73,8 +74,7 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_play_error_notify(JNIEnv* env, void* da
         return 1;
     }
     return event.deliver<kCall_onEvDtvsvPlayErrorNotify>(
-        event.build<kNew_BG_EV_DTVSV_PLAY_ERROR_NOTIFY>(record.handle,
-                                                        asJint(record.play_error)));
+        event.build<kNew_BG_EV_DTVSV_PLAY_ERROR_NOTIFY>(record.handle, asJint(record.play_error)));
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_play_event_notify(JNIEnv* env, void* data, int size) {
@@ -133,9 +133,9 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_rec_status_notify(JNIEnv* env, void* da
         return 1;
     }
     return event.deliver<kCall_onEvDtvsvRecStatusNotify>(
-        event.build<kNew_BG_EV_DTVSV_REC_STATUS_NOTIFY>(
-            record.handle, asJint(record.rec_status), zeroExtended(record.physical_channel),
-            record.service_no));
+        event.build<kNew_BG_EV_DTVSV_REC_STATUS_NOTIFY>(record.handle, asJint(record.rec_status),
+                                                        zeroExtended(record.physical_channel),
+                                                        record.service_no));
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_receive_sensitivity_notify(JNIEnv* env, void* data,
@@ -163,9 +163,9 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_bad_sens_notify(JNIEnv* env, void* data
         return 1;
     }
     return event.deliver<kCall_onEvDtvsvBadSensNotify>(
-        event.build<kNew_BG_EV_DTVSV_BAD_SENS_NOTIFY>(
-            record.handle, zeroExtended(record.physical_channel), record.service_no,
-            record.sensitivity_level));
+        event.build<kNew_BG_EV_DTVSV_BAD_SENS_NOTIFY>(record.handle,
+                                                      zeroExtended(record.physical_channel),
+                                                      record.service_no, record.sensitivity_level));
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_good_sens_notify(JNIEnv* env, void* data, int size) {
@@ -189,17 +189,15 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_ca_info_notify(JNIEnv* env, void* data,
     if (!event.hasSizeOf<TS_CA_INFO_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvCaInfoNotify>(
-        event.build<kNew_BG_EV_DTVSV_CA_INFO_NOTIFY>(record.handle, record.ca_status,
-                                                     zeroExtended(record.physical_channel),
-                                                     record.service_no));
+    return event.deliver<kCall_onEvDtvsvCaInfoNotify>(event.build<kNew_BG_EV_DTVSV_CA_INFO_NOTIFY>(
+        record.handle, record.ca_status, zeroExtended(record.physical_channel), record.service_no));
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_bml_disp_icon_notify(JNIEnv* env, void* data, int size) {
     TRACE_LISTENER(kFuncStart, __func__, "");
     const auto record = viewRecord<TS_BML_DISP_ICON_NOTIFY>(data, size);
-    TRACE_LISTENER(kDebug, __func__, "handle = %d, icon_type = %d, disp_permit = %d",
-                   record.handle, record.icon_type, record.disp_permit);
+    TRACE_LISTENER(kDebug, __func__, "handle = %d, icon_type = %d, disp_permit = %d", record.handle,
+                   record.icon_type, record.disp_permit);
     EventBuilder event(*this, env, __func__);
     if (!event.hasSizeOf<TS_BML_DISP_ICON_NOTIFY>(size)) {
         return 1;

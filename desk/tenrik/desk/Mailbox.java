@@ -1,0 +1,64 @@
+package tenrik.desk;
+
+import java.lang.reflect.InvocationHandler;
+import java.lang.reflect.Proxy;
+import java.time.Duration;
+import java.util.Optional;
+import java.util.concurrent.BlockingQueue;
+import java.util.concurrent.LinkedBlockingQueue;
+import java.util.concurrent.TimeUnit;
+import java.util.function.Consumer;
+import java.util.function.Predicate;
+
+import tenrik.service.dtvserver.DtvEventListener;
+
+/**
+ * Takes every event of the service, on whatever thread it comes, and keeps it until the program
+ * looks for it.
+ */
+final class Mailbox {
+    private final BlockingQueue<Record> events = new LinkedBlockingQueue<>();
+
+    /** What to give to the service as the receiver of its events. */
+    DtvEventListener listener() {
+        // Every event has a method of its own there; here all are treated alike.
+        InvocationHandler keep = (proxy, method, arguments) -> {
+            if (method.getDeclaringClass() == Object.class) {
+                return switch (method.getName()) {
+                    case "equals" -> proxy == arguments[0];
+                    case "hashCode" -> System.identityHashCode(proxy);
+                    default -> "Mailbox";
+                };
+            }
+            events.add((Record) arguments[0]);
+            return null;
+        };
+        return (DtvEventListener) Proxy.newProxyInstance(
+                DtvEventListener.class.getClassLoader(), new Class<?>[] {DtvEventListener.class},
+                keep);
+    }
+
+    /**
+     * Waits for an event.
+     *
+     * @param wanted which one; the first that fits is taken
+     * @param limit how long to wait at most
+     * @param others gets the events that come before it, in order
+     * @return the event; empty when it has not come in time
+     */
+    <T extends Record> Optional<T> await(
+            Class<T> type, Predicate<T> wanted, Duration limit, Consumer<Record> others)
+            throws InterruptedException {
+        long end = System.nanoTime() + limit.toNanos();
+        while (true) {
+            Record event = events.poll(end - System.nanoTime(), TimeUnit.NANOSECONDS);
+            if (event == null) {
+                return Optional.empty();
+            }
+            if (type.isInstance(event) && wanted.test(type.cast(event))) {
+                return Optional.of(type.cast(event));
+            }
+            others.accept(event);
+        }
+    }
+}

@@ -1,0 +1,249 @@
+#include "simulator/player.h"
+
+#include "records/command_records.h"
+#include "records/message_ids.h"
+#include "records/status_records.h"
+#include "simulator/activity.h"
+#include "simulator/captions.h"
+#include "simulator/commands.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+namespace simulator {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+constexpr milliseconds kOpening{150};
+constexpr milliseconds kPicture{67}; ///< one of fifteen in a second
+constexpr milliseconds kPauseStep{1000};
+
+/// What the status of a playback says.
+enum PlayStatus : uint8_t {
+    kPlaying = 1,
+    kPaused = 2,
+    kFast = 3,
+};
+
+/// What play_event says.
+enum PlayEvent : int32_t {
+    kEndReached = 1,
+    kBeginningReached = 2,
+};
+
+enum Direction : uint8_t {
+    kForward = 0,
+    kBackward = 1,
+};
+
+milliseconds lengthOf(const Session& session) { return session.playback.length; }
+
+/// Where the playback is now, between the ends of the recording.
+milliseconds positionNow(const Service& service, const Session& session) {
+    const Playback& playback = session.playback;
+    const std::chrono::duration<double, std::milli> moved =
+        (service.now() - playback.since) * playback.speed;
+    const milliseconds position = playback.position + std::chrono::duration_cast<milliseconds>(moved);
+    return std::clamp(position, milliseconds{0}, lengthOf(session));
+}
+
+/// Goes on from a position at a speed; 0 pauses.
+void goOn(Service& service, Session& session, milliseconds position, double speed) {
+    Playback& playback = session.playback;
+    playback.position = std::clamp(position, milliseconds{0}, lengthOf(session));
+    playback.since = service.now();
+    playback.speed = speed;
+    ++playback.change;
+}
+
+bool isPaused(const Session& session) { return session.playback.speed == 0; }
+
+PLAY_STATUS_INFO statusNow(const Service& service, const Session& session) {
+    const milliseconds position = positionNow(service, session);
+    PLAY_STATUS_INFO info{};
+    info.status = isPaused(session) ? kPaused : session.playback.speed == 1 ? kPlaying : kFast;
+    info.current_time =
+        static_cast<uint32_t>(std::chrono::duration_cast<seconds>(position).count());
+    info.eof_flag = position == lengthOf(session) ? 1 : 0;
+    return info;
+}
+
+void tellStatus(Service& service, const Session& session) {
+    TS_PLAY_STATUS_NOTIFY notify{};
+    notify.handle = session.handle;
+    notify.play_status = statusNow(service, session);
+    service.send(event_id::kPlayStatusNotify, notify);
+}
+
+void tellEvent(Service& service, const Session& session, PlayEvent event) {
+    TS_PLAY_EVENT_NOTIFY notify{};
+    notify.handle = session.handle;
+    notify.play_status = statusNow(service, session);
+    notify.play_event = event;
+    service.send(event_id::kPlayEventNotify, notify);
+}
+
+/// At the end the playback stays, paused; at the beginning it turns around.
+void stopAtEnd(Service& service, Session& session) {
+    const bool forward = session.playback.speed > 0;
+    goOn(service, session, positionNow(service, session), forward ? 0 : 1);
+    tellStatus(service, session);
+    tellEvent(service, session, forward ? kEndReached : kBeginningReached);
+}
+
+/// Follows the playback until it is told something else.
+void follow(Service& service, Session& session) {
+    const Playback& playback = session.playback;
+    const auto unchanged = [work = session.work, change = playback.change](const Session& now) {
+        return now.work == work && now.playback.change == change;
+    };
+    if (!isPaused(session)) {
+        const milliseconds position = positionNow(service, session);
+        const milliseconds to_go =
+            playback.speed > 0 ? lengthOf(session) - position : position;
+        const auto left = milliseconds(
+            static_cast<int64_t>(std::ceil(static_cast<double>(to_go.count()) /
+                                           std::abs(playback.speed))));
+        service.later(session, left, [&service, unchanged](Session& now) {
+            if (unchanged(now)) {
+                stopAtEnd(service, now);
+                follow(service, now);
+            }
+        });
+    }
+}
+
+void tellRegularly(Service& service, Session& session, uint64_t work) {
+    if (session.work != work) {
+        return;
+    }
+    tellStatus(service, session);
+    service.later(session, session.playback.status_period,
+                  [&service, work](Session& now) { tellRegularly(service, now, work); });
+}
+
+/// The playback goes on so, and says so.
+Answer change(Service& service, Session& session, milliseconds position, double speed) {
+    goOn(service, session, position, speed);
+    follow(service, session);
+    Answer answer;
+    answer.then = [&service, work = session.work](Session& now) {
+        if (now.work == work) {
+            tellStatus(service, now);
+        }
+    };
+    return answer;
+}
+
+/// One step of a paused playback.
+Answer step(Service& service, Session& session, uint8_t direction, milliseconds size) {
+    if (direction > kBackward) {
+        return answerWith(kNoSuchThing);
+    }
+    if (session.activity != Activity::kPlaying || !isPaused(session)) {
+        return answerWith(kNotNow);
+    }
+    const milliseconds move = direction == kForward ? size : -size;
+    return change(service, session, session.playback.position + move, 0);
+}
+
+} // namespace
+
+Answer startPlay(Service& service, Session& session, const Request& request) {
+    const auto& wanted = request.as<TS_START_PLAY_REQ>();
+    const Recording* recording = service.shelf().find(wanted.medium, wanted.program_number);
+    if (recording == nullptr) {
+        return answerWith(kNoSuchThing);
+    }
+    if (session.activity != Activity::kIdle) {
+        return answerWith(kNotNow);
+    }
+    const uint64_t work = takeUp(service, session, Activity::kPlaying);
+    Playback& playback = session.playback;
+    playback = {};
+    playback.medium = wanted.medium;
+    playback.program_no = wanted.program_number;
+    playback.length = recording->length;
+    playback.status_period = seconds{wanted.interval != 0 ? wanted.interval : 1};
+    goOn(service, session, wanted.resume != 0 ? recording->left_at : milliseconds{0}, 0);
+
+    Answer answer;
+    answer.work = kOpening;
+    answer.then = [&service, work, paused = wanted.pause != 0](Session& now) {
+        if (now.work != work) {
+            return;
+        }
+        if (!paused) {
+            goOn(service, now, now.playback.position, 1);
+        }
+        beginCaptions(service, now);
+        tellRegularly(service, now, work);
+        follow(service, now);
+    };
+    return answer;
+}
+
+Answer changePlaySpeed(Service& service, Session& session, const Request& request) {
+    const auto& wanted = request.as<TS_SPECIAL_PLAY_REQ>();
+    if (wanted.direction > kBackward || wanted.numerator == 0 || wanted.denominator == 0) {
+        return answerWith(kNoSuchThing);
+    }
+    if (session.activity != Activity::kPlaying || isPaused(session)) {
+        return answerWith(kNotNow);
+    }
+    const double speed = static_cast<double>(wanted.numerator) / wanted.denominator;
+    return change(service, session, positionNow(service, session),
+                  wanted.direction == kForward ? speed : -speed);
+}
+
+Answer pausePlay(Service& service, Session& session, const Request&) {
+    if (session.activity != Activity::kPlaying || isPaused(session)) {
+        return answerWith(kNotNow);
+    }
+    return change(service, session, positionNow(service, session), 0);
+}
+
+Answer restartPlay(Service& service, Session& session, const Request&) {
+    if (session.activity != Activity::kPlaying || session.playback.speed == 1) {
+        return answerWith(kNotNow);
+    }
+    return change(service, session, positionNow(service, session), 1);
+}
+
+Answer skipPlay(Service& service, Session& session, const Request& request) {
+    const auto& wanted = request.as<TS_SKIP_PLAY_REQ>();
+    if (wanted.direction > kBackward || wanted.skipsec < 0) {
+        return answerWith(kNoSuchThing);
+    }
+    if (session.activity != Activity::kPlaying) {
+        return answerWith(kNotNow);
+    }
+    const milliseconds size = seconds{wanted.skipsec};
+    const milliseconds move = wanted.direction == kForward ? size : -size;
+    return change(service, session, positionNow(service, session) + move, session.playback.speed);
+}
+
+Answer frameSlidePlay(Service& service, Session& session, const Request& request) {
+    return step(service, session, request.as<TS_ONE_VALUE_REQ>().value, kPicture);
+}
+
+Answer movePausePosition(Service& service, Session& session, const Request& request) {
+    return step(service, session, request.as<TS_ONE_VALUE_REQ>().value, kPauseStep);
+}
+
+Answer terminatePlay(Service& service, Session& session, const Request&) {
+    if (session.activity != Activity::kPlaying) {
+        return answerWith(kNotNow);
+    }
+    const Playback& playback = session.playback;
+    if (Recording* recording = service.shelf().find(playback.medium, playback.program_no)) {
+        recording->left_at = positionNow(service, session);
+    }
+    takeUp(service, session, Activity::kIdle);
+    return {};
+}
+
+} // namespace simulator

@@ -1,0 +1,107 @@
+#include "simulator/recorder.h"
+
+#include "records/command_records.h"
+#include "records/message_ids.h"
+#include "records/status_records.h"
+#include "simulator/commands.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstring>
+
+namespace simulator {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+constexpr seconds kPeriod{1};
+constexpr milliseconds kClosing{80}; ///< to write the end of a recording
+constexpr seconds kSecondsOfRoom{36000}; ///< that fit on an empty medium
+
+/// What rec_status says.
+enum RecordingStatus : uint32_t {
+    kStopped = 0,
+    kRecording = 1,
+};
+
+template <class Record> Record about(uint16_t handle, const Station& station) {
+    Record record{};
+    record.handle = handle;
+    record.physical_channel = static_cast<uint32_t>(station.physical_channel);
+    record.service_no = static_cast<uint16_t>(station.service_no);
+    return record;
+}
+
+void tellStatus(Service& service, uint16_t handle, const Station& station,
+                RecordingStatus status) {
+    auto notify = about<TS_REC_STATUS_NOTIFY>(handle, station);
+    notify.rec_status = status;
+    service.send(event_id::kRecStatusNotify, notify);
+}
+
+void tellProgress(Service& service, Session& session, uint64_t number) {
+    if (!session.recording || session.recording->number != number) {
+        return;
+    }
+    const auto passed = std::chrono::duration_cast<seconds>(service.now() - session.recording->begun);
+    auto notify = about<TS_REC_INFO_NOTIFY>(session.handle, *session.station);
+    notify.rec_time = static_cast<uint32_t>(passed.count());
+    // Percent of the medium that is left.
+    const auto left = std::max(kSecondsOfRoom - passed, seconds{0});
+    notify.rec_cap = static_cast<uint8_t>(left.count() * 100 / kSecondsOfRoom.count());
+    service.send(event_id::kRecInfoNotify, notify);
+    service.later(session, kPeriod,
+                  [&service, number](Session& now) { tellProgress(service, now, number); });
+}
+
+std::string titleOf(const TS_TERMINATE_REC_REQ& request) {
+    const size_t room = std::min<size_t>(request.title_size, sizeof request.title_name);
+    return {request.title_name, strnlen(request.title_name, room)};
+}
+
+} // namespace
+
+Answer startRecording(Service& service, Session& session, const Request& request) {
+    Answer answer;
+    if (session.station != nullptr) {
+        answer.first = static_cast<uint32_t>(session.station->physical_channel);
+        answer.second = static_cast<uint16_t>(session.station->service_no);
+    }
+    const uint8_t medium = request.as<TS_ONE_VALUE_REQ>().value;
+    if (medium >= Shelf::kMedia) {
+        answer.result = kNoSuchThing;
+    } else if (session.activity != Activity::kReceiving || session.recording) {
+        answer.result = kNotNow;
+    } else {
+        const uint64_t number = ++session.recordings;
+        session.recording = RecordingUnderWay{medium, service.now(), number};
+        answer.then = [&service, number, station = session.station](Session& now) {
+            tellStatus(service, now.handle, *station, kRecording);
+            tellProgress(service, now, number);
+        };
+    }
+    return answer;
+}
+
+Answer terminateRecording(Service& service, Session& session, const Request& request) {
+    if (!session.recording) {
+        return answerWith(kNotNow);
+    }
+    const auto& wanted = request.as<TS_TERMINATE_REC_REQ>();
+    const RecordingUnderWay recording = *session.recording;
+    session.recording.reset();
+    Answer answer;
+    answer.work = kClosing;
+    if (wanted.save_data != 0) {
+        answer.first = service.shelf().add(recording.medium, titleOf(wanted),
+                                           service.now() - recording.begun);
+        answer.second = 1;
+    }
+    answer.then = [&service, station = session.station](Session& now) {
+        tellStatus(service, now.handle, *station, kStopped);
+    };
+    return answer;
+}
+
+} // namespace simulator

@@ -1,0 +1,46 @@
+// The recordings that were made and kept.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <list>
+#include <string>
+
+namespace simulator {
+
+struct Recording {
+    uint16_t program_no; ///< from 1 up on each medium
+    uint8_t medium;
+    std::string title;
+    std::chrono::milliseconds length;
+    std::chrono::milliseconds left_at{0}; ///< where it was left when it was last played
+};
+
+/// Gone with the simulator.
+class Shelf {
+public:
+    /// Keeps a recording; its programme number.
+    uint16_t add(uint8_t medium, std::string title, std::chrono::milliseconds length) {
+        ++last_[medium];
+        recordings_.push_back({last_[medium], medium, std::move(title), length});
+        return last_[medium];
+    }
+
+    /// The recording, or null. Stays where it is.
+    Recording* find(uint8_t medium, uint16_t program_no) {
+        for (Recording& recording : recordings_) {
+            if (recording.medium == medium && recording.program_no == program_no) {
+                return &recording;
+            }
+        }
+        return nullptr;
+    }
+
+    static constexpr uint8_t kMedia = 2;
+
+private:
+    std::list<Recording> recordings_;
+    uint16_t last_[kMedia] = {};
+};
+
+} // namespace simulator

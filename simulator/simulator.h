@@ -1,0 +1,26 @@
+// A DTV service for the desk, to be put behind libDtv.so: it answers the commands of the bridge
+// from a channel table, as if the stations of the table were on the air.
+#pragma once
+
+#include "dtv/exchange.h"
+#include "simulator/service.h"
+
+namespace simulator {
+
+/// Sessions are numbered from 1; each has a tuner of its own. What was asked of a session that does
+/// not exist is taken and answered with kUnknownHandle; a message that is no command, or that is of
+/// the wrong size, is not taken. Commands never wait: replies and notifications come from a thread
+/// of the simulator's own, replies of a session in the order of its commands.
+class Simulator : public dtv::ServiceEndpoint {
+public:
+    explicit Simulator(Options options);
+    ~Simulator() override;
+
+    int onCommand(const dtv::Command& command) override;
+    int onExchange(const dtv::Command& command, const dtv::Reply& reply) override;
+
+private:
+    Service service_;
+};
+
+} // namespace simulator

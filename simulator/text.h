@@ -1,0 +1,24 @@
+// Texts of the records: UTF-8 in fields of a fixed size.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+namespace simulator {
+
+/// How many bytes of `text` fit into `room` without cutting a character in two.
+size_t fittingBytes(std::string_view text, size_t room);
+
+/// Writes as much of `text` as fits into a record's field, whole characters only, and returns how
+/// many bytes that are. A text that fills the field has no zero byte behind it.
+size_t writeText(char* field, size_t room, std::string_view text);
+
+template <size_t kRoom> size_t writeText(char (&field)[kRoom], std::string_view text) {
+    return writeText(field, kRoom, text);
+}
+
+/// The parts of `text` between commas, without blanks around them.
+std::vector<std::string_view> splitAtCommas(std::string_view text);
+
+} // namespace simulator

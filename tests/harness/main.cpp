@@ -1,0 +1,72 @@
+// The main program of every test binary.
+#include "harness/harness.h"
+
+#include <algorithm>
+#include <cstring>
+
+#if defined(__has_feature)
+#define HARNESS_CLANG_SANITIZER __has_feature(address_sanitizer)
+#else
+#define HARNESS_CLANG_SANITIZER 0
+#endif
+#if defined(__SANITIZE_ADDRESS__) || HARNESS_CLANG_SANITIZER
+// The VM handles SIGSEGV itself (it reads null on purpose), and what it never frees is not ours.
+extern "C" const char* __asan_default_options();
+extern "C" __attribute__((visibility("default"))) const char* __asan_default_options() {
+    return "handle_segv=0:allow_user_segv_handler=1:detect_leaks=0:detect_stack_use_after_return=0";
+}
+#endif
+extern "C" const char* __ubsan_default_options();
+extern "C" __attribute__((visibility("default"))) const char* __ubsan_default_options() {
+    return "print_stacktrace=1:halt_on_error=1";
+}
+
+namespace harness {
+
+int deliver(int event_id, const std::vector<uint8_t>& bytes) {
+    return deliver(event_id, bytes, static_cast<int>(bytes.size()));
+}
+
+int deliver(int event_id, const std::vector<uint8_t>& bytes, int size) {
+    size_t length = std::max<size_t>(bytes.size(), 8);
+    std::unique_ptr<uint8_t[]> record(new uint8_t[length]());
+    if (!bytes.empty()) {
+        std::memcpy(record.get(), bytes.data(), bytes.size());
+    }
+    return dtv::deliverEvent(event_id, record.get(), size);
+}
+
+namespace {
+
+/// Gives each test a frame of local references of its own (the main thread never returns to Java,
+/// where references would end), and fails a test that leaves a Java exception to the next one.
+class TestEdges : public testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo&) override {
+        pushed = VirtualMachine::exists() && env()->PushLocalFrame(512) == JNI_OK;
+    }
+    void OnTestEnd(const testing::TestInfo&) override {
+        if (VirtualMachine::exists()) {
+            EXPECT_EQ(takeException(), "") << "the test left a Java exception pending";
+        }
+        if (pushed) {
+            env()->PopLocalFrame(nullptr);
+        }
+    }
+    bool pushed = false;
+};
+
+} // namespace
+} // namespace harness
+
+int main(int argc, char** argv) {
+    using namespace harness;
+    testing::InitGoogleTest(&argc, argv);
+    testing::UnitTest::GetInstance()->listeners().Append(new TestEdges);
+    int result = RUN_ALL_TESTS();
+    dtv::stopDelivery();
+    endEventThreads();
+    if (VirtualMachine::exists()) {
+        VirtualMachine::instance().destroy();
+    }
+    return result;
+}

@@ -1,0 +1,73 @@
+// The Java VM of the test process: one, made when it is first asked for, on the main thread.
+#pragma once
+
+#include <jni.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace harness {
+
+/// How a test process judges JNI, from DTV_TEST_MODE.
+enum class Mode {
+    strict,   ///< "strict", the default: by the table of strict_jni.h
+    checkJni, ///< "checkjni": by the VM's own -Xcheck:jni, whose warnings ctest finds in the output
+    plain     ///< "plain": not at all (the sanitizers judge)
+};
+Mode mode();
+
+class VirtualMachine {
+public:
+    /// Makes the VM at the first call. Further options come from DTV_TEST_VM_OPTIONS, parted by
+    /// blanks.
+    static VirtualMachine& instance();
+    static bool exists();
+
+    JavaVM* vm() const { return java_vm; }
+
+    /// The calling thread's environment; ends the process when the thread is not attached.
+    JNIEnv* env() const;
+
+    /// Ends the VM. Every thread but daemons and the caller must have been detached.
+    void destroy();
+
+private:
+    VirtualMachine();
+    JavaVM* java_vm = nullptr;
+};
+
+/// The calling thread's environment.
+JNIEnv* env();
+
+/// Describes and clears the exception that is pending on the calling thread. Empty when there is
+/// none, otherwise its text ("java.lang.IllegalStateException: why").
+std::string takeException();
+
+/// A thread that the VM does not know, as the bridge meets them: it runs what it is given, one
+/// after the other, and lives until all tests of the process have ended (the bridge never forgets a
+/// thread, and the C library gives an ended thread's identity to the next one). Then the harness
+/// detaches it.
+class EventThread {
+public:
+    EventThread();
+    EventThread(const EventThread&) = delete;
+    EventThread& operator=(const EventThread&) = delete;
+
+    /// Runs `work` on the thread and waits for its end.
+    void run(const std::function<void()>& work);
+    /// Has `work` run on the thread and does not wait.
+    void start(std::function<void()> work);
+    /// Waits for everything that was started.
+    void wait();
+
+    struct Body;
+
+private:
+    std::shared_ptr<Body> body;
+};
+
+/// Detaches and ends all EventThreads. The harness's main calls it after the last test.
+void endEventThreads();
+
+} // namespace harness

@@ -1,0 +1,44 @@
+package harness;
+
+/** What the strict table's own test works on; its natives are bound by that test. */
+public final class StrictProbe {
+    private int number = 7;
+    private String text = "text";
+    private static int shared = 9;
+
+    public StrictProbe() {}
+
+    public int one() {
+        return number;
+    }
+
+    public static int two() {
+        return shared;
+    }
+
+    public static void take(Object object) {}
+
+    public static void fail() {
+        throw new IllegalStateException("on purpose");
+    }
+
+    /** Answers a new reference to its argument. */
+    public native Object give(Object argument);
+
+    /** Answers a reference that it has deleted. */
+    public native Object giveDeleted(Object argument);
+
+    /** Leaves a pushed frame behind. */
+    public native void keepFrame();
+
+    /** Takes characters and does not release them. */
+    public native void keepText(String text);
+
+    /** Keeps many references: the VM ends them with the call. */
+    public native void makeMany(int count);
+
+    @Override
+    public String toString() {
+        return number + text + shared;
+    }
+}
