@@ -9,6 +9,7 @@ namespace harness {
 
 CallbackRecorder::CallbackRecorder() {
     JNIEnv* jni = env();
+    LocalFrame frame;
     jclass of = findClass("harness/EventRecorder");
     jmethodID install = jni->GetStaticMethodID(of, "install", "()Lharness/EventRecorder;");
     jobject made = install != nullptr ? jni->CallStaticObjectMethod(of, install) : nullptr;
@@ -18,6 +19,7 @@ CallbackRecorder::CallbackRecorder() {
 
 CallbackRecorder::~CallbackRecorder() {
     JNIEnv* jni = env();
+    LocalFrame frame;
     jclass of = findClass("harness/EventRecorder");
     jmethodID uninstall = jni->GetStaticMethodID(of, "uninstall", "()V");
     if (uninstall != nullptr) {
@@ -37,6 +39,7 @@ std::vector<std::string> CallbackRecorder::take() {
 
 std::vector<Callback> CallbackRecorder::takeAll() {
     JNIEnv* jni = env();
+    LocalFrame frame;
     auto taken = static_cast<jobjectArray>(
         jni->CallObjectMethod(recorder, method("take", "()[Ljava/lang/String;")));
     check("taking callbacks");
@@ -53,7 +56,6 @@ std::vector<Callback> CallbackRecorder::takeAll() {
         std::string line = text(i);
         callbacks.push_back({std::move(line), text(i + 1)});
     }
-    jni->DeleteLocalRef(taken);
     return callbacks;
 }
 
@@ -65,6 +67,7 @@ bool CallbackRecorder::waitFor(int count, std::chrono::milliseconds limit) {
 }
 
 void CallbackRecorder::throwNext(const std::string& exception_class, const std::string& message) {
+    LocalFrame frame;
     jobject exception = newObject(exception_class, "(Ljava/lang/String;)V", {message.c_str()});
     env()->CallVoidMethod(recorder, method("throwNext", "(Ljava/lang/Throwable;)V"), exception);
     check("telling the recorder to throw");

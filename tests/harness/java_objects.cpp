@@ -68,6 +68,7 @@ std::vector<jvalue> convert(const std::string& descriptor, const std::vector<Val
 /// text.
 std::string describe(const char* method, jclass of, const std::string& name) {
     JNIEnv* jni = env();
+    LocalFrame frame;
     bool named = !name.empty();
     jclass reflect = findClass("harness/Reflect");
     jmethodID id = jni->GetStaticMethodID(reflect, method,
@@ -129,13 +130,15 @@ std::string toText(jstring text) {
 }
 
 jclass findClass(const std::string& name) {
+    LocalFrame frame;
     jclass found = Product::findClass(wholeName(name));
-    return failed("class " + name) ? nullptr : found;
+    return frame.keep(failed("class " + name) ? nullptr : found);
 }
 
 jobject newObject(const std::string& class_name, const std::string& descriptor,
                   const std::vector<Value>& arguments) {
     JNIEnv* jni = env();
+    LocalFrame frame;
     jclass of = findClass(class_name);
     if (of == nullptr) {
         return nullptr;
@@ -150,7 +153,7 @@ jobject newObject(const std::string& class_name, const std::string& descriptor,
     jobject made = values.size() == arguments.size()
                        ? jni->NewObjectA(of, constructor, values.data())
                        : nullptr;
-    return failed("new " + class_name) ? nullptr : made;
+    return frame.keep(failed("new " + class_name) ? nullptr : made);
 }
 
 jobject newObject(const std::string& class_name, const std::vector<Value>& arguments) {
@@ -159,6 +162,7 @@ jobject newObject(const std::string& class_name, const std::vector<Value>& argum
 
 jobject constant(const std::string& class_name, const std::string& name) {
     JNIEnv* jni = env();
+    LocalFrame frame;
     jclass of = findClass(class_name);
     if (of == nullptr) {
         return nullptr;
@@ -168,7 +172,7 @@ jobject constant(const std::string& class_name, const std::string& name) {
     if (failed(class_name + "." + name)) {
         return nullptr;
     }
-    return jni->GetStaticObjectField(of, id);
+    return frame.keep(jni->GetStaticObjectField(of, id));
 }
 
 jbyteArray newBytes(const std::vector<int>& bytes) {
@@ -184,6 +188,7 @@ jbyteArray newBytes(const std::vector<int>& bytes) {
 
 void setField(jobject object, const std::string& name, const Value& value) {
     JNIEnv* jni = env();
+    LocalFrame frame;
     jclass of = jni->GetObjectClass(object);
     std::string type = describe("fieldDescriptor", of, name);
     if (type.empty()) {
@@ -216,6 +221,7 @@ EnumValue::EnumValue(const std::string& class_name, const std::string& name, int
     : held(constant(class_name, name)) {
     if (held != nullptr) {
         JNIEnv* jni = env();
+        LocalFrame frame;
         jfieldID id = jni->GetFieldID(jni->GetObjectClass(held), "value", "I");
         if (!failed(class_name + ".value")) {
             before = jni->GetIntField(held, id);
@@ -237,6 +243,7 @@ jobject callNative(const std::string& name, const std::vector<Value>& arguments)
 jobject callNative(const std::string& name, const std::string& descriptor,
                    const std::vector<Value>& arguments) {
     JNIEnv* jni = env();
+    LocalFrame frame;
     jclass of = findClass("DtvServerProxy");
     if (of == nullptr) {
         return nullptr;
@@ -254,7 +261,7 @@ jobject callNative(const std::string& name, const std::string& descriptor,
     }
     jobject answer = jni->CallObjectMethodA(proxy, id, values.data());
     last_thrown = takeException();
-    return last_thrown.empty() ? answer : nullptr;
+    return frame.keep(last_thrown.empty() ? answer : nullptr);
 }
 
 std::string lastThrown() {
@@ -263,6 +270,7 @@ std::string lastThrown() {
 
 std::string tree(jobject object) {
     JNIEnv* jni = env();
+    LocalFrame frame;
     jclass renderer = findClass("harness/Tree");
     jmethodID id = jni->GetStaticMethodID(renderer, "of", "(Ljava/lang/Object;)Ljava/lang/String;");
     if (failed("harness/Tree")) {
@@ -273,6 +281,7 @@ std::string tree(jobject object) {
 }
 
 std::string call(const std::string& name, const std::vector<Value>& arguments) {
+    LocalFrame frame;
     jobject answer = callNative(name, arguments);
     return last_thrown.empty() ? tree(answer) : "throws " + last_thrown;
 }

@@ -16,6 +16,7 @@ jobject loader = nullptr; ///< a global reference; null: the application's class
 bool loaded = false;
 
 std::string loadThrough(jclass loading) {
+    LocalFrame frame;
     if (loading == nullptr) {
         return "no class to load with: " + takeException();
     }
@@ -52,6 +53,7 @@ std::string Product::loadWithout(const std::vector<std::string>& hidden_classes)
         return "the bridge is loaded already";
     }
     JNIEnv* jni = env();
+    LocalFrame frame;
     jclass of = findClass("harness/HidingClassLoader");
     jclass text = jni->FindClass("java/lang/String");
     jobjectArray hidden =

@@ -79,6 +79,8 @@ VirtualMachine::VirtualMachine() {
     }
     made = true;
     StrictJni::install(java_vm, mode() == Mode::strict);
+    // The main thread never returns to Java; -Xcheck:jni wants to be told of what it may hold.
+    env()->EnsureLocalCapacity(512);
 }
 
 JNIEnv* VirtualMachine::env() const {
@@ -122,6 +124,16 @@ std::string takeException() {
     jni->DeleteLocalRef(of);
     jni->DeleteLocalRef(thrown);
     return text;
+}
+
+LocalFrame::LocalFrame() : open(env()->PushLocalFrame(32) == JNI_OK) {}
+
+LocalFrame::~LocalFrame() { end(nullptr); }
+
+jobject LocalFrame::end(jobject result) {
+    jobject kept = open ? env()->PopLocalFrame(result) : result;
+    open = false;
+    return kept;
 }
 
 struct EventThread::Body {

@@ -44,6 +44,25 @@ JNIEnv* env();
 /// none, otherwise its text ("java.lang.IllegalStateException: why").
 std::string takeException();
 
+/// A frame of local references on the calling thread, so that a helper leaves none but its result.
+class LocalFrame {
+public:
+    LocalFrame();
+    ~LocalFrame();
+    LocalFrame(const LocalFrame&) = delete;
+    LocalFrame& operator=(const LocalFrame&) = delete;
+
+    /// Ends the frame; the answer is `result` in the frame around it.
+    template <typename Reference>
+    Reference keep(Reference result) {
+        return static_cast<Reference>(end(result));
+    }
+
+private:
+    jobject end(jobject result);
+    bool open;
+};
+
 /// A thread that the VM does not know, as the bridge meets them: it runs what it is given, one
 /// after the other, and lives until all tests of the process have ended (the bridge never forgets a
 /// thread, and the C library gives an ended thread's identity to the next one). Then the harness
