@@ -1,6 +1,9 @@
 #include "simulator/broadcast.h"
 
 #include "records/message_ids.h"
+#include "records/status_records.h"
+#include "simulator/browser.h"
+#include "simulator/captions.h"
 #include "simulator/signal.h"
 #include "simulator/text.h"
 
@@ -27,7 +30,8 @@ uint16_t serviceId(const Station& station, size_t number) {
 }
 
 /// A record that begins with the handle, the channel and the service of a station.
-template <class Record> Record about(uint16_t handle, const Station& station) {
+template <class Record>
+Record about(uint16_t handle, const Station& station) {
     Record record{};
     record.handle = handle;
     record.physical_channel = static_cast<uint32_t>(station.physical_channel);
@@ -35,7 +39,7 @@ template <class Record> Record about(uint16_t handle, const Station& station) {
     return record;
 }
 
-void sendNetwork(Service& service, const Session& session) {
+void sendNetwork(Service& service, Session& session) {
     TS_NETWORK_INFO_NOTIFY network{};
     network.handle = session.handle;
     network.physical_channel = static_cast<uint32_t>(session.station->physical_channel);
@@ -44,7 +48,7 @@ void sendNetwork(Service& service, const Session& session) {
     service.send(event_id::kServiceInfoNotify, serviceInfo(session.handle, *session.station));
 }
 
-void sendStreams(Service& service, const Session& session) {
+void sendStreams(Service& service, Session& session) {
     const Station& station = *session.station;
     auto components = about<TS_COMPONENT_INFO_NOTIFY>(session.handle, station);
     components.cap_exist_flg = 1;
@@ -65,6 +69,60 @@ void sendStreams(Service& service, const Session& session) {
     captions.handle = session.handle;
     captions.valid_lang_num = 1;
     service.send(event_id::kGetCaptionDataNotify, captions);
+}
+
+void sendRights(Service& service, Session& session) {
+    auto copying = about<TS_COPY_CONTROL_INFO_NOTIFY>(session.handle, *session.station);
+    service.send(event_id::kCopyControlInfoNotify, copying); // mode 0: copies are free
+    auto access = about<TS_CA_INFO_NOTIFY>(session.handle, *session.station);
+    service.send(event_id::kCaInfoNotify, access); // status 0: not scrambled
+}
+
+void sendGuide(Service& service, Session& session) {
+    const GuideChannel* channel = service.guide().channelOf(*session.station, service.plan());
+    if (channel != nullptr) {
+        service.send(
+            event_id::kReceiveEpgInfoNotify,
+            programmeGuide(session.handle, *session.station, *channel, service.wallClock()));
+    }
+}
+
+/// Presents what the session was told to begin with.
+void begin(Service& service, Session& session) {
+    beginCaptions(service, session);
+    beginBrowser(service, session);
+}
+
+DATE dateOf(const std::tm& time) {
+    return {static_cast<uint16_t>(time.tm_year + 1900), static_cast<uint16_t>(time.tm_mon + 1),
+            static_cast<uint16_t>(time.tm_mday)};
+}
+
+TIME timeOf(std::time_t seconds) {
+    return {static_cast<uint16_t>(seconds / 3600), static_cast<uint16_t>(seconds / 60 % 60),
+            static_cast<uint16_t>(seconds % 60), 0};
+}
+
+PRG_INFO programmeInfo(const Programme& programme) {
+    PRG_INFO info{};
+    const std::time_t local = programme.start + programme.utc_offset;
+    std::tm start{};
+    gmtime_r(&local, &start);
+    // Programmes of a service start at different minutes: that tells them apart.
+    info.evtId = static_cast<uint32_t>(programme.start / 60) & 0xFFFFU;
+    info.start_date = dateOf(start);
+    info.start_time = {static_cast<uint16_t>(start.tm_hour), static_cast<uint16_t>(start.tm_min),
+                       static_cast<uint16_t>(start.tm_sec), 0};
+    info.start_day_of_week = static_cast<uint8_t>(start.tm_wday); // Sunday is 0
+    info.duration = timeOf(programme.stop - programme.start);
+    const size_t genres = std::min(programme.genres.size(), sizeof info.content_nibble);
+    std::copy_n(programme.genres.begin(), genres, info.content_nibble);
+    info.nibble_cnt = static_cast<uint8_t>(genres);
+    info.name_size =
+        static_cast<uint32_t>(writeUtf16(info.name, sizeof info.name / 2, programme.title));
+    info.text_size =
+        static_cast<uint32_t>(writeUtf16(info.text, sizeof info.text / 2, programme.text));
+    return info;
 }
 
 } // namespace
@@ -111,18 +169,37 @@ TS_SERVICE_INFO_NOTIFY serviceInfo(uint16_t handle, const Station& station) {
     return notify;
 }
 
+TS_RECEIVE_EPG_INFO_NOTIFY programmeGuide(uint16_t handle, const Station& station,
+                                          const GuideChannel& channel, std::time_t now) {
+    auto notify = about<TS_RECEIVE_EPG_INFO_NOTIFY>(handle, station);
+    notify.svc_id = serviceId(station, static_cast<size_t>(station.service_no));
+    constexpr size_t kFollowing = sizeof notify.after / sizeof *notify.after;
+    const NowAndNext on_air = onAir(channel, now, kFollowing + 1);
+    if (on_air.current) {
+        notify.current = programmeInfo(*on_air.current);
+    }
+    notify.next = programmeInfo(on_air.following.front());
+    std::transform(on_air.following.begin() + 1, on_air.following.end(), notify.after,
+                   programmeInfo);
+    notify.after_prg_infoCnt = static_cast<uint16_t>(kFollowing);
+    return notify;
+}
+
 void announceBroadcast(Service& service, Session& session) {
     // The tables of a stream come in one after another.
-    const auto when = [&](milliseconds delay, void (*tell)(Service&, const Session&)) {
+    const auto when = [&](milliseconds delay, void (*tell)(Service&, Session&)) {
         service.later(session, delay, [&service, work = session.work, tell](Session& now) {
             if (now.work == work) {
                 tell(service, now);
             }
         });
     };
+    watchSignal(service, session);
     when(milliseconds{30}, sendNetwork);
     when(milliseconds{60}, sendStreams);
-    watchSignal(service, session);
+    when(milliseconds{80}, sendRights);
+    when(milliseconds{100}, begin);
+    when(milliseconds{150}, sendGuide);
 }
 
 } // namespace simulator

@@ -4,8 +4,11 @@
 
 #include "records/programme_records.h"
 #include "simulator/channel_plan.h"
+#include "simulator/guide.h"
 #include "simulator/service.h"
 #include "simulator/session.h"
+
+#include <ctime>
 
 namespace simulator {
 
@@ -19,6 +22,10 @@ TS_SCAN_NOTIFY scanNotify(uint16_t handle, int physical_channel, const Station* 
 
 /// The services of a station: a table names several behind each other, with commas.
 TS_SERVICE_INFO_NOTIFY serviceInfo(uint16_t handle, const Station& station);
+
+/// What the station shows, by its channel of the guide.
+TS_RECEIVE_EPG_INFO_NOTIFY programmeGuide(uint16_t handle, const Station& station,
+                                          const GuideChannel& channel, std::time_t now);
 
 /// Tells all about the station that the session has begun to receive, and goes on to tell how well
 /// it is received until the tuner takes up something else.

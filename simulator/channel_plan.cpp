@@ -35,9 +35,8 @@ std::string countryOf(const std::filesystem::path& table) {
 std::optional<uint32_t> frequencyOf(dvb_entry& entry) {
     uint32_t system = 0;
     uint32_t frequency = 0;
-    if (dvb_retrieve_entry_prop(&entry, DTV_DELIVERY_SYSTEM, &system) != 0 ||
-        system != SYS_ISDBT || dvb_retrieve_entry_prop(&entry, DTV_FREQUENCY, &frequency) != 0 ||
-        frequency == 0) {
+    if (dvb_retrieve_entry_prop(&entry, DTV_DELIVERY_SYSTEM, &system) != 0 || system != SYS_ISDBT ||
+        dvb_retrieve_entry_prop(&entry, DTV_FREQUENCY, &frequency) != 0 || frequency == 0) {
         return std::nullopt;
     }
     return frequency;
@@ -62,9 +61,10 @@ void addEntry(ChannelPlan& plan, dvb_entry& entry, const std::string& country) {
         ++plan.beyond_entries;
         return;
     }
-    const auto here = std::count_if(
-        plan.stations.begin(), plan.stations.end(),
-        [&](const Station& other) { return other.physical_channel == channel.number; });
+    const auto here =
+        std::count_if(plan.stations.begin(), plan.stations.end(), [&](const Station& other) {
+            return other.physical_channel == channel.number;
+        });
     if (here >= kServicesPerChannel) {
         ++plan.unusable_entries;
         return;

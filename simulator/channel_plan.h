@@ -27,8 +27,8 @@ struct ChannelPlan {
     std::vector<Station> stations; ///< by channel, then by service number
 
     // Entries of the table that the receiver cannot have.
-    int vhf_entries = 0;     ///< below the UHF band
-    int beyond_entries = 0;  ///< UHF, outside the channels that the receiver scans
+    int vhf_entries = 0;      ///< below the UHF band
+    int beyond_entries = 0;   ///< UHF, outside the channels that the receiver scans
     int unusable_entries = 0; ///< no ISDB-T, no frequency, off the raster, or one too many
 
     /// The station there, or null.

@@ -16,15 +16,22 @@ struct Request {
     const void* data;           ///< as long as its row says
     const TS_DTVSV_SP* carrier; ///< null when nothing came beside the record
 
-    template <class Record> const Record& as() const { return *static_cast<const Record*>(data); }
+    template <class Record>
+    const Record& as() const {
+        return *static_cast<const Record*>(data);
+    }
 };
 
 /// The record that a reply event carries.
 enum class ReplyForm {
-    kNone,        ///< no event answers the command; what is refused is not taken
-    kCommon,      ///< handle and result
-    kScan,        ///< and how many channels
-    kService,     ///< and the physical channel and service number
+    kNone,      ///< no event answers the command: what is refused is not taken
+    kCommon,    ///< handle and result
+    kScan,      ///< and how many channels
+    kService,   ///< and the physical channel and service number
+    kDisplay,   ///< and the plane
+    kTunerLog,  ///< and whether the log is on
+    kTvLink,    ///< handle and the result in one byte
+    kRecording, ///< handle, result, programme and object number
 };
 
 /// One command of the service. The synchronous twin has the same record and the same effect; its

@@ -39,14 +39,17 @@ enum Direction : uint8_t {
     kBackward = 1,
 };
 
-milliseconds lengthOf(const Session& session) { return session.playback.length; }
+milliseconds lengthOf(const Session& session) {
+    return session.playback.length;
+}
 
 /// Where the playback is now, between the ends of the recording.
 milliseconds positionNow(const Service& service, const Session& session) {
     const Playback& playback = session.playback;
     const std::chrono::duration<double, std::milli> moved =
         (service.now() - playback.since) * playback.speed;
-    const milliseconds position = playback.position + std::chrono::duration_cast<milliseconds>(moved);
+    const milliseconds position =
+        playback.position + std::chrono::duration_cast<milliseconds>(moved);
     return std::clamp(position, milliseconds{0}, lengthOf(session));
 }
 
@@ -59,7 +62,9 @@ void goOn(Service& service, Session& session, milliseconds position, double spee
     ++playback.change;
 }
 
-bool isPaused(const Session& session) { return session.playback.speed == 0; }
+bool isPaused(const Session& session) {
+    return session.playback.speed == 0;
+}
 
 PLAY_STATUS_INFO statusNow(const Service& service, const Session& session) {
     const milliseconds position = positionNow(service, session);
@@ -102,11 +107,9 @@ void follow(Service& service, Session& session) {
     };
     if (!isPaused(session)) {
         const milliseconds position = positionNow(service, session);
-        const milliseconds to_go =
-            playback.speed > 0 ? lengthOf(session) - position : position;
-        const auto left = milliseconds(
-            static_cast<int64_t>(std::ceil(static_cast<double>(to_go.count()) /
-                                           std::abs(playback.speed))));
+        const milliseconds to_go = playback.speed > 0 ? lengthOf(session) - position : position;
+        const auto left = milliseconds(static_cast<int64_t>(
+            std::ceil(static_cast<double>(to_go.count()) / std::abs(playback.speed))));
         service.later(session, left, [&service, unchanged](Session& now) {
             if (unchanged(now)) {
                 stopAtEnd(service, now);

@@ -9,8 +9,8 @@ namespace simulator {
 struct Request;
 
 /// Plays a recording of medium 0 or 1, from its beginning or from where it was left, at once or
-/// paused, and tells how far it is: whenever something changes, and every `interval` seconds (0: 1).
-/// Refused while the session does anything else.
+/// paused, and tells how far it is: whenever something changes, and every `interval` seconds (0:
+/// 1). Refused while the session does anything else.
 Answer startPlay(Service& service, Session& session, const Request& request);
 
 // The others are refused when nothing is played.

@@ -162,8 +162,7 @@ Answer changeSoundDualMono(Service& service, Session& session, const Request& re
 Answer setSoundVideoDelay(Service&, Session& session, const Request& request) {
     const auto& delay = request.as<TS_SOUND_VIDEO_DELAY_REQ>();
     const bool bounded = delay.video_viltime <= session.max_delay_time &&
-                         delay.audio_viltime >= 0 &&
-                         delay.audio_viltime <= session.max_delay_time;
+                         delay.audio_viltime >= 0 && delay.audio_viltime <= session.max_delay_time;
     return answerWith(bounded ? kDone : kNoSuchThing);
 }
 

@@ -16,7 +16,7 @@ using std::chrono::milliseconds;
 using std::chrono::seconds;
 
 constexpr seconds kPeriod{1};
-constexpr milliseconds kClosing{80}; ///< to write the end of a recording
+constexpr milliseconds kClosing{80};     ///< to write the end of a recording
 constexpr seconds kSecondsOfRoom{36000}; ///< that fit on an empty medium
 
 /// What rec_status says.
@@ -25,7 +25,8 @@ enum RecordingStatus : uint32_t {
     kRecording = 1,
 };
 
-template <class Record> Record about(uint16_t handle, const Station& station) {
+template <class Record>
+Record about(uint16_t handle, const Station& station) {
     Record record{};
     record.handle = handle;
     record.physical_channel = static_cast<uint32_t>(station.physical_channel);
@@ -33,8 +34,7 @@ template <class Record> Record about(uint16_t handle, const Station& station) {
     return record;
 }
 
-void tellStatus(Service& service, uint16_t handle, const Station& station,
-                RecordingStatus status) {
+void tellStatus(Service& service, uint16_t handle, const Station& station, RecordingStatus status) {
     auto notify = about<TS_REC_STATUS_NOTIFY>(handle, station);
     notify.rec_status = status;
     service.send(event_id::kRecStatusNotify, notify);
@@ -44,7 +44,8 @@ void tellProgress(Service& service, Session& session, uint64_t number) {
     if (!session.recording || session.recording->number != number) {
         return;
     }
-    const auto passed = std::chrono::duration_cast<seconds>(service.now() - session.recording->begun);
+    const auto passed =
+        std::chrono::duration_cast<seconds>(service.now() - session.recording->begun);
     auto notify = about<TS_REC_INFO_NOTIFY>(session.handle, *session.station);
     notify.rec_time = static_cast<uint32_t>(passed.count());
     // Percent of the medium that is left.
@@ -94,8 +95,8 @@ Answer terminateRecording(Service& service, Session& session, const Request& req
     Answer answer;
     answer.work = kClosing;
     if (wanted.save_data != 0) {
-        answer.first = service.shelf().add(recording.medium, titleOf(wanted),
-                                           service.now() - recording.begun);
+        answer.first =
+            service.shelf().add(recording.medium, titleOf(wanted), service.now() - recording.begun);
         answer.second = 1;
     }
     answer.then = [&service, station = session.station](Session& now) {

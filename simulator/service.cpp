@@ -12,10 +12,11 @@ constexpr size_t kSessions = 16;
 
 } // namespace
 
-Service::Service(Options options)
-    : options_(std::move(options)), timeline_(options_.time_scale) {}
+Service::Service(Options options) : options_(std::move(options)), timeline_(options_.time_scale) {}
 
-Service::~Service() { timeline_.stop(); }
+Service::~Service() {
+    timeline_.stop();
+}
 
 Session* Service::open() {
     if (sessions_.size() >= kSessions) {
@@ -35,7 +36,9 @@ Session* Service::find(uint16_t handle) {
     return found == sessions_.end() ? nullptr : &found->second.session;
 }
 
-void Service::close(Session& session) { sessions_.erase(session.handle); }
+void Service::close(Session& session) {
+    sessions_.erase(session.handle);
+}
 
 void Service::sendBytes(int event_id, const void* record, size_t size) {
     // Nobody may be listening any more: the service does not mind.

@@ -51,7 +51,8 @@ public:
     void close(Session& session);
 
     /// Sends an event record.
-    template <class Record> void send(int event_id, const Record& record) {
+    template <class Record>
+    void send(int event_id, const Record& record) {
         sendBytes(event_id, &record, sizeof record);
     }
     void sendBytes(int event_id, const void* record, size_t size);

@@ -16,7 +16,8 @@ constexpr uint32_t kFadeEnds = 13;
 constexpr uint32_t kEnoughCn = 800; ///< hundredths of a dB
 constexpr uint16_t kBadLevel = 1;
 
-template <class Record> Record about(const Session& session) {
+template <class Record>
+Record about(const Session& session) {
     Record record{};
     record.handle = session.handle;
     record.physical_channel = static_cast<uint32_t>(session.station->physical_channel);
@@ -40,6 +41,15 @@ void tellSignal(Service& service, Session& session, uint64_t work, uint32_t seco
     sensitivity.ber = signal.ber;
     service.send(event_id::kReceiveSensitivityNotify, sensitivity);
 
+    if (session.tuner_log) {
+        auto tuner = about<TS_TUNER_SENSITIVITY_DATA_NOTIFY>(session);
+        tuner.lna_mode = session.lna_mode;
+        tuner.cn_value = signal.cn;
+        tuner.ber = signal.ber;
+        // A strong signal needs little gain.
+        tuner.ifagc = tuner.rfagc = static_cast<uint16_t>(4096 - signal.cn);
+        service.send(event_id::kTunerSensitivityDataNotify, tuner);
+    }
     service.later(session, kPeriod, [&service, work, seconds, good = signal.good](Session& now) {
         tellSignal(service, now, work, seconds + 1, good);
     });

@@ -15,8 +15,8 @@ struct Signal {
     bool good;    ///< enough for a picture
 };
 
-/// The signal of a channel after so many seconds of reception: the channel decides how strong it is;
-/// now and then it fades.
+/// The signal of a channel after so many seconds of reception: the channel decides how strong it
+/// is; now and then it fades.
 Signal signalAt(int physical_channel, uint32_t seconds);
 
 /// Tells how well the session's station is received, once a second and whenever it turns bad or

@@ -33,17 +33,15 @@ void create(Service& service, const TS_CREATE_REQ& wanted) {
     uint16_t handle = 0;
     if (session != nullptr) {
         handle = session->handle;
-        session->start_type = wanted.start_type;
         session->max_delay_time = wanted.max_delay_time;
     } else {
         answer.result = kNotNow;
     }
-    service.reply(
-        session, kCreation,
-        [&service, record = replyRecord(ReplyForm::kCommon, handle, answer)] {
-            service.sendBytes(event_id::kCreateReply, record.data(), record.size());
-        },
-        {});
+    service.reply(session, kCreation,
+                  [&service, record = replyRecord(ReplyForm::kCommon, handle, answer)] {
+                      service.sendBytes(event_id::kCreateReply, record.data(), record.size());
+                  },
+                  {});
 }
 
 Answer handle(Service& service, Session* session, const CommandRow& row,

@@ -14,9 +14,14 @@ size_t fittingBytes(std::string_view text, size_t room);
 /// many bytes that are. A text that fills the field has no zero byte behind it.
 size_t writeText(char* field, size_t room, std::string_view text);
 
-template <size_t kRoom> size_t writeText(char (&field)[kRoom], std::string_view text) {
+template <size_t kRoom>
+size_t writeText(char (&field)[kRoom], std::string_view text) {
     return writeText(field, kRoom, text);
 }
+
+/// Writes as much of a UTF-8 text as fits into a field of so many UTF-16 units, whole characters
+/// only, and returns how many units that are. What is no UTF-8 becomes U+FFFD.
+size_t writeUtf16(char* field, size_t units, std::string_view text);
 
 /// The parts of `text` between commas, without blanks around them.
 std::vector<std::string_view> splitAtCommas(std::string_view text);

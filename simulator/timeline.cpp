@@ -4,7 +4,9 @@ namespace simulator {
 
 Timeline::Timeline(double scale) : scale_(scale), thread_([this] { run(); }) {}
 
-Timeline::~Timeline() { stop(); }
+Timeline::~Timeline() {
+    stop();
+}
 
 std::chrono::milliseconds Timeline::now() const {
     const std::chrono::duration<double, std::milli> passed = Clock::now() - begun_;

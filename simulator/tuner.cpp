@@ -15,9 +15,9 @@ namespace {
 using std::chrono::milliseconds;
 
 constexpr int kChannels = kLastChannel - kFirstChannel + 1;
-constexpr milliseconds kLookAtChannel{8};  ///< a scan's or search's time for one channel
-constexpr milliseconds kLock{120};         ///< from a selection to a picture
-constexpr milliseconds kUnlock{20};        ///< from the end of reception to a free tuner
+constexpr milliseconds kLookAtChannel{8}; ///< a scan's or search's time for one channel
+constexpr milliseconds kLock{120};        ///< from a selection to a picture
+constexpr milliseconds kUnlock{20};       ///< from the end of reception to a free tuner
 
 /// What a search is told.
 enum Operation : uint8_t {
@@ -113,7 +113,9 @@ Answer refuse(const TS_BROADCAST_INFO_REQ& wanted, int32_t result) {
 
 } // namespace
 
-Answer release(Service&, Session&, const Request&) { return {}; }
+Answer release(Service&, Session&, const Request&) {
+    return {};
+}
 
 Answer startScan(Service& service, Session& session, const Request&) {
     if (session.activity != Activity::kIdle) {
@@ -136,7 +138,7 @@ Answer cancelScan(Service& service, Session& session, const Request&) {
 Answer startReceiving(Service& service, Session& session, const Request& request) {
     const auto& wanted = request.as<TS_BROADCAST_INFO_REQ>();
     return session.activity == Activity::kIdle ? receive(service, session, wanted)
-                                         : refuse(wanted, kNotNow);
+                                               : refuse(wanted, kNotNow);
 }
 
 Answer terminateReceiving(Service& service, Session& session, const Request&) {

@@ -12,6 +12,14 @@ build_packages="
     libpugixml-dev
     dtv-scan-tables"
 
+# To build and run the tests besides.
+test_packages="
+    clang
+    clang-format
+    git
+    libgmock-dev
+    libgtest-dev"
+
 # Installs those of the packages that are missing, with apt-get, as root or through sudo. Silent when
 # none is; what apt-get says is shown when it fails.
 need() {

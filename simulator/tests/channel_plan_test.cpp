@@ -82,12 +82,12 @@ TEST(ChannelNumberTest, KnowsTheEndsOfTheBands) {
 }
 
 TEST(ChannelTableTest, ReadsTheStationsAndCountsWhatItLeavesOut) {
-    const TableFile table("br-xx-Nowhere", entry("Second", "479142857") + entry("Seven", "177142857") +
-                                               entry("Só Um", "473142857") +
-                                               entry("Beyond", "767142857") +
-                                               entry("Between", "476142857") +
-                                               "[Other]\n\tDELIVERY_SYSTEM = DVBT\n"
-                                               "\tFREQUENCY = 485142857\n");
+    const TableFile table("br-xx-Nowhere",
+                          entry("Second", "479142857") + entry("Seven", "177142857") +
+                              entry("Só Um", "473142857") + entry("Beyond", "767142857") +
+                              entry("Between", "476142857") +
+                              "[Other]\n\tDELIVERY_SYSTEM = DVBT\n"
+                              "\tFREQUENCY = 485142857\n");
     const ChannelPlan plan = read(table.path());
     ASSERT_EQ(2U, plan.stations.size());
     EXPECT_EQ(14, plan.stations[0].physical_channel);

@@ -25,7 +25,8 @@ struct Event {
     std::vector<uint8_t> bytes;
 
     /// The record, which has to be of exactly this size.
-    template <class Record> Record as() const {
+    template <class Record>
+    Record as() const {
         Record record{};
         EXPECT_EQ(sizeof record, bytes.size()) << "event " << std::hex << id;
         std::memcpy(&record, bytes.data(), std::min(bytes.size(), sizeof record));
@@ -62,11 +63,10 @@ protected:
     /// Sends a command; what sendEventToServer returned.
     template <class Record>
     int send(int command_id, Record record, TS_DTVSV_SP* carrier = nullptr) {
-        return carrier == nullptr
-                   ? listener().sendEventToServer(command_id, &record, sizeof record, nullptr,
-                                                  nullptr)
-                   : listener().sendEventToServer(command_id, &record, sizeof record, carrier,
-                                                  nullptr, nullptr);
+        return carrier == nullptr ? listener().sendEventToServer(command_id, &record, sizeof record,
+                                                                 nullptr, nullptr)
+                                  : listener().sendEventToServer(command_id, &record, sizeof record,
+                                                                 carrier, nullptr, nullptr);
     }
     int send(int command_id, int handle);
     int send(int command_id, int handle, int value);
@@ -76,7 +76,8 @@ protected:
     Reply exchange(int command_id, Record record) {
         Reply reply{};
         int size = 0;
-        EXPECT_EQ(0, listener().sendEventToServer(command_id, &record, sizeof record, &reply, &size));
+        EXPECT_EQ(0,
+                  listener().sendEventToServer(command_id, &record, sizeof record, &reply, &size));
         EXPECT_EQ(static_cast<int>(sizeof reply), size);
         return reply;
     }

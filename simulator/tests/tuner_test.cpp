@@ -112,16 +112,16 @@ TEST_F(TunerTest, EndsAScanThatIsCancelled) {
 TEST_F(TunerTest, TellsAboutAStationOnceItIsReceived) {
     const int handle = createReceiving();
     EXPECT_EQ(20U, expectLater(event_id::kGoodSensNotify).as<TS_SENS_NOTIFY>().physical_channel);
-    EXPECT_LT(0U, expectLater(event_id::kReceiveSensitivityNotify)
-                      .as<TS_RECEIVE_SENSITIVITY_NOTIFY>()
-                      .cn);
+    EXPECT_LT(
+        0U,
+        expectLater(event_id::kReceiveSensitivityNotify).as<TS_RECEIVE_SENSITIVITY_NOTIFY>().cn);
     const auto network = expectLater(event_id::kNetworkInfoNotify).as<TS_NETWORK_INFO_NOTIFY>();
     EXPECT_EQ(handle, network.handle);
     EXPECT_EQ(20U, network.physical_channel);
     EXPECT_EQ(2, expectLater(event_id::kServiceInfoNotify).as<TS_SERVICE_INFO_NOTIFY>().svc_cnt);
-    EXPECT_EQ(1, expectLater(event_id::kComponentInfoNotify)
-                     .as<TS_COMPONENT_INFO_NOTIFY>()
-                     .cap_exist_flg);
+    EXPECT_EQ(
+        1,
+        expectLater(event_id::kComponentInfoNotify).as<TS_COMPONENT_INFO_NOTIFY>().cap_exist_flg);
     EXPECT_EQ(
         320,
         expectLater(event_id::kUpdateVideoInfoNotify).as<TS_UPDATE_VIDEO_INFO_NOTIFY>().size_h);
@@ -176,9 +176,9 @@ TEST_F(TunerTest, SearchesUpAndDownAndReceivesWhatItFinds) {
     EXPECT_EQ(0U, up.result);
     EXPECT_EQ(40U, up.physical_channel);
     EXPECT_EQ((std::vector<int>{38, 39, 40}), looked_at);
-    EXPECT_EQ(40U, expectLater(event_id::kNetworkInfoNotify)
-                       .as<TS_NETWORK_INFO_NOTIFY>()
-                       .physical_channel);
+    EXPECT_EQ(
+        40U,
+        expectLater(event_id::kNetworkInfoNotify).as<TS_NETWORK_INFO_NOTIFY>().physical_channel);
 
     looked_at.clear();
     EXPECT_EQ(0, send(command_id::kStartSearchChannel, searchFrom(handle, 20, 1)));
@@ -225,7 +225,8 @@ TEST_F(TunerTest, ReceivesNothingAfterACancelledSearch) {
     EXPECT_EQ(0, send(command_id::kCancelSearchChannel, handle));
     EXPECT_EQ(kDone, resultOf(event_id::kTerminateSearchChannelNotify, handle));
     expectNothing();
-    EXPECT_EQ(kNotNow, exchange(command_id::kTerminateBroadcastReceiving_Sync, handle).return_value);
+    EXPECT_EQ(kNotNow,
+              exchange(command_id::kTerminateBroadcastReceiving_Sync, handle).return_value);
 }
 
 TEST_F(TunerTest, AnswersForASessionThatDoesNotExist) {
@@ -280,7 +281,8 @@ TEST_F(TunerTest, DoesNotTakeWhatIsNoCommand) {
     EXPECT_NE(0, send(0x10000042, handle));
     EXPECT_NE(0, send(command_id::kStartScan, handle, 0)) << "4 bytes instead of 2";
     EXPECT_NE(0, send(command_id::kRelease_Sync, handle)) << "no room for the answer";
-    EXPECT_NE(0, listener().sendEventToServer(command_id::kStartScan, nullptr, 2, nullptr, nullptr));
+    EXPECT_NE(0,
+              listener().sendEventToServer(command_id::kStartScan, nullptr, 2, nullptr, nullptr));
     expectNothing();
 }
 
@@ -294,8 +296,9 @@ TEST_F(TunerTest, KeepsTheSessionsOfSeveralThreadsApart) {
         threads.emplace_back([this, handle] {
             for (int round = 0; round < 50; ++round) {
                 EXPECT_EQ(0, send(command_id::kSelectChannel, serviceOf(handle, 30)));
-                EXPECT_EQ(kDone, exchange(command_id::kTerminateBroadcastReceiving_Sync, handle)
-                                     .return_value);
+                EXPECT_EQ(
+                    kDone,
+                    exchange(command_id::kTerminateBroadcastReceiving_Sync, handle).return_value);
             }
         });
     }

@@ -59,7 +59,8 @@ bool VirtualMachine::exists() {
 
 VirtualMachine::VirtualMachine() {
     std::vector<std::string> texts = {"-Djava.class.path=" DTV_TEST_CLASS_PATH, "-Xmx256m",
-                                      "-XX:+UseSerialGC", "-Xshare:auto"};
+                                      "-XX:+UseSerialGC", "-Xshare:auto",
+                                      "-XX:-CreateCoredumpOnCrash"};
     if (mode() == Mode::checkJni) {
         texts.emplace_back("-Xcheck:jni");
     }
@@ -128,7 +129,9 @@ std::string takeException() {
 
 LocalFrame::LocalFrame() : open(env()->PushLocalFrame(32) == JNI_OK) {}
 
-LocalFrame::~LocalFrame() { end(nullptr); }
+LocalFrame::~LocalFrame() {
+    end(nullptr);
+}
 
 jobject LocalFrame::end(jobject result) {
     jobject kept = open ? env()->PopLocalFrame(result) : result;
