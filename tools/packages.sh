@@ -16,7 +16,6 @@ build_packages="
 test_packages="
     clang
     clang-format
-    git
     libgmock-dev
     libgtest-dev"
 

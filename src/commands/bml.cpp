@@ -39,10 +39,11 @@ constexpr EnumField kBmlEndType = {"bml_end_type", VALUE_TYPE(BG_TE_DTVSVLIB_BML
         if (length > static_cast<jsize>(limit)) {                                                  \
             REFUSE(command, long_text, length, kResultParamNg);                                    \
         }                                                                                          \
-        g_listener->convJStringToChar((command).env, text, target, sizeof(target));                \
+        COPY_TEXT(command, text, target);                                                          \
     } while (false)
 
-/// Copies an array of at most `limit` bytes. False when the VM has no memory for its elements.
+/// Copies an array of at most `limit` bytes; a longer one is left alone and only measured. False
+/// when the VM has no memory for its elements: its exception is then pending.
 bool copyBytes(JNIEnv* env, jbyteArray array, jsize limit, uint8_t* target, jsize* length) {
     jbyte* const elements = env->GetByteArrayElements(array, nullptr);
     if (elements == nullptr) {
@@ -133,7 +134,7 @@ jobject dtvSvLibBMLAuthReply(JNIEnv* env, jobject, jint handle, jobject reply) {
     TRACE_NATIVE(kDebug, __func__,
                  "SEND, BML_AUTH_REPLY : select_type = %d, user = |%s|, pass = |%s|, "
                  "task_id = %ld",
-                 record.select_type, Terminated(record.user).text, Terminated(record.pass).text,
+                 record.select_type, FieldText(record.user).text, FieldText(record.pass).text,
                  trace::asLong(record.task_id));
     return send(command, record);
 }
@@ -166,7 +167,7 @@ jobject dtvSvLibBMLSavePictureReply(JNIEnv* env, jobject, jint handle, jobject p
                  "SEND, BML_SAVE_PICTURE_REPLY : save_flag = %d, medium = %d, "
                  "change_filename = %d, filename = |%s|",
                  record.save_flag, record.medium, record.change_filename,
-                 Terminated(record.filename).text);
+                 FieldText(record.filename).text);
     return send(command, record);
 }
 
@@ -196,7 +197,7 @@ jobject dtvSvLibBMLFepReply(JNIEnv* env, jobject, jint handle, jobject reply) {
     TRACE_NATIVE(kDebug, __func__, "SEND, dtvsv_handle = %d", record.handle);
     TRACE_NATIVE(kDebug, __func__,
                  "SEND, BML_FEP_REPLY : data = |%s|, data_size = %ld, end_type = %d",
-                 Terminated(record.data).text, trace::asLong(record.data_size), record.end_type);
+                 FieldText(record.data).text, trace::asLong(record.data_size), record.end_type);
     return send(command, record);
 }
 
@@ -222,7 +223,7 @@ jobject dtvSvLibBMLReadNvramReply(JNIEnv* env, jobject, jint handle, jobject rep
         REFUSE(command, "ERROR bml_nvram object is null");
     }
     // The name is not judged by its length: a longer one is cut.
-    g_listener->convJStringToChar(env, ts_name, record.ts_name, sizeof(record.ts_name));
+    COPY_TEXT(command, ts_name, record.ts_name);
 
     const jfieldID data_field = findField(env, clazz, "nvram_data", "[B");
     if (data_field == nullptr) {
@@ -240,7 +241,7 @@ jobject dtvSvLibBMLReadNvramReply(JNIEnv* env, jobject, jint handle, jobject rep
         REFUSE(command, "ERROR nvram_data size is over, size = %d", size);
     }
     TRACE_NATIVE(kDebug, __func__, "SEND, READ_NVRAM_REPLY : bml_end_type = %d, ts_name = %s",
-                 record.bml_end_type, Terminated(record.ts_name).text);
+                 record.bml_end_type, FieldText(record.ts_name).text);
     return send(command, record);
 }
 
@@ -301,7 +302,7 @@ jobject dtvSvLibBMLStartTvLinkReq(JNIEnv* env, jobject, jint handle, jint bml_co
     TRACE_NATIVE(kDebug, __func__, "SEND, TS_DTVSVLIB_BML_START_INFO : service_id   = %d",
                  record.service_id);
     TRACE_NATIVE(kDebug, __func__, "SEND, TS_DTVSVLIB_BML_START_INFO : bookmark_url = %s",
-                 Terminated(record.bookmark_url).text);
+                 FieldText(record.bookmark_url).text);
     TRACE_NATIVE(kDebug, __func__, "SEND, TS_DTVSVLIB_BML_START_INFO: surface_width  = %d",
                  record.bml.surface_width);
     TRACE_NATIVE(kDebug, __func__, "SEND, TS_DTVSVLIB_BML_START_INFO: surface_height = %d",

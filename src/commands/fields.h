@@ -3,8 +3,7 @@
 #pragma once
 
 #include "commands/command.h"
-
-#include <cstring>
+#include "records/field_text.h"
 
 /// The descriptor of a class of the value package.
 #define VALUE_TYPE(name) "Ltenrik/service/dtvserver/type/" #name ";"
@@ -37,17 +36,6 @@ inline int getEnumValue(JNIEnv* env, jobject holder, const EnumField& field, int
     return getEnumValue(env, holder, field.name, field.type, field.getter, value);
 }
 
-/// A field's text with a zero byte behind it, for the trace: in the record a text that fills its
-/// field has none.
-template <size_t Size>
-struct Terminated {
-    explicit Terminated(const char (&field)[Size]) {
-        std::memcpy(text, field, Size);
-        text[Size] = '\0';
-    }
-    char text[Size + 1];
-};
-
 // The macros below end the native method, or the group of its checks, that a field fails.
 
 /// Reads an enum field; an unreadable one is refused with `text` and getEnumValue's result.
@@ -68,6 +56,16 @@ struct Terminated {
         *(field) = findField((command).env, clazz, name, type);                                    \
         if (*(field) == nullptr) {                                                                 \
             REFUSE(command, text, kResultParamNg);                                                 \
+        }                                                                                          \
+    } while (false)
+
+/// Copies a text into a field of the record. When the VM has no memory for it the native ends with
+/// the VM's exception pending.
+#define COPY_TEXT(command, string, target)                                                         \
+    do {                                                                                           \
+        g_listener->convJStringToChar((command).env, string, target, sizeof(target));              \
+        if ((command).env->ExceptionCheck()) {                                                     \
+            return nullptr;                                                                        \
         }                                                                                          \
     } while (false)
 

@@ -54,12 +54,12 @@ jobject terminateRec(const Command& command, jobject request) {
         REFUSE(command, "title_name length = %d, ret = %d", length, kResultParamNg);
     }
     record.title_size = static_cast<uint16_t>(length);
-    g_listener->convJStringToChar(env, title, record.title_name, sizeof(record.title_name));
+    COPY_TEXT(command, title, record.title_name);
 
     TRACE_NATIVE(kDebug, command.function, "SEND, dtvsv_handle = %d", record.handle);
     TRACE_NATIVE(kDebug, command.function,
                  "SEND, TERMINATE_REC : save_data = %d, title_size = %d, title_name = %s",
-                 record.save_data, record.title_size, Terminated(record.title_name).text);
+                 record.save_data, record.title_size, FieldText(record.title_name).text);
     return send(command, record);
 }
 

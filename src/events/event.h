@@ -7,6 +7,7 @@
 #include "binding/JNIDtvSvLibListener.h"
 #include "binding/signature.h"
 #include "entry/trace.h"
+#include "records/field_text.h"
 
 #include <jni.h>
 
@@ -27,17 +28,6 @@ Record viewRecord(const void* data, int size) {
     }
     return record;
 }
-
-/// The text of a field, which ends at its first zero byte or with the field, with a zero byte
-/// behind.
-template <size_t Size>
-struct FieldText {
-    explicit FieldText(const char (&field)[Size]) {
-        std::memcpy(text, field, Size);
-        text[Size] = '\0';
-    }
-    char text[Size + 1];
-};
 
 /// A 32-bit field that goes to Java as a long, without its sign.
 constexpr jlong zeroExtended(uint32_t value) {
