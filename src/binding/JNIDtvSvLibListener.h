@@ -135,6 +135,8 @@ public:
 
 private:
     void releaseJavaClasses(JNIEnv* env);
+    /// freeJNIEnv, which may or may not detach the calling thread.
+    void emptyEnvironments(bool may_detach);
     /// Whether the calling thread has a slot of the environment table.
     bool threadHasSlot() const;
     /// Whether the VM is there and knows the calling thread.

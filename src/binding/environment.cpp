@@ -1,7 +1,7 @@
 // The table of JNI environments, one for each native thread that delivers events.
 //
-// It is read and written without a lock: events come from few threads, and each thread touches the
-// slot that carries its own id.
+// It is read and written without a lock, for events come from few threads. Two new threads that
+// come at the same moment may take the same slot; the receiver's service does not do that.
 #include "binding/JNIDtvSvLibListener.h"
 
 #include "entry/trace.h"
@@ -93,15 +93,19 @@ JNIEnv* JNIDtvSvLibListener::getJNIEnv() {
 }
 
 void JNIDtvSvLibListener::freeJNIEnv() {
-    TRACE_LISTENER(kFuncStart, __func__, "");
     // At the end of a process this may run on a thread of the VM's own that is no Java thread.
     // Detaching such a thread would bring the VM down; it has no slot and the VM disowns it.
-    const bool may_detach = threadHasSlot() || vmServesThread();
+    emptyEnvironments(threadHasSlot() || vmServesThread());
+}
+
+void JNIDtvSvLibListener::emptyEnvironments(bool may_detach) {
+    constexpr const char* kFunction = "freeJNIEnv";
+    TRACE_LISTENER(kFuncStart, kFunction, "");
     for (TS_DTVSV_ENVINFO& slot : env_info_) {
         if (slot.env == nullptr) {
             continue;
         }
-        TRACE_LISTENER(kDebug, __func__, "free env=%p index=%d tid=%x attach=%d",
+        TRACE_LISTENER(kDebug, kFunction, "free env=%p index=%d tid=%x attach=%d",
                        static_cast<void*>(slot.env), kPrintedIndex, trace::threadId(slot.tid),
                        slot.attach);
         slot.env = nullptr;
@@ -113,7 +117,7 @@ void JNIDtvSvLibListener::freeJNIEnv() {
             slot.attach = 0;
         }
     }
-    TRACE_LISTENER(kFuncEnd, __func__, "");
+    TRACE_LISTENER(kFuncEnd, kFunction, "");
 }
 
 void JNIDtvSvLibListener::detachJNIEnv(JNIEnv* env) {

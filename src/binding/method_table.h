@@ -47,3 +47,8 @@ constexpr MethodRow kMethodTable[kMethodCount] = {
 #undef CALLBACK
 #undef CONSTRUCTOR
 };
+
+/// The Java name of the class that a method belongs to.
+constexpr const char* classNameOf(TE_DTVSV_METHODID method) {
+    return kClassNames[kMethodTable[method].class_id + 1];
+}

@@ -10,13 +10,20 @@ JNIDtvSvLibListener::JNIDtvSvLibListener()
     : vm_(nullptr), env_info_{}, class_info_{}, method_info_{}, field_info_{} {}
 
 JNIDtvSvLibListener::~JNIDtvSvLibListener() {
-    // This runs while the process ends, when the VM may be gone and the table may still hold the
-    // environment that this thread once had: the VM itself is asked before anything is released.
+    // This runs while the process ends. The VM may be gone and the table may still hold the
+    // environment that this thread once had: the VM itself is asked before anything is released. Or
+    // a Java thread ends the process, with Java frames below: a thread that the VM knew without the
+    // bridge is not the bridge's to detach.
+    const bool is_vms_own = !threadHasSlot() && vmServesThread();
     JNIEnv* const env = getJNIEnv();
     if (env != nullptr && vmServesThread()) {
         releaseJavaClasses(env);
     }
-    freeJNIEnv();
+    if (is_vms_own) {
+        emptyEnvironments(false);
+    } else {
+        freeJNIEnv();
+    }
 }
 
 void JNIDtvSvLibListener::releaseJavaClasses(JNIEnv* env) {

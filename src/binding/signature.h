@@ -6,6 +6,9 @@
 
 #include <type_traits>
 
+/// The descriptor of a class of the value package.
+#define VALUE_TYPE(name) "Ltenrik/service/dtvserver/type/" #name ";"
+
 namespace signature {
 
 /// What a parameter of a JNI type begins with in a signature. References are 'L', arrays included.
@@ -47,6 +50,19 @@ constexpr bool takes(const char* text) {
         }
     }
     return *text == ')';
+}
+
+/// Whether a signature takes one object of the class with this name, and returns nothing.
+constexpr bool takesClass(const char* text, const char* class_name) {
+    if (*text++ != '(' || *text++ != 'L') {
+        return false;
+    }
+    while (*class_name != '\0') {
+        if (*text++ != *class_name++) {
+            return false;
+        }
+    }
+    return text[0] == ';' && text[1] == ')' && text[2] == 'V';
 }
 
 } // namespace signature

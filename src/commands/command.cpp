@@ -3,6 +3,7 @@
 #include "commands/fields.h"
 #include "commands/local_reference.h"
 #include "commands/sync_reply.h"
+#include "records/command_records.h"
 
 #include <cstdio>
 
@@ -111,4 +112,12 @@ jobject sendRecord(const Command& command, void* record, int size, TS_DTVSV_SP* 
     const jobject result = getRetCode(command.env, ret == 0 ? kResultOk : kResultNg);
     TRACE_NATIVE(kFuncEnd, command.function, "ret = %d", ret);
     return result;
+}
+
+jobject sendHandle(JNIEnv* env, const char* function, int message_id, jint session,
+                   TraceHandle trace_send) {
+    const Command command = beginCommand(env, function, message_id, session);
+    TS_HANDLE_REQ record = {command.handle()};
+    trace_send(function, record.handle);
+    return send(command, record);
 }

@@ -62,6 +62,15 @@ jobject send(const Command& command, Record& record, TS_DTVSV_SP* carrier = null
     return sendRecord(command, &record, static_cast<int>(sizeof(Record)), carrier);
 }
 
+/// How a command of nothing but its session handle is traced.
+using TraceHandle = void (*)(const char* function, int handle);
+#define SENDS_HANDLE(text)                                                                         \
+    [](const char* function, int handle) { TRACE_NATIVE(trace::kDebug, function, text, handle); }
+
+/// The whole way of a command of nothing but its session handle.
+jobject sendHandle(JNIEnv* env, const char* function, int message_id, jint session,
+                   TraceHandle trace_send = SENDS_HANDLE("SEND, dtvsv_handle = %d"));
+
 /// What a group of checks came to: nothing, and the native goes on, or the object it answers with.
 using Ended = std::optional<jobject>;
 constexpr std::nullopt_t kGoOn = std::nullopt;

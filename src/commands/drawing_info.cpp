@@ -1,5 +1,6 @@
 #include "commands/drawing_info.h"
 
+#include "commands/enum_fields.h"
 #include "commands/fields.h"
 #include "commands/local_reference.h"
 
@@ -12,7 +13,6 @@ namespace {
 constexpr jint kLastRotate = 3;
 constexpr jint kLastScreenMode = 3;
 constexpr jint kLastBackgroundColor = 8;
-constexpr jint kOn = 1;
 
 constexpr EnumField kScreenRotate = {"screen_rotate", VALUE_TYPE(BG_TE_DTVSVLIB_SCREEN_ROTATE),
                                      "getScreenRotateValue"};
@@ -20,8 +20,7 @@ constexpr EnumField kScreenMode = {"screen_mode", VALUE_TYPE(BG_TE_DTVSVLIB_SCRE
                                    "getScreenModeValue"};
 constexpr EnumField kBackgroundColor = {
     "background_color", VALUE_TYPE(BG_TE_DTVSVLIB_BACKGROUND_COLOR), "getBackgroundColorValue"};
-constexpr EnumField kBackgroundAlpha = {"background_alpha", VALUE_TYPE(BG_TE_DTVSVLIB_ONOFF),
-                                        "getOnOffValue"};
+constexpr EnumField kBackgroundAlpha = onOffField("background_alpha");
 
 /// The routines fail with one line, and print the number that stands with it: the caption plane
 /// prints 5 where the others print 1, yet fails as they do.
@@ -149,8 +148,8 @@ int setCapDisplayInfo(JNIEnv* env, jobject display_info_object, CAP_DISPLAY_INFO
     READ_LAYOUT_POSITION(env, clazz, object, "position_y", out->position_y);
     READ_LIMITED_ENUM(env, object, kBackgroundColor, "background_color", kLastBackgroundColor,
                       out->background_color, 1);
-    READ_LIMITED_ENUM(env, object, kBackgroundAlpha, "background_alpha", kOn, out->background_alpha,
-                      1);
+    READ_LIMITED_ENUM(env, object, kBackgroundAlpha, "background_alpha", kLastOnOff,
+                      out->background_alpha, 1);
     return 0;
 }
 

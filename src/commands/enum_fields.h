@@ -3,6 +3,9 @@
 
 #include "commands/fields.h"
 
+/// Off is 0.
+constexpr jint kLastOnOff = 1;
+
 constexpr EnumField onOffField(const char* name) {
     return {name, VALUE_TYPE(BG_TE_DTVSVLIB_ONOFF), "getOnOffValue"};
 }

@@ -2,11 +2,9 @@
 // argument classes are Java's, and a missing field is an argument that is refused.
 #pragma once
 
+#include "binding/signature.h"
 #include "commands/command.h"
 #include "records/field_text.h"
-
-/// The descriptor of a class of the value package.
-#define VALUE_TYPE(name) "Ltenrik/service/dtvserver/type/" #name ";"
 
 /// The class of an object; null for a null object.
 inline jclass classOf(JNIEnv* env, jobject object) {

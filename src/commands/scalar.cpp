@@ -24,7 +24,7 @@ bool isLnaMode(jint mode) {
     return mode == 0 || mode == 16 || mode == 17;
 }
 
-/// Starts (1) or stops (2) the tuner's log; negative values do not pass.
+/// Unlike elsewhere, negative values do not pass.
 bool isTunerLogMode(jint mode) {
     return mode == 1 || mode == 2;
 }
@@ -44,7 +44,8 @@ using TraceSend = void (*)(const char* function, int handle, int value);
     [](const char* function, int handle, int value) {                                              \
         TRACE_NATIVE(kDebug, function, text, handle, value);                                       \
     }
-#define SENDS_HANDLE(text)                                                                         \
+/// The value is not said.
+#define SENDS_HANDLE_ALONE(text)                                                                   \
     [](const char* function, int handle, int) { TRACE_NATIVE(kDebug, function, text, handle); }
 /// An answer to the BML browser: the handle in a line of its own, then the value behind a label.
 #define SENDS_BML_REPLY(label)                                                                     \
@@ -66,7 +67,8 @@ jobject sendOneValue(JNIEnv* env, const char* function, const OneValueCommand& r
                      jint value) {
     const Command command = beginCommand(env, function, row.message_id, handle);
     if (!row.accepts(value)) {
-        const jobject refused = answerRefusal(command);
+        const jobject refused =
+            answerRefusal(command); // before the line that says why, as in REFUSE
         row.trace_refusal(function, value);
         return refused;
     }
@@ -74,14 +76,6 @@ jobject sendOneValue(JNIEnv* env, const char* function, const OneValueCommand& r
     record.handle = command.handle();
     record.value = static_cast<uint8_t>(value);
     row.trace_send(function, record.handle, record.value);
-    return send(command, record);
-}
-
-jobject sendNoValue(JNIEnv* env, const char* function, int message_id, TraceSend trace_send,
-                    jint handle) {
-    const Command command = beginCommand(env, function, message_id, handle);
-    TS_HANDLE_REQ record = {command.handle()};
-    trace_send(function, record.handle, 0);
     return send(command, record);
 }
 
@@ -98,7 +92,7 @@ jobject sendNoValue(JNIEnv* env, const char* function, int message_id, TraceSend
 /// NO_VALUE(function, command, what is said when it is sent)
 #define NO_VALUE(function, command, sending)                                                       \
     jobject function(JNIEnv* env, jobject, jint handle) {                                          \
-        return sendNoValue(env, __func__, command_id::command, sending, handle);                   \
+        return sendHandle(env, __func__, command_id::command, handle, sending);                    \
     }
 
 // clang-format off
@@ -111,7 +105,7 @@ ONE_VALUE(dtvSvLibReleaseDisplay, kReleaseDisplay, atMost<2>,
 // The label is that of another command, and the value is not said.
 ONE_VALUE(dtvSvLibControlScreenDisplay, kControlScreenDisplay, atMost<1>,
           SAYS_VALUE_AND_RET("onoff too large : %d, ret = %d"),
-          SENDS_HANDLE("SEND, TERMINATE_PLAY : dtvsv_handle = %d"))
+          SENDS_HANDLE_ALONE("SEND, TERMINATE_PLAY : dtvsv_handle = %d"))
 ONE_VALUE(dtvSvLibControlDecodeScreen, kControlDecodeScreen, atMost<1>,
           SAYS_VALUE_AND_RET("onoff too large : %d, ret = %d"),
           SENDS_HANDLE_AND_VALUE("SEND, CONTROL_DECODE_SCREEN : dtvsv_handle = %d, onoff = %d"))

@@ -14,14 +14,6 @@ namespace {
 constexpr jint kLastStartType = 4;
 constexpr jint kLongestDelay = 999;
 
-/// A command of nothing but its session handle.
-jobject sendHandle(JNIEnv* env, const char* function, int message_id, jint session) {
-    const Command command = beginCommand(env, function, message_id, session);
-    TS_HANDLE_REQ record = {command.handle()};
-    TRACE_NATIVE(kDebug, function, "SEND, dtvsv_handle = %d", record.handle);
-    return send(command, record);
-}
-
 } // namespace
 
 // The service makes the session's handle and announces it in its reply.

@@ -1,5 +1,6 @@
 // The synchronous commands without Java objects. Those with them stand beside their twins.
 #include "commands/command.h"
+#include "commands/enum_fields.h"
 #include "commands/natives.h"
 #include "records/command_records.h"
 #include "records/message_ids.h"
@@ -8,19 +9,10 @@ using trace::kDebug;
 
 namespace {
 
-constexpr jint kOn = 1;
-
-jobject exchangeHandle(JNIEnv* env, const char* function, int message_id, jint session) {
-    const Command command = beginCommand(env, function, message_id, session);
-    TS_HANDLE_REQ record = {command.handle()};
-    TRACE_NATIVE(kDebug, function, "SEND, dtvsv_handle = %d", record.handle);
-    return send(command, record);
-}
-
 /// The two decoders' request. A refusal answers the result enumeration's constant although Java
 /// declares another class; callers that pass checked values never meet it.
 Ended readOnOff(const Command& command, jint onoff, TS_ONE_VALUE_REQ& record) {
-    if (onoff > kOn) {
+    if (onoff > kLastOnOff) {
         const jobject refused = getRetCode(command.env, kResultParamNg);
         TRACE_NATIVE(kDebug, command.function, "onoff too large : %d, ret = %d", onoff,
                      kResultParamNg);
@@ -34,26 +26,24 @@ Ended readOnOff(const Command& command, jint onoff, TS_ONE_VALUE_REQ& record) {
 } // namespace
 
 jobject dtvSvLibRelease_Sync(JNIEnv* env, jobject, jint handle) {
-    return exchangeHandle(env, __func__, command_id::kRelease_Sync, handle);
+    return sendHandle(env, __func__, command_id::kRelease_Sync, handle);
 }
 
 jobject dtvSvLibCancelScan_Sync(JNIEnv* env, jobject, jint handle) {
-    return exchangeHandle(env, __func__, command_id::kCancelScan_Sync, handle);
+    return sendHandle(env, __func__, command_id::kCancelScan_Sync, handle);
 }
 
 jobject dtvSvLibTerminateBroadcastReceiving_Sync(JNIEnv* env, jobject, jint handle) {
-    return exchangeHandle(env, __func__, command_id::kTerminateBroadcastReceiving_Sync, handle);
+    return sendHandle(env, __func__, command_id::kTerminateBroadcastReceiving_Sync, handle);
 }
 
 jobject dtvSvLibBMLEndTvLinkReq_Sync(JNIEnv* env, jobject, jint handle) {
-    return exchangeHandle(env, __func__, command_id::kBMLEndTvLink_Sync, handle);
+    return sendHandle(env, __func__, command_id::kBMLEndTvLink_Sync, handle);
 }
 
 jobject dtvSvLibTerminatePlay_Sync(JNIEnv* env, jobject, jint handle) {
-    const Command command = beginCommand(env, __func__, command_id::kTerminatePlay_Sync, handle);
-    TS_HANDLE_REQ record = {command.handle()};
-    TRACE_NATIVE(kDebug, __func__, "SEND, TERMINATE_PLAY : dtvsv_handle = %d", record.handle);
-    return send(command, record);
+    return sendHandle(env, __func__, command_id::kTerminatePlay_Sync, handle,
+                      SENDS_HANDLE("SEND, TERMINATE_PLAY : dtvsv_handle = %d"));
 }
 
 jobject dtvSvLibControlDecodeScreen_Sync(JNIEnv* env, jobject, jint handle, jint onoff) {

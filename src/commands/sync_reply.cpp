@@ -1,5 +1,6 @@
 #include "commands/sync_reply.h"
 
+#include "binding/signature.h"
 #include "records/command_records.h"
 #include "records/reply_records.h"
 
@@ -31,6 +32,27 @@ constexpr SyncAnswer kSyncAnswers[] = {
     {command_id::kTerminateRec_Sync, kNew_BG_TS_DTVSVLIB_TERMINATE_REC_SYNC_INFO},
     {command_id::kTerminatePlay_Sync, kNew_BG_TS_DTVSVLIB_TERMINATE_PLAY_REPLY_SYNC_INFO},
 };
+
+static_assert(kSyncAnswers[0].message_id == command_id::kRelease_Sync,
+              "isSynchronous begins where the table does");
+
+/// Whether the constructor takes a result and a handle.
+constexpr bool takesResultAndHandle(const SyncAnswer& answer) {
+    const char* const text = kMethodTable[answer.constructor].signature;
+    return answer.message_id == command_id::kTerminateRec_Sync
+               ? signature::takes<jint, jint, jobject>(text)
+               : signature::takes<jint, jint>(text);
+}
+
+constexpr bool allTakeResultAndHandle() {
+    for (const SyncAnswer& answer : kSyncAnswers) {
+        if (!takesResultAndHandle(answer)) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(allTakeResultAndHandle());
 
 const SyncAnswer* findAnswer(int message_id) {
     for (const SyncAnswer& answer : kSyncAnswers) {

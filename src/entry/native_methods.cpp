@@ -27,8 +27,6 @@ struct NativeMethod {
     void* function;
 };
 
-#define TYPE(name) "Ltenrik/service/dtvserver/type/" #name ";"
-
 #define NATIVE(name, signature, function)                                                          \
     static_assert(matches(signature, function), #name " takes what its signature says");
 #include "entry/native_methods.def"

@@ -50,7 +50,7 @@ enum class Reports {
 };
 
 /// Builds the Java objects of one event and hands them to its callback. Once something could not be
-/// made, which has been logged, nothing more is: build answers null and deliver 1.
+/// made, which has been logged, nothing more is made: build answers null and deliver 1.
 class EventBuilder {
 public:
     EventBuilder(JNIDtvSvLibListener& listener, JNIEnv* env, const char* handler,
@@ -99,9 +99,14 @@ public:
     /// Keeps a local reference until the event has been delivered. A null one is a failure.
     jobject keep(jobject object);
 
-    /// Calls the callback with the event, then lets the local references go and ends the handler.
-    template <TE_DTVSV_METHODID Callback>
-    int deliver(jobject event) {
+    /// Constructs the event, calls its callback with it, lets the local references go and ends the
+    /// handler with what it answers.
+    template <TE_DTVSV_METHODID Constructor, TE_DTVSV_METHODID Callback, typename... Arguments>
+    int deliver(Arguments... arguments) {
+        static_assert(
+            signature::takesClass(kMethodTable[Callback].signature, classNameOf(Constructor)),
+            "the callback takes this event");
+        const jobject event = build<Constructor>(arguments...);
         if (failed_ || !succeeded(listener_.CallMethod(env_, Callback, nullptr, event))) {
             return 1;
         }
@@ -133,3 +138,22 @@ private:
     int reference_count_ = 0;
     jobject references_[kMostReferences];
 };
+
+// What a handler says of a string or an array that could not be made, before it ends with 1.
+
+#define REQUIRE_OR_SAY(made, ...)                                                                  \
+    do {                                                                                           \
+        if ((made) == nullptr) {                                                                   \
+            TRACE_LISTENER(trace::kDebug, __func__, __VA_ARGS__);                                  \
+            return 1;                                                                              \
+        }                                                                                          \
+    } while (false)
+
+/// The words of the handlers that have none of their own.
+#define REQUIRE_STRING(made)                                                                       \
+    do {                                                                                           \
+        if ((made) == nullptr) {                                                                   \
+            TRACE_LISTENER_ERROR(__func__, "ERROR NewStringUTF");                                  \
+            return 1;                                                                              \
+        }                                                                                          \
+    } while (false)

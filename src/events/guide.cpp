@@ -130,7 +130,7 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_receive_epg_info_notify(JNIEnv* env, vo
     }
     const jobject guide = event.build<kNew_BG_TS_DTVSVLIB_EPG_INFO>(
         record.svc_id, current, next, record.after_prg_infoCnt, following);
-    return event.deliver<kCall_onEvDtvsvReceiveEpgInfoNotify>(
-        event.build<kNew_BG_EV_DTVSV_RECEIVE_EPG_INFO_NOTIFY>(
-            record.handle, guide, zeroExtended(record.physical_channel), record.service_no));
+    return event
+        .deliver<kNew_BG_EV_DTVSV_RECEIVE_EPG_INFO_NOTIFY, kCall_onEvDtvsvReceiveEpgInfoNotify>(
+            record.handle, guide, zeroExtended(record.physical_channel), record.service_no);
 }

@@ -16,7 +16,7 @@ namespace {
 constexpr int kMostServicesOfNetwork = 7;
 constexpr int kMostServicesOfScan = 8;
 
-/// The two names of a network as Java strings. False when one could not be made.
+/// The two names of a network as Java strings.
 struct NetworkNames {
     jstring ts_name;
     jstring nw_name;
@@ -78,9 +78,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_network_info_notify(JNIEnv* env, void* 
         return 1;
     }
     const jobject network = buildNetwork(event, record.network, names);
-    return event.deliver<kCall_onEvDtvsvNetworkInfoNotify>(
-        event.build<kNew_BG_EV_DTVSV_NETWORK_INFO_NOTIFY>(record.handle, network,
-                                                          zeroExtended(record.physical_channel)));
+    return event.deliver<kNew_BG_EV_DTVSV_NETWORK_INFO_NOTIFY, kCall_onEvDtvsvNetworkInfoNotify>(
+        record.handle, network, zeroExtended(record.physical_channel));
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_scan_notify(JNIEnv* env, void* data, int size) {
@@ -107,8 +106,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_scan_notify(JNIEnv* env, void* data, in
     const jobject network = buildNetwork(event, record.network, names);
     const jobject scan_result =
         event.build<kNew_BG_TS_DTVSVLIB_SCAN_RESULT>(asJint(record.channnel), network);
-    return event.deliver<kCall_onEvDtvsvScanNotify>(event.build<kNew_BG_EV_DTVSV_SCAN_NOTIFY>(
-        record.handle, asJint(record.result), scan_result, record.result_channnel_num));
+    return event.deliver<kNew_BG_EV_DTVSV_SCAN_NOTIFY, kCall_onEvDtvsvScanNotify>(
+        record.handle, asJint(record.result), scan_result, record.result_channnel_num);
 }
 
 // ---- The services of a transport stream.
@@ -164,9 +163,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_service_info_notify(JNIEnv* env, void* 
     }
     const jobject stream = event.build<kNew_BG_TS_DTVSVLIB_STREAM_INFO>(asJint(record.ts_id),
                                                                         record.svc_cnt, services);
-    return event.deliver<kCall_onEvDtvsvServiceInfoNotify>(
-        event.build<kNew_BG_EV_DTVSV_SERVICE_INFO_NOTIFY>(
-            record.handle, stream, zeroExtended(record.physical_channel), record.service_no));
+    return event.deliver<kNew_BG_EV_DTVSV_SERVICE_INFO_NOTIFY, kCall_onEvDtvsvServiceInfoNotify>(
+        record.handle, stream, zeroExtended(record.physical_channel), record.service_no);
 }
 
 // ---- The streams of the service, and the ends of scans and searches. These log no field.
@@ -180,9 +178,9 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_component_info_notify(JNIEnv* env, void
     }
     const jobject component = event.build<kNew_BG_TS_DTVSVLIB_COMPONENT_INFO>(
         record.cap_exist_flg, record.bml_exist_flg, record.audio_es_num);
-    return event.deliver<kCall_onEvDtvsvComponentInfoNotify>(
-        event.build<kNew_BG_EV_DTVSV_COMPONENT_INFO_NOTIFY>(
-            record.handle, component, zeroExtended(record.physical_channel), record.service_no));
+    return event
+        .deliver<kNew_BG_EV_DTVSV_COMPONENT_INFO_NOTIFY, kCall_onEvDtvsvComponentInfoNotify>(
+            record.handle, component, zeroExtended(record.physical_channel), record.service_no);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_update_video_info_notify(JNIEnv* env, void* data,
@@ -194,9 +192,9 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_update_video_info_notify(JNIEnv* env, v
         return 1;
     }
     const jobject video = event.build<kNew_BG_TS_DTVSVLIB_VIDEO_INFO>(record.size_h, record.size_v);
-    return event.deliver<kCall_onEvDtvsvUpdateVideoInfoNotify>(
-        event.build<kNew_BG_EV_DTVSV_UPDATE_VIDEO_INFO_NOTIFY>(
-            record.handle, video, zeroExtended(record.physical_channel), record.service_no));
+    return event
+        .deliver<kNew_BG_EV_DTVSV_UPDATE_VIDEO_INFO_NOTIFY, kCall_onEvDtvsvUpdateVideoInfoNotify>(
+            record.handle, video, zeroExtended(record.physical_channel), record.service_no);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_update_audio_info_notify(JNIEnv* env, void* data,
@@ -207,10 +205,10 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_update_audio_info_notify(JNIEnv* env, v
     if (!event.hasSizeOf<TS_UPDATE_AUDIO_INFO_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvUpdateAudioInfoNotify>(
-        event.build<kNew_BG_EV_DTVSV_UPDATE_AUDIO_INFO_NOTIFY>(
+    return event
+        .deliver<kNew_BG_EV_DTVSV_UPDATE_AUDIO_INFO_NOTIFY, kCall_onEvDtvsvUpdateAudioInfoNotify>(
             record.handle, record.dualmono, record.audio_mode,
-            zeroExtended(record.physical_channel), record.service_no));
+            zeroExtended(record.physical_channel), record.service_no);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_get_caption_data_notify(JNIEnv* env, void* data,
@@ -223,8 +221,9 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_get_caption_data_notify(JNIEnv* env, vo
     }
     const jobject caption = event.build<kNew_BG_TS_DTVSVLIB_GET_CAPTION_DATA_NOTIFY>(
         record.valid_lang_num, record.cap_lang);
-    return event.deliver<kCall_onEvDtvsvGetCaptionDataNotify>(
-        event.build<kNew_BG_EV_DTVSV_GET_CAPTION_DATA_NOTIFY>(record.handle, caption));
+    return event
+        .deliver<kNew_BG_EV_DTVSV_GET_CAPTION_DATA_NOTIFY, kCall_onEvDtvsvGetCaptionDataNotify>(
+            record.handle, caption);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_select_audio_component_notify(JNIEnv* env, void* data,
@@ -235,9 +234,9 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_select_audio_component_notify(JNIEnv* e
     if (!event.hasSizeOf<TS_SELECT_AUDIO_COMPONENT_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvSelectAudioComponentNotify>(
-        event.build<kNew_BG_EV_DTVSV_SELECT_AUDIO_COMPONENT_NOTIFY>(record.handle,
-                                                                    asJint(record.result)));
+    return event.deliver<kNew_BG_EV_DTVSV_SELECT_AUDIO_COMPONENT_NOTIFY,
+                         kCall_onEvDtvsvSelectAudioComponentNotify>(record.handle,
+                                                                    asJint(record.result));
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_start_search_channel_notify(JNIEnv* env, void* data,
@@ -248,9 +247,9 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_start_search_channel_notify(JNIEnv* env
     if (!event.hasSizeOf<TS_START_SEARCH_CHANNEL_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvStartSearchChannelNotify>(
-        event.build<kNew_BG_EV_DTVSV_START_SEARCH_CHANNEL_NOTIFY>(record.handle,
-                                                                  asJint(record.physical_channel)));
+    return event.deliver<kNew_BG_EV_DTVSV_START_SEARCH_CHANNEL_NOTIFY,
+                         kCall_onEvDtvsvStartSearchChannelNotify>(record.handle,
+                                                                  asJint(record.physical_channel));
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_terminate_search_channel_notify(JNIEnv* env, void* data,
@@ -263,9 +262,9 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_terminate_search_channel_notify(JNIEnv*
     }
     const jobject found = event.build<kNew_BG_TS_DTVSVLIB_BROADCAST_INFO>(
         asJint(record.physical_channel), record.service_no);
-    return event.deliver<kCall_onEvDtvsvTerminateSearchChannelNotify>(
-        event.build<kNew_BG_EV_DTVSV_TERMINATE_SEARCH_CHANNEL_NOTIFY>(
-            record.handle, asJint(record.result), found));
+    return event.deliver<kNew_BG_EV_DTVSV_TERMINATE_SEARCH_CHANNEL_NOTIFY,
+                         kCall_onEvDtvsvTerminateSearchChannelNotify>(record.handle,
+                                                                      asJint(record.result), found);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_terminate_scan_notify(JNIEnv* env, void* data, int size) {
@@ -275,6 +274,7 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_terminate_scan_notify(JNIEnv* env, void
     if (!event.hasSizeOf<TS_TERMINATE_SCAN_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvTerminateScanNotify>(
-        event.build<kNew_BG_EV_DTVSV_TERMINATE_SCAN_NOTIFY>(record.handle, asJint(record.result)));
+    return event
+        .deliver<kNew_BG_EV_DTVSV_TERMINATE_SCAN_NOTIFY, kCall_onEvDtvsvTerminateScanNotify>(
+            record.handle, asJint(record.result));
 }

@@ -19,6 +19,12 @@ template <int Id>
 using ReplyRecord = std::conditional_t<Id == event_id::kBmlStartTvlinkReply,
                                        TS_BML_START_TVLINK_REPLY, TS_COMMON_REPLY>;
 
+/// Whether an event is built from a handle and a result, and is what the callback takes.
+constexpr bool isReply(TE_DTVSV_METHODID constructor, TE_DTVSV_METHODID callback) {
+    return signature::takes<jint, jint>(kMethodTable[constructor].signature) &&
+           signature::takesClass(kMethodTable[callback].signature, classNameOf(constructor));
+}
+
 /// One bad callback must not spoil the thread for the events that follow.
 void describeAndClearException(JNIEnv* env) {
     if (env->ExceptionCheck()) {
@@ -59,6 +65,7 @@ int JNIDtvSvLibListener::DoListenerEvent(JNIEnv* env, int id, void* data, int si
         // Every message buffer holds the handle and the result, whatever the size says.
 #define REPLY(reply_id, event_class, callback)                                                     \
     case event_id::reply_id: {                                                                     \
+        static_assert(isReply(kNew_##event_class, kCall_##callback));                              \
         const auto reply =                                                                         \
             viewRecord<ReplyRecord<event_id::reply_id>>(data, sizeof(TS_COMMON_REPLY));            \
         ret = dtvsv_msgid_lib_common_reply(env, reply.handle, reply.result, kNew_##event_class,    \

@@ -35,9 +35,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_start_scan_reply(JNIEnv* env, void* dat
     if (!event.hasSizeOf<TS_START_SCAN_REPLY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvStartScanReply>(
-        event.build<kNew_BG_EV_DTVSV_START_SCAN_REPLY>(record.handle, record.result,
-                                                       record.channel_num));
+    return event.deliver<kNew_BG_EV_DTVSV_START_SCAN_REPLY, kCall_onEvDtvsvStartScanReply>(
+        record.handle, record.result, record.channel_num);
 }
 
 namespace {
@@ -49,8 +48,8 @@ int deliverServiceReply(EventBuilder& event, const void* data, int size) {
         return 1;
     }
     const auto record = viewRecord<TS_SERVICE_REPLY>(data, size);
-    return event.deliver<Callback>(event.build<Constructor>(
-        record.handle, record.result, zeroExtended(record.physical_channel), record.service_no));
+    return event.deliver<Constructor, Callback>(
+        record.handle, record.result, zeroExtended(record.physical_channel), record.service_no);
 }
 
 } // namespace
@@ -86,9 +85,9 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_release_display_reply(JNIEnv* env, void
     if (!event.hasSizeOf<TS_RELEASE_DISPLAY_REPLY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvReleaseDisplayReply>(
-        event.build<kNew_BG_EV_DTVSV_RELEASE_DISPLAY_REPLY>(record.handle, record.result,
-                                                            record.drawing_destination));
+    return event
+        .deliver<kNew_BG_EV_DTVSV_RELEASE_DISPLAY_REPLY, kCall_onEvDtvsvReleaseDisplayReply>(
+            record.handle, record.result, record.drawing_destination);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_Tuner_log_status_reply(JNIEnv* env, void* data, int size) {
@@ -100,9 +99,9 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_Tuner_log_status_reply(JNIEnv* env, voi
     if (!event.hasSizeOf<TS_TUNER_LOG_STATUS_REPLY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvGetTunerLogStatusReply>(
-        event.build<kNew_BG_EV_DTVSV_GET_TUNER_LOG_STATUS_REPLY>(record.handle, record.result,
-                                                                 record.log_status));
+    return event.deliver<kNew_BG_EV_DTVSV_GET_TUNER_LOG_STATUS_REPLY,
+                         kCall_onEvDtvsvGetTunerLogStatusReply>(record.handle, record.result,
+                                                                record.log_status);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_terminate_rec_reply(JNIEnv* env, void* data, int size) {
@@ -118,7 +117,6 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_terminate_rec_reply(JNIEnv* env, void* 
     }
     const jobject terminate_rec =
         event.build<kNew_BG_TS_DTVSVLIB_TERMINATE_REC_REPLY>(record.program_no, record.object_no);
-    return event.deliver<kCall_onEvDtvsvTerminateRecReply>(
-        event.build<kNew_BG_EV_DTVSV_TERMINATE_REC_REPLY>(record.handle, record.result,
-                                                          terminate_rec));
+    return event.deliver<kNew_BG_EV_DTVSV_TERMINATE_REC_REPLY, kCall_onEvDtvsvTerminateRecReply>(
+        record.handle, record.result, terminate_rec);
 }

@@ -59,9 +59,9 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_tuner_sensitivity_data_notify(JNIEnv* e
     const jobject sensitivity = event.build<kNew_BG_TS_DTVSVLIB_TUNER_SENS_DATA>(
         asJint(record.lna_mode), asJint(record.cn_value), asJint(record.ber), record.ifagc,
         record.rfagc, record.lnag, record.bpfg);
-    return event.deliver<kCall_onEvDtvsvTunerSensitivityDataNotify>(
-        event.build<kNew_BG_EV_DTVSV_TUNER_SENSITIVITY_DATA_NOTIFY>(
-            record.handle, zeroExtended(record.physical_channel), record.service_no, sensitivity));
+    return event.deliver<kNew_BG_EV_DTVSV_TUNER_SENSITIVITY_DATA_NOTIFY,
+                         kCall_onEvDtvsvTunerSensitivityDataNotify>(
+        record.handle, zeroExtended(record.physical_channel), record.service_no, sensitivity);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_play_error_notify(JNIEnv* env, void* data, int size) {
@@ -73,8 +73,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_play_error_notify(JNIEnv* env, void* da
     if (!event.hasSizeOf<TS_PLAY_ERROR_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvPlayErrorNotify>(
-        event.build<kNew_BG_EV_DTVSV_PLAY_ERROR_NOTIFY>(record.handle, asJint(record.play_error)));
+    return event.deliver<kNew_BG_EV_DTVSV_PLAY_ERROR_NOTIFY, kCall_onEvDtvsvPlayErrorNotify>(
+        record.handle, asJint(record.play_error));
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_play_event_notify(JNIEnv* env, void* data, int size) {
@@ -89,9 +89,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_play_event_notify(JNIEnv* env, void* da
     }
     const jobject play_status = buildPlayStatus(event, record.play_status);
     // The one 32-bit field that keeps its sign on the way to a Java long.
-    return event.deliver<kCall_onEvDtvsvPlayEventNotify>(
-        event.build<kNew_BG_EV_DTVSV_PLAY_EVENT_NOTIFY>(
-            record.handle, play_status, signExtended(record.play_event), record.bml_http_flg));
+    return event.deliver<kNew_BG_EV_DTVSV_PLAY_EVENT_NOTIFY, kCall_onEvDtvsvPlayEventNotify>(
+        record.handle, play_status, signExtended(record.play_event), record.bml_http_flg);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_play_status_notify(JNIEnv* env, void* data, int size) {
@@ -104,8 +103,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_play_status_notify(JNIEnv* env, void* d
         return 1;
     }
     const jobject play_status = buildPlayStatus(event, record.play_status);
-    return event.deliver<kCall_onEvDtvsvPlayStatusNotify>(
-        event.build<kNew_BG_EV_DTVSV_PLAY_STATUS_NOTIFY>(record.handle, play_status));
+    return event.deliver<kNew_BG_EV_DTVSV_PLAY_STATUS_NOTIFY, kCall_onEvDtvsvPlayStatusNotify>(
+        record.handle, play_status);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_rec_info_notify(JNIEnv* env, void* data, int size) {
@@ -117,10 +116,9 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_rec_info_notify(JNIEnv* env, void* data
     if (!event.hasSizeOf<TS_REC_INFO_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvRecInfoNotify>(
-        event.build<kNew_BG_EV_DTVSV_REC_INFO_NOTIFY>(
-            record.handle, zeroExtended(record.rec_time), record.rec_cap,
-            zeroExtended(record.physical_channel), record.service_no));
+    return event.deliver<kNew_BG_EV_DTVSV_REC_INFO_NOTIFY, kCall_onEvDtvsvRecInfoNotify>(
+        record.handle, zeroExtended(record.rec_time), record.rec_cap,
+        zeroExtended(record.physical_channel), record.service_no);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_rec_status_notify(JNIEnv* env, void* data, int size) {
@@ -132,10 +130,9 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_rec_status_notify(JNIEnv* env, void* da
     if (!event.hasSizeOf<TS_REC_STATUS_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvRecStatusNotify>(
-        event.build<kNew_BG_EV_DTVSV_REC_STATUS_NOTIFY>(record.handle, asJint(record.rec_status),
-                                                        zeroExtended(record.physical_channel),
-                                                        record.service_no));
+    return event.deliver<kNew_BG_EV_DTVSV_REC_STATUS_NOTIFY, kCall_onEvDtvsvRecStatusNotify>(
+        record.handle, asJint(record.rec_status), zeroExtended(record.physical_channel),
+        record.service_no);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_receive_sensitivity_notify(JNIEnv* env, void* data,
@@ -148,10 +145,10 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_receive_sensitivity_notify(JNIEnv* env,
     if (!event.hasSizeOf<TS_RECEIVE_SENSITIVITY_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvReceiveSensitivityNotify>(
-        event.build<kNew_BG_EV_DTVSV_RECEIVE_SENSITIVITY_NOTIFY>(
-            record.handle, zeroExtended(record.ber), zeroExtended(record.cn),
-            zeroExtended(record.physical_channel), record.service_no));
+    return event.deliver<kNew_BG_EV_DTVSV_RECEIVE_SENSITIVITY_NOTIFY,
+                         kCall_onEvDtvsvReceiveSensitivityNotify>(
+        record.handle, zeroExtended(record.ber), zeroExtended(record.cn),
+        zeroExtended(record.physical_channel), record.service_no);
 }
 
 // Bad reception names its channel as a long and its level; good reception names it as an int.
@@ -162,10 +159,9 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_bad_sens_notify(JNIEnv* env, void* data
     if (!event.hasSizeOf<TS_SENS_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvBadSensNotify>(
-        event.build<kNew_BG_EV_DTVSV_BAD_SENS_NOTIFY>(record.handle,
-                                                      zeroExtended(record.physical_channel),
-                                                      record.service_no, record.sensitivity_level));
+    return event.deliver<kNew_BG_EV_DTVSV_BAD_SENS_NOTIFY, kCall_onEvDtvsvBadSensNotify>(
+        record.handle, zeroExtended(record.physical_channel), record.service_no,
+        record.sensitivity_level);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_good_sens_notify(JNIEnv* env, void* data, int size) {
@@ -175,9 +171,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_good_sens_notify(JNIEnv* env, void* dat
     if (!event.hasSizeOf<TS_SENS_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvGoodSensNotify>(
-        event.build<kNew_BG_EV_DTVSV_GOOD_SENS_NOTIFY>(
-            record.handle, asJint(record.physical_channel), record.service_no));
+    return event.deliver<kNew_BG_EV_DTVSV_GOOD_SENS_NOTIFY, kCall_onEvDtvsvGoodSensNotify>(
+        record.handle, asJint(record.physical_channel), record.service_no);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_ca_info_notify(JNIEnv* env, void* data, int size) {
@@ -189,8 +184,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_ca_info_notify(JNIEnv* env, void* data,
     if (!event.hasSizeOf<TS_CA_INFO_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvCaInfoNotify>(event.build<kNew_BG_EV_DTVSV_CA_INFO_NOTIFY>(
-        record.handle, record.ca_status, zeroExtended(record.physical_channel), record.service_no));
+    return event.deliver<kNew_BG_EV_DTVSV_CA_INFO_NOTIFY, kCall_onEvDtvsvCaInfoNotify>(
+        record.handle, record.ca_status, zeroExtended(record.physical_channel), record.service_no);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_bml_disp_icon_notify(JNIEnv* env, void* data, int size) {
@@ -202,9 +197,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_bml_disp_icon_notify(JNIEnv* env, void*
     if (!event.hasSizeOf<TS_BML_DISP_ICON_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvBmlDispIconNotify>(
-        event.build<kNew_BG_EV_DTVSV_BML_DISP_ICON_NOTIFY>(record.handle, record.icon_type,
-                                                           record.disp_permit));
+    return event.deliver<kNew_BG_EV_DTVSV_BML_DISP_ICON_NOTIFY, kCall_onEvDtvsvBmlDispIconNotify>(
+        record.handle, record.icon_type, record.disp_permit);
 }
 
 // ---- The later group: the size stands in the FUNCSTART line, and a wrong one is an ERROR.
@@ -219,10 +213,10 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_copy_control_info_notify(JNIEnv* env, v
     if (!event.hasSizeOf<TS_COPY_CONTROL_INFO_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvCopyControlInfoNotify>(
-        event.build<kNew_BG_EV_DTVSV_COPY_CONTROL_INFO_NOTIFY>(
+    return event
+        .deliver<kNew_BG_EV_DTVSV_COPY_CONTROL_INFO_NOTIFY, kCall_onEvDtvsvCopyControlInfoNotify>(
             record.handle, record.copy_mode, zeroExtended(record.physical_channel),
-            record.service_no));
+            record.service_no);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_change_audio_main_sub_notify(JNIEnv* env, void* data,
@@ -235,9 +229,9 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_change_audio_main_sub_notify(JNIEnv* en
     if (!event.hasSizeOf<TS_RESULT_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvChangeAudioMainSubNotify>(
-        event.build<kNew_BG_EV_DTVSV_CHANGE_AUDIO_MAIN_SUB_NOTIFY>(record.handle,
-                                                                   asJint(record.result)));
+    return event.deliver<kNew_BG_EV_DTVSV_CHANGE_AUDIO_MAIN_SUB_NOTIFY,
+                         kCall_onEvDtvsvChangeAudioMainSubNotify>(record.handle,
+                                                                  asJint(record.result));
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_cap_status_notify(JNIEnv* env, void* data, int size) {
@@ -249,8 +243,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_cap_status_notify(JNIEnv* env, void* da
     if (!event.hasSizeOf<TS_CHANGE_STATUS_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvCapStatusNotify>(
-        event.build<kNew_BG_EV_DTVSV_CAP_STATUS_NOTIFY>(record.handle, record.change_status));
+    return event.deliver<kNew_BG_EV_DTVSV_CAP_STATUS_NOTIFY, kCall_onEvDtvsvCapStatusNotify>(
+        record.handle, record.change_status);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_bml_status_notify(JNIEnv* env, void* data, int size) {
@@ -262,8 +256,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_bml_status_notify(JNIEnv* env, void* da
     if (!event.hasSizeOf<TS_CHANGE_STATUS_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvBmlStatusNotify>(
-        event.build<kNew_BG_EV_DTVSV_BML_STATUS_NOTIFY>(record.handle, record.change_status));
+    return event.deliver<kNew_BG_EV_DTVSV_BML_STATUS_NOTIFY, kCall_onEvDtvsvBmlStatusNotify>(
+        record.handle, record.change_status);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_bml_end_fep_notify(JNIEnv* env, void* data, int size) {
@@ -274,8 +268,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_bml_end_fep_notify(JNIEnv* env, void* d
     if (!event.hasSizeOf<TS_HANDLE_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvBmlEndFepNotify>(
-        event.build<kNew_BG_EV_DTVSV_BML_END_FEP_NOTIFY>(record.handle));
+    return event.deliver<kNew_BG_EV_DTVSV_BML_END_FEP_NOTIFY, kCall_onEvDtvsvBmlEndFepNotify>(
+        record.handle);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_assign_video_area_notify(JNIEnv* env, void* data,
@@ -288,7 +282,7 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_assign_video_area_notify(JNIEnv* env, v
     if (!event.hasSizeOf<TS_ASSIGN_VIDEO_AREA_NOTIFY>(size)) {
         return 1;
     }
-    return event.deliver<kCall_onEvDtvsvAssignVideoAreaNotify>(
-        event.build<kNew_BG_EV_DTVSV_ASSIGN_VIDEO_AREA_NOTIFY>(
-            record.handle, record.drawing_destination, asJint(record.result)));
+    return event
+        .deliver<kNew_BG_EV_DTVSV_ASSIGN_VIDEO_AREA_NOTIFY, kCall_onEvDtvsvAssignVideoAreaNotify>(
+            record.handle, record.drawing_destination, asJint(record.result));
 }
