@@ -8,11 +8,8 @@
 # libraries, and what is linked.
 sysroot_packages="
     libc6
-    libc6-dev
     libstdc++6
-    libstdc++-12-dev
     libgcc-s1
-    libgcc-12-dev
     zlib1g
     openjdk-17-jre-headless
     android-libutils

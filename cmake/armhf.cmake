@@ -1,0 +1,6 @@
+# 32-bit ARM with hardware floating point, run by qemu-arm with the C library in DTV_SYSROOT.
+set(DTV_TRIPLET arm-linux-gnueabihf)
+set(DTV_LIBRARY_ARCHITECTURE arm-linux-gnueabihf)
+set(CMAKE_SYSTEM_PROCESSOR arm)
+include(${CMAKE_CURRENT_LIST_DIR}/cross.cmake)
+set(CMAKE_CROSSCOMPILING_EMULATOR qemu-arm -L ${DTV_SYSROOT})

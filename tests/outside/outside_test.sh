@@ -1,0 +1,64 @@
+#!/bin/sh
+# The outside of a built libDtv_jni.so: what it exports, what it imports and from where, how it is
+# linked, and how large it is. usage: outside_test.sh LIBRARY [STRIP]
+set -eu
+export LC_ALL=C
+library=$1
+passed=0
+failed=0
+
+# check WHAT EXPECTED ACTUAL
+check() {
+    if [ "$2" = "$3" ]; then
+        passed=$((passed + 1))
+    else
+        failed=$((failed + 1))
+        printf '%s\n  expected: %s\n  is:       %s\n' "$1" "$(echo "$2" | tr '\n' ' ')" \
+            "$(echo "$3" | tr '\n' ' ')"
+    fi
+}
+
+dynamic=$(readelf --dynamic --wide "$library")
+value() {
+    echo "$dynamic" | sed -n "s/.*($1).*\[\(.*\)\]/\1/p" | sort
+}
+
+check "exported symbols" "JNI_OnLoad" \
+    "$(nm --dynamic --defined-only "$library" | awk '{print $3}' | sort)"
+
+# Imports of the C and C++ runtimes carry a version; the others are the platform's.
+check "imported from the platform" "$(sort <<'END'
+DtvSvCom_GetMyTaskName
+DtvSvCom_Log
+DtvSvLibListener::DtvSvLibListener()
+DtvSvLibListener::sendEventToServer(int, void*, int, TS_DTVSV_SP*, void*, int*)
+DtvSvLibListener::sendEventToServer(int, void*, int, void*, int*)
+DtvSvLibListener::~DtvSvLibListener()
+android::AndroidRuntime::registerNativeMethods(JNIEnv_*, char const*, JNINativeMethod const*, int)
+END
+)" "$(nm --dynamic --undefined-only --demangle "$library" | sed 's/^ *[Uw] //' | grep -v '@' |
+    grep -E '^(DtvSv|android::AndroidRuntime)' | sort)"
+check "other imports without a version" "" \
+    "$(nm --dynamic --undefined-only --demangle "$library" | sed 's/^ *[Uw] //' | grep -v '@' |
+        grep -vE '^(DtvSv|android::(AndroidRuntime|BBinder|IBinder|RefBase)::|android::sp_report_)' |
+        grep -vE '^(_ITM_|__gmon_start__)' | sort)"
+check "runtimes but those of C and C++" "" \
+    "$(nm --dynamic --undefined-only "$library" | sed -n 's/.*@\([A-Z]*\)_.*/\1/p' |
+        grep -vxE 'CXXABI|GCC|GLIBC|GLIBCXX' | sort -u)"
+
+check "libraries that are linked" "$(printf '%s\n' libDtv.so libandroid_runtime.so libbinder.so libgui.so libutils.so.0)" \
+    "$(value NEEDED | grep -vE '^(libc\.so\.6|libstdc\+\+\.so\.6|libgcc_s\.so\.1|libm\.so\.6|ld-linux.*)$')"
+check "soname" libDtv_jni.so "$(value SONAME)"
+check "found through RUNPATH" yes "$(value RUNPATH | grep -q ORIGIN && echo yes)"
+check "RPATH, which LD_LIBRARY_PATH could not override" "" "$(value RPATH)"
+check "text relocations" "" "$(echo "$dynamic" | grep -o TEXTREL || true)"
+check "stack" "RW" \
+    "$(readelf --program-headers --wide "$library" | awk '$1 == "GNU_STACK" {print $7}')"
+
+stripped=$(mktemp)
+"${2:-strip}" -o "$stripped" "$library"
+echo "stripped: $(wc -c <"$stripped") bytes"
+rm -f "$stripped"
+
+echo "$passed passed, $failed failed"
+[ "$failed" -eq 0 ]
