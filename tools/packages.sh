@@ -19,6 +19,10 @@ test_packages="
     libgmock-dev
     libgtest-dev"
 
+# To build and run the tests of another architecture besides.
+i386_packages=g++-i686-linux-gnu
+armhf_packages="g++-arm-linux-gnueabihf qemu-user"
+
 # Installs those of the packages that are missing, with apt-get, as root or through sudo. Silent when
 # none is; what apt-get says is shown when it fails.
 need() {
