@@ -1,0 +1,74 @@
+// Compiled without sibling calls: a call of the bridge's that is the last jump of an operation
+// returns to here then, and is known as the bridge's.
+#include "probe.h"
+
+namespace {
+
+using Listener = JNIDtvSvLibListener;
+
+template <auto Operation>
+struct Of;
+template <typename Result, typename... Arguments, Result (Listener::*Operation)(Arguments...)>
+struct Of<Operation> {
+    static Result call(Listener* listener, Arguments... arguments) {
+        return (listener->*Operation)(arguments...);
+    }
+};
+template <typename Result, typename... Arguments, Result (Listener::*Operation)(Arguments...) const>
+struct Of<Operation> {
+    static Result call(Listener* listener, Arguments... arguments) {
+        return (listener->*Operation)(arguments...);
+    }
+};
+
+constexpr int (Listener::*setJavaClass)(JNIEnv*, int, const char*) = &Listener::setJavaClass;
+constexpr int (Listener::*setJavaClassOf)(JNIEnv*, int, jobject) = &Listener::setJavaClass;
+constexpr int (Listener::*setJavaMethod)(JNIEnv*, int, int, int, int, const char*,
+                                         const char*) = &Listener::setJavaMethod;
+constexpr void (Listener::*storeJavaMethod)(int, TS_DTVSV_METHODINFO&) = &Listener::setJavaMethod;
+
+android::sp<Listener> make() {
+    return new Listener;
+}
+
+Listener* loaded() {
+    return g_listener.get();
+}
+
+jobject adopt(JNIEnv* env, jobject object) {
+    return env->PushLocalFrame(1) == JNI_OK ? env->PopLocalFrame(object) : nullptr;
+}
+
+} // namespace
+
+const BindingProbe& bindingProbe() {
+    static const BindingProbe probe = {
+        &make,
+        &loaded,
+        &adopt,
+        &Of<setJavaClass>::call,
+        &Of<setJavaClassOf>::call,
+        &Of<setJavaMethod>::call,
+        &Of<storeJavaMethod>::call,
+        &Of<&Listener::getJavaClass>::call,
+        &Of<&Listener::getJavaClassObject>::call,
+        &Of<&Listener::getJavaClassInfo>::call,
+        &Of<&Listener::getJavaMethodID>::call,
+        &Of<&Listener::getJavaClassForMethodid>::call,
+        &Of<&Listener::getJavaMethodInfo>::call,
+        &Of<&Listener::getJavaFieldInfo>::call,
+        &Of<&Listener::setVM>::call,
+        &Of<&Listener::getJNIEnv>::call,
+        &Of<&Listener::freeJNIEnv>::call,
+        &Of<&Listener::detachJNIEnv>::call,
+        &Listener::CallMethod,
+        &Of<&Listener::NewFieldObject>::call,
+        &Of<&Listener::SetObjectField>::call,
+        &Of<&Listener::SetIntField>::call,
+        &Of<&Listener::OrgNewString>::call,
+        &Of<&Listener::OrgNewStringUTF>::call,
+        &Of<&Listener::convJStringToChar>::call,
+        &Of<&Listener::convJStringToUTF16>::call,
+    };
+    return probe;
+}

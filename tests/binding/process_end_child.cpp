@@ -1,0 +1,154 @@
+// A process that loads the bridge, delivers events on the threads that it is told, and ends in the
+// way that it is told, with exit code 37.
+//
+//     process_end_child <load> <events> <end>
+#include "harness/harness.h"
+
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <string>
+#include <thread>
+
+#if defined(__has_feature)
+#define CHILD_CLANG_SANITIZER __has_feature(address_sanitizer)
+#else
+#define CHILD_CLANG_SANITIZER 0
+#endif
+#if defined(__SANITIZE_ADDRESS__) || CHILD_CLANG_SANITIZER
+// As in the harness's own main program.
+extern "C" const char* __asan_default_options();
+extern "C" __attribute__((visibility("default"))) const char* __asan_default_options() {
+    return "handle_segv=0:allow_user_segv_handler=1:detect_leaks=0:detect_stack_use_after_return=0";
+}
+#endif
+
+namespace {
+
+using namespace harness;
+
+constexpr int exitCode = 37;
+
+[[noreturn]] void fail(const std::string& why) {
+    std::fprintf(stderr, "process_end_child: %s\n", why.c_str());
+    std::_Exit(1);
+}
+
+void need(bool done, const char* what) {
+    if (!done) {
+        fail(what);
+    }
+}
+
+int createReply() {
+    uint8_t record[8] = {3, 0, 0, 0, 0, 0, 0, 0};
+    return dtv::deliverEvent(0x1000004f, record, 8);
+}
+
+void postCreateReply() {
+    const uint8_t record[8] = {3, 0, 0, 0, 0, 0, 0, 0};
+    dtv::postEvent(0x1000004f, record, 8);
+}
+
+void callStatic(const char* class_name, const char* name, const char* signature, jint argument) {
+    jclass of = env()->FindClass(class_name);
+    need(of != nullptr, "no class");
+    jmethodID id = env()->GetStaticMethodID(of, name, signature);
+    need(id != nullptr, "no method");
+    env()->CallStaticVoidMethod(of, id, argument);
+}
+
+void systemExit() {
+    callStatic("java/lang/System", "exit", "(I)V", exitCode);
+}
+
+/// Never joined: it lives until the process is gone.
+void forever(void (*work)()) {
+    std::thread([work] {
+        for (;;) {
+            work();
+        }
+    }).detach();
+}
+
+EventThread& foreign() {
+    static EventThread& thread = *new EventThread;
+    return thread;
+}
+
+void deliverOn(const std::string& where) {
+    bool flood = where == "flood";
+    if (where == "main" || where == "everywhere") {
+        need(createReply() == 0, "an event did not arrive");
+    }
+    if (where == "foreign" || where == "everywhere" || flood) {
+        foreign().run([] { need(createReply() == 0, "an event did not arrive"); });
+    }
+    if (where == "posted" || where == "everywhere" || flood) {
+        postCreateReply();
+        need(dtv::waitUntilDelivered(std::chrono::seconds(20)), "an event did not arrive");
+    }
+    if (flood) {
+        // Both threads have their slots by now: those who ask for their first at once may share
+        // one.
+        forever(&postCreateReply);
+        foreign().start([] {
+            for (;;) {
+                createReply();
+            }
+        });
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+}
+
+void endBy(const std::string& way) {
+    if (way == "exit") {
+        std::exit(exitCode);
+    } else if (way == "exit-on-foreign") {
+        foreign().run([] { std::exit(exitCode); });
+    } else if (way == "exit-on-unknown") {
+        std::thread([] { std::exit(exitCode); }).join();
+    } else if (way == "system-exit") {
+        systemExit();
+    } else if (way == "system-exit-on-foreign") {
+        foreign().run([] { systemExit(); });
+    } else if (way == "system-exit-in-callback" || way == "system-exit-in-posted-callback") {
+        callStatic("ExitingListener", "install", "()V", 0);
+        uint8_t record[8] = {3, 0, 0, 0, 0, 0, 0, 0};
+        if (way == "system-exit-in-callback") {
+            dtv::deliverEvent(0x10000050, record, 8);
+        } else {
+            dtv::postEvent(0x10000050, record, 8);
+            dtv::waitUntilDelivered(std::chrono::seconds(20));
+        }
+        fail("the callback did not end the process");
+    } else if (way == "destroy" || way == "destroy-and-exit") {
+        dtv::stopDelivery();
+        endEventThreads();
+        VirtualMachine::instance().destroy();
+        if (way == "destroy-and-exit") {
+            std::exit(exitCode);
+        }
+    } else {
+        need(way == "return", "no such way to end");
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    need(argc == 4, "three arguments are needed");
+    alarm(60); // who hangs is killed, and that is no exit code
+    std::string load = argv[1];
+    VirtualMachine::instance();
+    if (load == "loaded") {
+        need(Product::load().empty(), "the bridge was refused");
+    } else if (load == "refused") {
+        std::string why = Product::loadWithout({"tenrik.service.dtvserver.DtvServerProxy"});
+        need(!why.empty(), "the bridge was not refused");
+    }
+    deliverOn(argv[2]);
+    endBy(argv[3]);
+    return exitCode;
+}
