@@ -53,7 +53,7 @@ void sendStreams(Service& service, Session& session) {
     auto components = about<TS_COMPONENT_INFO_NOTIFY>(session.handle, station);
     components.cap_exist_flg = 1;
     components.bml_exist_flg = 1;
-    components.audio_es_num = 1;
+    components.audio_es_num = 2;
     service.send(event_id::kComponentInfoNotify, components);
 
     auto video = about<TS_UPDATE_VIDEO_INFO_NOTIFY>(session.handle, station);

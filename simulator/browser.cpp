@@ -17,7 +17,7 @@ using std::chrono::milliseconds;
 
 constexpr milliseconds kLoading{200};  ///< from a document's start to its first request
 constexpr milliseconds kThinking{100}; ///< from an answer to the next request
-constexpr milliseconds kSaving{100};   ///< to write a picture
+constexpr milliseconds kSaving{50};    ///< to write a picture
 constexpr uint8_t kDocumentIcon = 1;
 constexpr uint8_t kMayBeShown = 1;
 

@@ -1,9 +1,13 @@
 // The natives of tenrik.desk.Simulator: they put the simulator behind libDtv.
 #include "simulator/simulator.h"
 
+#include <gui/Surface.h>
 #include <jni.h>
+#include <unistd.h>
 
 #include <array>
+#include <cstdint>
+#include <cstdio>
 #include <memory>
 #include <optional>
 #include <string>
@@ -33,11 +37,16 @@ std::string textOf(JNIEnv* env, jstring string) {
 extern "C" {
 
 JNIEXPORT jintArray JNICALL Java_tenrik_desk_Simulator_startNative(JNIEnv* env, jclass,
-                                                                   jstring table) {
+                                                                   jstring table, jstring guide) {
     std::string error;
     std::optional<simulator::ChannelPlan> plan =
         simulator::readChannelTable(textOf(env, table), error);
     if (!plan) {
+        throwDeskException(env, error);
+        return nullptr;
+    }
+    std::optional<simulator::Guide> programmes = simulator::readGuide(textOf(env, guide), error);
+    if (!programmes) {
         throwDeskException(env, error);
         return nullptr;
     }
@@ -51,13 +60,26 @@ JNIEXPORT jintArray JNICALL Java_tenrik_desk_Simulator_startNative(JNIEnv* env, 
 
     simulator::Options options;
     options.plan = std::move(*plan);
+    options.guide = std::move(*programmes);
     dtv::setServiceEndpoint(std::make_shared<simulator::Simulator>(std::move(options)));
     return result;
+}
+
+JNIEXPORT jint JNICALL Java_tenrik_desk_Simulator_newSurface(JNIEnv*, jclass) {
+    // The program's own reference is never dropped: Java objects may hold the address for ever.
+    auto* surface = new android::Surface;
+    surface->incStrong(surface);
+    return static_cast<jint>(reinterpret_cast<intptr_t>(surface));
 }
 
 JNIEXPORT void JNICALL Java_tenrik_desk_Simulator_stop(JNIEnv*, jclass) {
     dtv::setServiceEndpoint(nullptr);
     dtv::stopDelivery();
+}
+
+JNIEXPORT void JNICALL Java_tenrik_desk_Simulator_leave(JNIEnv*, jclass, jint status) {
+    std::fflush(nullptr);
+    _exit(status);
 }
 
 } // extern "C"

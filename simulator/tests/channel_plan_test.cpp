@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <string>
 
@@ -126,6 +128,26 @@ TEST(ChannelTableTest, ReadsWhatDebianCarries) {
     EXPECT_EQ(0, plan.unusable_entries);
     ASSERT_NE(nullptr, plan.find(14, 0));
     EXPECT_EQ("RBI TV", plan.find(14, 0)->name);
+}
+
+TEST(ChannelTableTest, LeavesNoEntryOfDebiansTablesUncounted) {
+    int tables = 0;
+    int largest = 0;
+    for (const auto& file : std::filesystem::directory_iterator("/usr/share/dvb/isdb-t")) {
+        std::ifstream lines(file.path());
+        int entries = 0;
+        for (std::string line; std::getline(lines, line);) {
+            entries += !line.empty() && line.front() == '[' ? 1 : 0;
+        }
+        const ChannelPlan plan = read(file.path());
+        const int stations = static_cast<int>(plan.stations.size());
+        EXPECT_EQ(entries, stations + plan.vhf_entries + plan.beyond_entries) << file.path();
+        EXPECT_EQ(0, plan.unusable_entries) << file.path();
+        ++tables;
+        largest = std::max(largest, stations);
+    }
+    EXPECT_LT(2000, tables);
+    EXPECT_EQ(48, largest) << "Argentina: 14 to 62 without 37";
 }
 
 TEST(ChannelTableTest, SaysWhyItCannotRead) {

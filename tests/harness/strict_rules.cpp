@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <list>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -24,7 +25,8 @@ struct Frame {
     std::unordered_set<jobject> arguments; ///< the VM's own: usable, but not to be deleted
 };
 
-/// What one thread has. Kept for good: the process's end may look at it when the thread is gone.
+/// What one thread has. Kept for good: the process's end may look at it when
+/// the thread is gone.
 struct Thread {
     std::vector<Frame> frames{Frame{false, {}, {}}};
     std::atomic<int> live{0};
@@ -51,7 +53,7 @@ struct Shared {
     std::unordered_set<jobject> globals;
     int globals_made = 0;
     int globals_deleted = 0;
-    std::map<const void*, Id> ids;
+    std::map<const void*, std::list<Id>> ids; ///< the VM gives fields of several classes one id
     std::map<const void*, Memory> memory;
 };
 
@@ -84,10 +86,18 @@ bool isUsable(jobject reference) {
     return shared().globals.count(reference) != 0;
 }
 
-const Id* findId(const void* id) {
+/// The members that have this id. A method's is its own; a field's may be that
+/// of any field that lies at the same place in another class.
+std::vector<const Id*> findIds(const void* id) {
+    std::vector<const Id*> found;
     std::lock_guard lock(shared().mutex);
-    auto found = shared().ids.find(id);
-    return found == shared().ids.end() ? nullptr : &found->second;
+    auto entries = shared().ids.find(id);
+    if (entries != shared().ids.end()) {
+        for (const Id& entry : entries->second) {
+            found.push_back(&entry);
+        }
+    }
+    return found;
 }
 
 /// The letter of the type that a method returns or a field has.
@@ -97,12 +107,36 @@ char typeLetter(const std::string& signature) {
     return letter == '[' ? 'L' : letter;
 }
 
+/// What is wrong with using this member so; empty when nothing is.
+std::string faultOfMember(const Row& row, JNIEnv* env, jobject object, jclass of, const Id& known) {
+    std::string member = known.name + " " + known.signature;
+    if (known.of_class != ((row.traits & staticId) != 0)) {
+        return (known.of_class ? "id of a static member: " : "id of an instance member: ") + member;
+    }
+    if ((row.traits & constructs) != 0 && known.name != "<init>") {
+        return "id is not a constructor's: " + member;
+    }
+    if (typeLetter(known.signature) != row.type) {
+        return "member is of another type: " + member;
+    }
+    if ((row.traits & constructs) != 0 && !vm_table.IsSameObject(env, of, known.declared_by)) {
+        return "constructor of another class: " + member;
+    }
+    if ((row.traits & staticId) != 0 && !vm_table.IsAssignableFrom(env, of, known.declared_by)) {
+        return "member of another class: " + member;
+    }
+    if ((row.traits & memberId) != 0 && !vm_table.IsInstanceOf(env, object, known.declared_by)) {
+        return "object of another class than the member's: " + member;
+    }
+    return "";
+}
+
 std::string kindOfMemory(const Row& row) {
     return row.name + std::strlen(std::strncmp(row.name, "Get", 3) == 0 ? "Get" : "Release");
 }
 
-/// Walks the arguments that `signature` names; `next` is told each one's letter and is true to go
-/// on.
+/// Walks the arguments that `signature` names; `next` is told each one's letter
+/// and is true to go on.
 template <typename Next>
 bool walk(const std::string& signature, Next next) {
     for (size_t at = 1; at < signature.size() && signature[at] != ')'; ++at) {
@@ -128,7 +162,8 @@ bool broken(const char* function, const std::string& rule) {
     if (testing::UnitTest::GetInstance()->current_test_info() != nullptr) {
         ADD_FAILURE() << text;
     } else {
-        // Outside a test nobody would hear of a failure: the process ends as the strict VM's does.
+        // Outside a test nobody would hear of a failure: the process ends as the
+        // strict VM's does.
         std::fprintf(stderr, "%s (outside a test)\n", text.c_str());
         std::fflush(nullptr);
         std::_Exit(70);
@@ -159,43 +194,27 @@ bool isKnown(const Row& row, jobject reference) {
 }
 
 bool mayUseMember(const Row& row, JNIEnv* env, jobject object, jclass of, const void* id) {
-    const Id* known = findId(id);
-    if (known == nullptr) {
+    std::vector<const Id*> known = findIds(id);
+    if (known.empty()) {
         return broken(row.name, "id was never looked up");
     }
-    std::string member = known->name + " " + known->signature;
-    bool constructor = known->name == "<init>";
-    if (known->of_class != ((row.traits & staticId) != 0)) {
-        return broken(row.name, (known->of_class ? "id of a static member: "
-                                                 : "id of an instance "
-                                                   "member: ") +
-                                    member);
+    std::string fault;
+    for (const Id* member : known) {
+        fault = faultOfMember(row, env, object, of, *member);
+        if (fault.empty()) {
+            return true;
+        }
     }
-    if ((row.traits & constructs) != 0 && !constructor) {
-        return broken(row.name, "id is not a constructor's: " + member);
-    }
-    if (typeLetter(known->signature) != row.type) {
-        return broken(row.name, "member is of another type: " + member);
-    }
-    if ((row.traits & constructs) != 0 && !vm_table.IsSameObject(env, of, known->declared_by)) {
-        return broken(row.name, "constructor of another class: " + member);
-    }
-    if ((row.traits & staticId) != 0 && !vm_table.IsAssignableFrom(env, of, known->declared_by)) {
-        return broken(row.name, "member of another class: " + member);
-    }
-    if ((row.traits & memberId) != 0 && !vm_table.IsInstanceOf(env, object, known->declared_by)) {
-        return broken(row.name, "object of another class than the member's: " + member);
-    }
-    return true;
+    return broken(row.name, fault);
 }
 
 bool argumentsKnown(const Row& row, const void* id, va_list arguments) {
-    const Id* known = findId(id);
-    if (known == nullptr) {
+    std::vector<const Id*> known = findIds(id);
+    if (known.empty()) {
         return true; // mayUseMember has said so
     }
     // Promoted as the compiler promotes variable arguments.
-    return walk(known->signature, [&](char letter) {
+    return walk(known.front()->signature, [&](char letter) {
         switch (letter) {
         case 'L':
             return isKnown(row, va_arg(arguments, jobject));
@@ -214,8 +233,8 @@ bool argumentsKnown(const Row& row, const void* id, va_list arguments) {
 }
 
 bool argumentsKnown(const Row& row, const void* id, const jvalue* arguments) {
-    const Id* known = findId(id);
-    return known == nullptr || walk(known->signature, [&](char letter) {
+    std::vector<const Id*> known = findIds(id);
+    return known.empty() || walk(known.front()->signature, [&](char letter) {
                const jvalue& argument = *arguments++;
                return letter != 'L' || isKnown(row, argument.l);
            });
@@ -350,17 +369,24 @@ void idMade(const Row& row, JNIEnv* env, jclass of, const void* id, const char* 
             const char* signature) {
     auto declared_by = static_cast<jclass>(vm_table.NewGlobalRef(env, of));
     std::lock_guard lock(shared().mutex);
-    Id& entry = shared().ids[id];
-    // An inherited member has one id in all classes; the widest of them is kept.
-    if (entry.declared_by != nullptr &&
-        !vm_table.IsAssignableFrom(env, entry.declared_by, declared_by)) {
-        vm_table.DeleteGlobalRef(env, declared_by);
-        return;
+    std::list<Id>& entries = shared().ids[id];
+    for (Id& entry : entries) {
+        if (entry.name != name || entry.signature != signature) {
+            continue;
+        }
+        // An inherited member has one id in all classes; the widest of them is
+        // kept.
+        if (vm_table.IsAssignableFrom(env, declared_by, entry.declared_by)) {
+            vm_table.DeleteGlobalRef(env, declared_by);
+            return;
+        }
+        if (vm_table.IsAssignableFrom(env, entry.declared_by, declared_by)) {
+            vm_table.DeleteGlobalRef(env, entry.declared_by);
+            entry.declared_by = declared_by;
+            return;
+        }
     }
-    if (entry.declared_by != nullptr) {
-        vm_table.DeleteGlobalRef(env, entry.declared_by);
-    }
-    entry = Id{(row.traits & staticId) != 0, name, signature, declared_by};
+    entries.push_back(Id{(row.traits & staticId) != 0, name, signature, declared_by});
 }
 
 NativeRun::NativeRun(const std::string& native, std::vector<jobject> arguments)

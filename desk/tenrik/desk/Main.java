@@ -26,7 +26,10 @@ public final class Main {
         PrintStream errors = new PrintStream(
                 new FileOutputStream(FileDescriptor.err), true, StandardCharsets.UTF_8);
         int status = run(arguments, out, errors);
-        System.exit(status);
+        if (status == NOT_STARTED) {
+            System.exit(status);
+        }
+        Simulator.leave(status);
     }
 
     private static int run(String[] given, PrintStream out, PrintStream errors)
@@ -43,7 +46,7 @@ public final class Main {
         }
         Screen screen = new Screen(out, arguments.colour());
         try {
-            Simulator.Plan plan = Simulator.start(table.toString());
+            Simulator.Plan plan = Simulator.start(table.toString(), arguments.guide());
             introduce(screen, arguments, plan);
             System.load(arguments.libraries().resolve("libDtv_jni.so").toString());
         } catch (DeskException failure) {
@@ -54,7 +57,7 @@ public final class Main {
         BGCallBack.setListener(mailbox.listener());
         Dialogue dialogue = new Dialogue(mailbox, screen);
         try {
-            new Receiver(dialogue, screen).run();
+            new Receiver(dialogue, screen, arguments.tour()).run();
             screen.done("All " + dialogue.replies() + " replies arrived, and all said OK.");
             return 0;
         } catch (DeskException failure) {
@@ -68,10 +71,15 @@ public final class Main {
     private static void introduce(Screen screen, Arguments arguments, Simulator.Plan plan) {
         screen.line("On the air: " + arguments.city() + ", " + plan.stations()
                 + " UHF stations on channels 13 to 62.");
-        screen.line("Left out of its table: " + plan.vhfEntries() + " VHF entries"
+        screen.line("Left out of its table: " + entries(plan.vhfEntries()) + " of VHF"
                 + (plan.beyondEntries() == 0 ? ""
-                        : ", " + plan.beyondEntries() + " UHF entries beyond channel 62")
+                        : ", " + entries(plan.beyondEntries()) + " beyond channel 62")
                 + (plan.unusableEntries() == 0 ? ""
-                        : ", " + plan.unusableEntries() + " that name no channel") + ".");
+                        : ", " + entries(plan.unusableEntries()) + " that name no channel")
+                + ".");
+    }
+
+    private static String entries(int count) {
+        return count + (count == 1 ? " entry" : " entries");
     }
 }

@@ -5,6 +5,7 @@ import java.util.ArrayList;
 import java.util.List;
 
 import tenrik.service.dtvserver.DtvServerProxy;
+import tenrik.service.dtvserver.events.notify.BG_EV_DTVSV_RECEIVE_EPG_INFO_NOTIFY;
 import tenrik.service.dtvserver.events.notify.BG_EV_DTVSV_SCAN_NOTIFY;
 import tenrik.service.dtvserver.events.notify.BG_EV_DTVSV_TERMINATE_SCAN_NOTIFY;
 import tenrik.service.dtvserver.events.notify.BG_EV_DTVSV_TERMINATE_SEARCH_CHANNEL_NOTIFY;
@@ -20,6 +21,8 @@ import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_BROADCAST_INFO;
 final class Receiver {
     /** A scan of all channels, and a search all around, end long before this. */
     private static final Duration SCAN_LIMIT = Duration.ofSeconds(30);
+    /** All about a station is told within a second. */
+    private static final Duration NEWS_LIMIT = Duration.ofSeconds(10);
     private static final int SEARCH_UP = 0;
     private static final int SESSION_START = 0;
     private static final int MAX_DELAY = 100;
@@ -27,13 +30,18 @@ final class Receiver {
     private final DtvServerProxy service = new DtvServerProxy();
     private final Dialogue dialogue;
     private final Screen screen;
+    private final boolean tour;
 
     /** A station that the scan found. */
     private record Found(int channel, String name) {}
 
-    Receiver(Dialogue dialogue, Screen screen) {
+    /**
+     * @param tour whether the rest of the receiver is shown as well
+     */
+    Receiver(Dialogue dialogue, Screen screen, boolean tour) {
         this.dialogue = dialogue;
         this.screen = screen;
+        this.tour = tour;
     }
 
     /** Creates a session, scans, selects, searches onward, stops, releases. */
@@ -83,11 +91,12 @@ final class Receiver {
     private void watch(int session, List<Found> stations)
             throws DeskException, InterruptedException {
         Found chosen = stations.get(stations.size() / 2);
-        BG_EV_DTVSV_SELECT_CHANNEL_REPLY selected = dialogue.ask("Select " + label(chosen),
-                () -> service.DtvSvLib_SelectChannel(session, service(chosen.channel())),
+        String select = "Select " + label(chosen);
+        BG_EV_DTVSV_SELECT_CHANNEL_REPLY selected = dialogue.ask(select, () -> service.DtvSvLib_SelectChannel(session, service(chosen.channel())),
                 BG_EV_DTVSV_SELECT_CHANNEL_REPLY.class, BG_EV_DTVSV_SELECT_CHANNEL_REPLY::result);
         screen.answered("receiving channel " + selected.physical_channel() + ", service "
                 + selected.service_no());
+        tellBroadcast(select);
 
         String search = "Search onward from channel " + chosen.channel();
         dialogue.ask(search, () -> service.DtvSvLib_StartSearchChannel(
@@ -102,14 +111,29 @@ final class Receiver {
             throw new DeskException(search + ": it ended with result " + end.result() + ".");
         }
         int next = end.broadcast_info().physical_channel();
-        screen.answered("receiving " + stations.stream().filter(found -> found.channel() == next)
-                .map(Receiver::label).findFirst().orElse("channel " + next));
+        screen.answered("receiving " + stations.stream()
+                .filter(found -> found.channel() == next).map(Receiver::label).findFirst()
+                .orElse("channel " + next));
+        tellBroadcast(search);
 
+        Tour rest = tour ? new Tour(dialogue, screen, session) : null;
+        int program = rest != null ? rest.receiving() : 0;
         dialogue.ask("Stop receiving",
                 () -> service.DtvSvLib_TerminateBroadcastReceiving(session),
                 BG_EV_DTVSV_TERMINATE_BROADCAST_REPLY.class,
                 BG_EV_DTVSV_TERMINATE_BROADCAST_REPLY::result);
         screen.answered("stopped");
+        if (rest != null) {
+            rest.playing(program);
+        }
+    }
+
+    /** What the service tells about a station that it has begun to receive; the guide comes last. */
+    private void tellBroadcast(String what) throws DeskException, InterruptedException {
+        BG_EV_DTVSV_RECEIVE_EPG_INFO_NOTIFY guide = dialogue.await(what,
+                BG_EV_DTVSV_RECEIVE_EPG_INFO_NOTIFY.class, any -> true, NEWS_LIMIT,
+                event -> News.of(event).ifPresent(screen::told));
+        News.of(guide).ifPresent(screen::told);
     }
 
     private static BG_TS_DTVSVLIB_BROADCAST_INFO service(int channel) {

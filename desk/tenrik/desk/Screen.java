@@ -36,9 +36,9 @@ final class Screen {
         out.println(painted("32", Columns.clip("  < " + text, WIDTH)));
     }
 
-    /** What the service tells by itself. */
+    /** What the service tells by itself; may be of several lines. */
     void told(String text) {
-        out.println(Columns.clip(INDENT + text, WIDTH));
+        text.lines().forEach(line -> out.println(Columns.clip(INDENT + line, WIDTH)));
     }
 
     /** Short texts in two columns, to be read downwards. */

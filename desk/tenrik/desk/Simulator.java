@@ -21,16 +21,32 @@ final class Simulator {
      * Starts the service with what a channel table puts on the air.
      *
      * @param table a channel table in the DVBv5 format
+     * @param guide what the stations show, an XMLTV file
      * @return what was read of the table
-     * @throws DeskException when the table cannot be read; the message says why
+     * @throws DeskException when one of them cannot be read; the message says why
      */
-    static Plan start(String table) throws DeskException {
-        int[] counts = startNative(table);
+    static Plan start(String table, String guide) throws DeskException {
+        int[] counts = startNative(table, guide);
         return new Plan(counts[0], counts[1], counts[2], counts[3]);
     }
+
+    /**
+     * Makes a native surface that lasts as long as the process.
+     *
+     * @return its address, for {@link android.view.Surface}
+     */
+    static native int newSurface();
 
     /** Takes the service away and delivers no further event. Final: nothing can start it again. */
     static native void stop();
 
-    private static native int[] startNative(String table) throws DeskException;
+    /**
+     * Ends the process at once. An ordinary exit ends with the bridge's exit handler, which looks
+     * for a VM that is no longer there and says so: that is not what a person should read last.
+     *
+     * @param status the exit status
+     */
+    static native void leave(int status);
+
+    private static native int[] startNative(String table, String guide) throws DeskException;
 }

@@ -1,0 +1,125 @@
+package tenrik.desk;
+
+import java.util.Arrays;
+
+import tenrik.service.dtvserver.DtvServerProxy;
+import tenrik.service.dtvserver.events.request.BG_EV_DTVSV_BML_AUTH_REQ;
+import tenrik.service.dtvserver.events.request.BG_EV_DTVSV_BML_BROWSER_REQ;
+import tenrik.service.dtvserver.events.request.BG_EV_DTVSV_BML_CALL_REQ;
+import tenrik.service.dtvserver.events.request.BG_EV_DTVSV_BML_ENROL_TVLINK_REQ;
+import tenrik.service.dtvserver.events.request.BG_EV_DTVSV_BML_MAIL_REQ;
+import tenrik.service.dtvserver.events.request.BG_EV_DTVSV_BML_PERMISSION_REQ;
+import tenrik.service.dtvserver.events.request.BG_EV_DTVSV_BML_PHONEBOOK_REQ;
+import tenrik.service.dtvserver.events.request.BG_EV_DTVSV_BML_READ_NVRAM_REQ;
+import tenrik.service.dtvserver.events.request.BG_EV_DTVSV_BML_SAVE_PICTURE_REQ;
+import tenrik.service.dtvserver.events.request.BG_EV_DTVSV_BML_SCHEDULE_REQ;
+import tenrik.service.dtvserver.events.request.BG_EV_DTVSV_BML_START_FEP_REQ;
+import tenrik.service.dtvserver.events.request.BG_EV_DTVSV_BML_START_TVLINK_REQ;
+import tenrik.service.dtvserver.events.request.BG_EV_DTVSV_BML_WRITE_NVRAM_REQ;
+import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_AUTH_SELECT_TYPE;
+import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_BML_END_TYPE;
+import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_FEP_END_TYPE;
+import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_ONOFF;
+import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE;
+import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_RECORDING_MEDIUM;
+import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_RESULT;
+import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_AUTH_REPLY;
+import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_PERMISSION_REPLY;
+import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_READ_NVRAM_REPLY;
+import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_SAVE_PICTURE_REPLY;
+import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_START_FEP_REPLY;
+
+/** Does what a data-broadcast document asks for, or says that it has. */
+final class Application {
+    /** What a document asks for, one thing of each kind. */
+    static final int REQUESTS = 13;
+
+    private static final int OK = 0;
+
+    private final DtvServerProxy service;
+    private final Screen screen;
+    /** The block of the broadcaster's memory that was written last. */
+    private byte[] memory = new byte[0];
+    private String memoryOwner = "";
+
+    Application(DtvServerProxy service, Screen screen) {
+        this.service = service;
+        this.screen = screen;
+    }
+
+    static boolean isRequest(Record event) {
+        return event.getClass().getPackage().equals(BG_EV_DTVSV_BML_AUTH_REQ.class.getPackage());
+    }
+
+    /**
+     * Answers a request.
+     *
+     * @throws DeskException when the answer was not taken
+     */
+    void answer(Record request) throws DeskException {
+        String words = request.toString().replaceAll("BG_(EV|TS)_DTVSV(LIB)?_", "")
+                .replaceFirst("^\\w+\\[handle=\\d+, \\w+=(\\w+\\[.*])]$", "$1");
+        screen.told(words);
+        BG_TE_DTVSVLIB_RESULT taken = reply(request);
+        if (taken != BG_TE_DTVSVLIB_RESULT.DTVSVLIB_RESULT_OK) {
+            throw new DeskException("the answer was not taken (" + taken + "): " + words);
+        }
+    }
+
+    private BG_TE_DTVSVLIB_RESULT reply(Record request) throws DeskException {
+        if (request instanceof BG_EV_DTVSV_BML_PERMISSION_REQ asked) {
+            return service.DtvSvLib_BMLPermissionReply(asked.handle(),
+                    new BG_TS_DTVSVLIB_PERMISSION_REPLY(
+                            BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE.PERMIT,
+                            asked.permission_req().task_id()));
+        }
+        if (request instanceof BG_EV_DTVSV_BML_AUTH_REQ asked) {
+            return service.DtvSvLib_BMLAuthReply(asked.handle(), new BG_TS_DTVSVLIB_AUTH_REPLY(
+                    BG_TE_DTVSVLIB_AUTH_SELECT_TYPE.ENTERED, "segredo", "視聴者",
+                    asked.task_id()));
+        }
+        if (request instanceof BG_EV_DTVSV_BML_WRITE_NVRAM_REQ asked) {
+            memory = asked.write_nvram_req().data();
+            memoryOwner = asked.write_nvram_req().ts_name();
+            return service.DtvSvLib_BMLWriteNvramReply(asked.handle(), OK);
+        }
+        if (request instanceof BG_EV_DTVSV_BML_READ_NVRAM_REQ asked) {
+            return service.DtvSvLib_BMLReadNvramReply(asked.handle(),
+                    new BG_TS_DTVSVLIB_READ_NVRAM_REPLY(BG_TE_DTVSVLIB_BML_END_TYPE.OK,
+                            memoryOwner, Arrays.copyOf(memory, memory.length)));
+        }
+        if (request instanceof BG_EV_DTVSV_BML_START_FEP_REQ asked) {
+            String text = "Três 三";
+            return service.DtvSvLib_BMLFepReply(asked.handle(), new BG_TS_DTVSVLIB_START_FEP_REPLY(
+                    BG_TE_DTVSVLIB_FEP_END_TYPE.ENTERED, text.length(), text));
+        }
+        if (request instanceof BG_EV_DTVSV_BML_MAIL_REQ asked) {
+            return service.DtvSvLib_BMLMailReply(asked.handle(), OK);
+        }
+        if (request instanceof BG_EV_DTVSV_BML_PHONEBOOK_REQ asked) {
+            return service.DtvSvLib_BMLPhonebookReply(asked.handle(), OK);
+        }
+        if (request instanceof BG_EV_DTVSV_BML_CALL_REQ asked) {
+            return service.DtvSvLib_BMLCallReply(asked.handle(), OK);
+        }
+        if (request instanceof BG_EV_DTVSV_BML_SCHEDULE_REQ asked) {
+            return service.DtvSvLib_BMLScheduleReply(asked.handle(), OK);
+        }
+        if (request instanceof BG_EV_DTVSV_BML_BROWSER_REQ asked) {
+            return service.DtvSvLib_BMLBrowserReply(asked.handle(), OK);
+        }
+        if (request instanceof BG_EV_DTVSV_BML_SAVE_PICTURE_REQ asked) {
+            return service.DtvSvLib_BMLSavePictureReply(asked.handle(),
+                    new BG_TS_DTVSVLIB_SAVE_PICTURE_REPLY(BG_TE_DTVSVLIB_ONOFF.ON,
+                            BG_TE_DTVSVLIB_RECORDING_MEDIUM.CARD, BG_TE_DTVSVLIB_ONOFF.OFF,
+                            asked.save_picture_req().filename()));
+        }
+        if (request instanceof BG_EV_DTVSV_BML_START_TVLINK_REQ asked) {
+            return service.DtvSvLib_BMLStartTvlinkReply(asked.handle(), OK);
+        }
+        if (request instanceof BG_EV_DTVSV_BML_ENROL_TVLINK_REQ asked) {
+            return service.DtvSvLib_BMLEnrolTvlinkReply(asked.handle(), OK);
+        }
+        throw new DeskException("nothing answers " + request.getClass().getSimpleName());
+    }
+}

@@ -1,0 +1,1 @@
+// Nothing but the headers that every test includes, compiled once for all.
