@@ -16,6 +16,7 @@ build_packages="
 test_packages="
     clang
     clang-format
+    libclang-rt-dev
     libgmock-dev
     libgtest-dev"
 

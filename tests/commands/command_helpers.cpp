@@ -1,6 +1,7 @@
 #include "command_helpers.h"
 
 #include "commands/command.h"
+#include "commands/sync_reply.h"
 
 namespace commands {
 
@@ -27,6 +28,10 @@ int enumValue(JNIEnv* env, const char* name, const char* type, const char* gette
         env->DeleteLocalRef(holder);
     }
     return ret;
+}
+
+jobject syncAnswer(JNIEnv* env, int message_id, const void* reply, int ret, const void* request) {
+    return makeComReplyObjSync(env, message_id, reply, ret, request);
 }
 
 } // namespace commands

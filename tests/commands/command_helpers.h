@@ -22,4 +22,8 @@ COMMAND_HELPERS_EXPORT jobject retCode(JNIEnv* env, int code);
 COMMAND_HELPERS_EXPORT int enumValue(JNIEnv* env, const char* name, const char* type,
                                      const char* getter, int* value);
 
+/// makeComReplyObjSync.
+COMMAND_HELPERS_EXPORT jobject syncAnswer(JNIEnv* env, int message_id, const void* reply, int ret,
+                                          const void* request);
+
 } // namespace commands
