@@ -61,15 +61,10 @@ bool copyBytes(JNIEnv* env, jbyteArray array, jsize limit, uint8_t* target, jsiz
 
 jobject dtvSvLibBMLKeyEventNotify(JNIEnv* env, jobject, jint handle, jobject key) {
     const Command command = beginCommand(env, __func__, command_id::kBMLKeyEventNotify, handle);
-    if (key == nullptr) {
-        REFUSE(command, "key_code_notify_obj is NULL, ret = %d", kResultParamNg);
-    }
+    TAKE_CLASS(command, key, clazz, "key_code_notify_obj is NULL, ret = %d",
+               "key_code_notify class is NULL, ret = %d");
     TS_KEY_EVENT_REQ record = {};
     record.handle = command.handle();
-    const jclass clazz = classOf(env, key);
-    if (clazz == nullptr) {
-        REFUSE(command, "key_code_notify class is NULL, ret = %d", kResultParamNg);
-    }
     jint value = 0;
     READ_ENUM(command, key, kKeyCode, &value, "key_code getEnumValue Error, ret = %d");
     record.key_code = static_cast<uint8_t>(value);
@@ -88,15 +83,10 @@ jobject dtvSvLibBMLKeyEventNotify(JNIEnv* env, jobject, jint handle, jobject key
 
 jobject dtvSvLibBMLPermissionReply(JNIEnv* env, jobject, jint handle, jobject reply) {
     const Command command = beginCommand(env, __func__, command_id::kBMLPermissionReply, handle);
-    if (reply == nullptr) {
-        REFUSE(command, "permission_reply_obj is NULL, ret = %d", kResultParamNg);
-    }
+    TAKE_CLASS(command, reply, clazz, "permission_reply_obj is NULL, ret = %d",
+               "permission_reply class is NULL, ret = %d");
     TS_PERMISSION_REPLY_REQ record = {};
     record.handle = command.handle();
-    const jclass clazz = classOf(env, reply);
-    if (clazz == nullptr) {
-        REFUSE(command, "permission_reply class is NULL, ret = %d", kResultParamNg);
-    }
     jint value = 0;
     READ_INT(command, clazz, reply, "task_id", &value);
     record.task_id = value;
@@ -110,15 +100,10 @@ jobject dtvSvLibBMLPermissionReply(JNIEnv* env, jobject, jint handle, jobject re
 
 jobject dtvSvLibBMLAuthReply(JNIEnv* env, jobject, jint handle, jobject reply) {
     const Command command = beginCommand(env, __func__, command_id::kBMLAuthReply, handle);
-    if (reply == nullptr) {
-        REFUSE(command, "auth_reply_obj is NULL, ret = %d", kResultParamNg);
-    }
+    TAKE_CLASS(command, reply, clazz, "auth_reply_obj is NULL, ret = %d",
+               "auth_reply class is NULL, ret = %d");
     TS_AUTH_REPLY_REQ record = {};
     record.handle = command.handle();
-    const jclass clazz = classOf(env, reply);
-    if (clazz == nullptr) {
-        REFUSE(command, "auth_reply class is NULL, ret = %d", kResultParamNg);
-    }
     READ_TEXT(command, clazz, reply, "pass", sizeof(record.pass), record.pass,
               "pass fieldID is NULL, ret = %d", "pass is NULL, ret = %d",
               "pass length is too long : %d, ret = %d");
@@ -141,15 +126,10 @@ jobject dtvSvLibBMLAuthReply(JNIEnv* env, jobject, jint handle, jobject reply) {
 
 jobject dtvSvLibBMLSavePictureReply(JNIEnv* env, jobject, jint handle, jobject picture) {
     const Command command = beginCommand(env, __func__, command_id::kBMLSavePictureReply, handle);
-    if (picture == nullptr) {
-        REFUSE(command, "picture_info_obj is NULL, ret = %d", kResultParamNg);
-    }
+    TAKE_CLASS(command, picture, clazz, "picture_info_obj is NULL, ret = %d",
+               "picture_info class is NULL, ret = %d");
     TS_SAVE_PICTURE_REPLY_REQ record = {};
     record.handle = command.handle();
-    const jclass clazz = classOf(env, picture);
-    if (clazz == nullptr) {
-        REFUSE(command, "picture_info class is NULL, ret = %d", kResultParamNg);
-    }
     jint value = 0;
     READ_ENUM(command, picture, onOffField("save_flag"), &value,
               "save_flag getEnumValue Error, ret = %d");
@@ -173,15 +153,10 @@ jobject dtvSvLibBMLSavePictureReply(JNIEnv* env, jobject, jint handle, jobject p
 
 jobject dtvSvLibBMLFepReply(JNIEnv* env, jobject, jint handle, jobject reply) {
     const Command command = beginCommand(env, __func__, command_id::kBMLFepReply, handle);
-    if (reply == nullptr) {
-        REFUSE(command, "start_fep_reply_obj is NULL, ret = %d", kResultParamNg);
-    }
+    TAKE_CLASS(command, reply, clazz, "start_fep_reply_obj is NULL, ret = %d",
+               "start_fep_reply class is NULL, ret = %d");
     TS_FEP_REPLY_REQ record = {};
     record.handle = command.handle();
-    const jclass clazz = classOf(env, reply);
-    if (clazz == nullptr) {
-        REFUSE(command, "start_fep_reply class is NULL, ret = %d", kResultParamNg);
-    }
     READ_TEXT(command, clazz, reply, "data", sizeof(record.data), record.data,
               "data fieldID is NULL, ret = %d", "data is NULL, ret = %d",
               "data length is too long : %d, ret = %d");

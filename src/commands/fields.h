@@ -36,6 +36,17 @@ inline int getEnumValue(JNIEnv* env, jobject holder, const EnumField& field, int
 
 // The macros below end the native method, or the group of its checks, that a field fails.
 
+/// Declares `clazz`, the class of a command's object. A null object is refused with `null_text`,
+/// one without a class with `class_text`, both with PARAM_NG.
+#define TAKE_CLASS(command, object, clazz, null_text, class_text)                                  \
+    if ((object) == nullptr) {                                                                     \
+        REFUSE(command, null_text, kResultParamNg);                                                \
+    }                                                                                              \
+    const jclass clazz = classOf((command).env, object);                                           \
+    if (clazz == nullptr) {                                                                        \
+        REFUSE(command, class_text, kResultParamNg);                                               \
+    }
+
 /// Reads an enum field; an unreadable one is refused with `text` and getEnumValue's result.
 #define READ_ENUM(command, object, field, value, text)                                             \
     do {                                                                                           \

@@ -26,15 +26,10 @@ bool isPlaySpeed(jint speed) {
 /// Ends a recording; one way for the command and its synchronous twin.
 jobject terminateRec(const Command& command, jobject request) {
     JNIEnv* const env = command.env;
-    if (request == nullptr) {
-        REFUSE(command, "terminate_rec_obj is NULL, ret = %d", kResultParamNg);
-    }
+    TAKE_CLASS(command, request, clazz, "terminate_rec_obj is NULL, ret = %d",
+               "terminate_rec class is NULL, ret = %d");
     TS_TERMINATE_REC_REQ record = {};
     record.handle = command.handle();
-    const jclass clazz = classOf(env, request);
-    if (clazz == nullptr) {
-        REFUSE(command, "terminate_rec class is NULL, ret = %d", kResultParamNg);
-    }
     jint save_data = 0;
     READ_ENUM(command, request, onOffField("save_data"), &save_data,
               "save_data getEnumValue Error, ret = %d");
@@ -67,15 +62,10 @@ jobject terminateRec(const Command& command, jobject request) {
 
 jobject dtvSvLibStartPlay(JNIEnv* env, jobject, jint handle, jobject start) {
     const Command command = beginCommand(env, __func__, command_id::kStartPlay, handle);
-    if (start == nullptr) {
-        REFUSE(command, "start_play_obj is NULL, ret = %d", kResultParamNg);
-    }
+    TAKE_CLASS(command, start, clazz, "start_play_obj is NULL, ret = %d",
+               "start_play class is NULL, ret = %d");
     TS_START_PLAY_REQ record = {};
     record.handle = command.handle();
-    const jclass clazz = classOf(env, start);
-    if (clazz == nullptr) {
-        REFUSE(command, "start_play class is NULL, ret = %d", kResultParamNg);
-    }
     jint value = 0;
     READ_ENUM(command, start, kMediumField, &value, "start_play getEnumValue Error, ret = %d");
     record.medium = static_cast<uint8_t>(value);
@@ -98,15 +88,10 @@ jobject dtvSvLibStartPlay(JNIEnv* env, jobject, jint handle, jobject start) {
 
 jobject dtvSvLibChangePlaySpeed(JNIEnv* env, jobject, jint handle, jobject special) {
     const Command command = beginCommand(env, __func__, command_id::kChangePlaySpeed, handle);
-    if (special == nullptr) {
-        REFUSE(command, "special_play_obj is NULL, ret = %d", kResultParamNg);
-    }
+    TAKE_CLASS(command, special, clazz, "special_play_obj is NULL, ret = %d",
+               "special_play class is NULL, ret = %d");
     TS_SPECIAL_PLAY_REQ record = {};
     record.handle = command.handle();
-    const jclass clazz = classOf(env, special);
-    if (clazz == nullptr) {
-        REFUSE(command, "special_play class is NULL, ret = %d", kResultParamNg);
-    }
     jint direction = 0;
     READ_ENUM(command, special, kDirection, &direction, "direction getEnumValue Error, ret = %d");
     record.direction = static_cast<uint8_t>(direction);
@@ -134,15 +119,10 @@ jobject dtvSvLibChangePlaySpeed(JNIEnv* env, jobject, jint handle, jobject speci
 
 jobject dtvSvLibSkipPlay(JNIEnv* env, jobject, jint handle, jobject skip) {
     const Command command = beginCommand(env, __func__, command_id::kSkipPlay, handle);
-    if (skip == nullptr) {
-        REFUSE(command, "skip_play_obj is NULL, ret = %d", kResultParamNg);
-    }
+    TAKE_CLASS(command, skip, clazz, "skip_play_obj is NULL, ret = %d",
+               "skip_play class is NULL, ret = %d");
     TS_SKIP_PLAY_REQ record = {};
     record.handle = command.handle();
-    const jclass clazz = classOf(env, skip);
-    if (clazz == nullptr) {
-        REFUSE(command, "skip_play class is NULL, ret = %d", kResultParamNg);
-    }
     jint value = 0;
     READ_ENUM(command, skip, kDirection, &value, "direction getEnumValue Error, ret = %d");
     record.direction = static_cast<uint8_t>(value);
