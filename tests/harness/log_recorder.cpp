@@ -6,11 +6,13 @@
 #include <cstdio>
 #include <cstring>
 #include <sstream>
+#include <string_view>
 
 namespace harness {
 namespace {
 
-const std::string prefix = ",TENRIK,%-8s,%s,%s(),%4d,";
+// The bridge writes lines until its process is gone: nothing here may end before.
+constexpr std::string_view prefix = ",TENRIK,%-8s,%s,%s(),%4d,";
 
 std::string printable(const std::string& text) {
     std::string line;
