@@ -67,8 +67,8 @@ jobject sendOneValue(JNIEnv* env, const char* function, const OneValueCommand& r
                      jint value) {
     const Command command = beginCommand(env, function, row.message_id, handle);
     if (!row.accepts(value)) {
-        const jobject refused =
-            answerRefusal(command); // before the line that says why, as in REFUSE
+        // The answer is taken before the line that says why, as in REFUSE.
+        const jobject refused = answerRefusal(command);
         row.trace_refusal(function, value);
         return refused;
     }
