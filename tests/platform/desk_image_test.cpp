@@ -44,7 +44,7 @@ TEST_F(Log, LetsThroughTheLevelsOfItsMask) {
 
 TEST_F(Log, WritesLongLinesWhole) {
     dtv::setLogLevelMask(2);
-    for (size_t length : {509, 510, 511, 512, 513, 5000}) {
+    for (size_t length : {509u, 510u, 511u, 512u, 513u, 5000u}) {
         DtvSvCom_Log(2, 6, "module", 2, "%s", std::string(length, 'y').c_str());
         EXPECT_EQ(sink->texts.back(), std::string(length, 'y'));
     }
