@@ -6,6 +6,7 @@
 #pragma once
 
 #include "commands/command.h"
+#include "commands/fields.h"
 #include "records/drawing_info.h"
 
 #include <DtvSvLibListener.h>

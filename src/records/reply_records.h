@@ -45,7 +45,7 @@ struct TS_START_SCAN_REPLY {
     uint16_t handle;
     uint8_t reserved_2[2];
     int32_t result;
-    uint16_t channel_num; ///< channels that will be scanned
+    uint16_t channel_num; ///< number of channels
     uint8_t reserved_10[2];
 };
 
