@@ -32,6 +32,7 @@ constexpr int kBroadcastInfo = sizeOf<TS_BROADCAST_INFO_REQ>();
 // answer to the command that cancels it. The notification about the sound stream is the answer to
 // the setting of the first components. These records are laid out as a reply's.
 constexpr CommandRow kCommands[] = {
+    {command::kCreate, 0, sizeOf<TS_CREATE_REQ>(), event::kCreateReply, Form::kCommon, nullptr},
     {command::kRelease, command::kRelease_Sync, kHandleOnly, event::kReleaseReply, Form::kCommon,
      release},
     {command::kStartScan, 0, kHandleOnly, event::kStartScanReply, Form::kScan, startScan},

@@ -42,6 +42,7 @@ struct CommandRow {
     int size;    ///< of the request record, in bytes
     int reply_event;
     ReplyForm form;
+    /// Null for the command that opens a session: it has none yet.
     Answer (*handle)(Service& service, Session& session, const Request& request);
 };
 

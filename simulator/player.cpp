@@ -34,6 +34,9 @@ enum PlayEvent : int32_t {
     kBeginningReached = 2,
 };
 
+/// What play_error says.
+constexpr uint32_t kDamaged = 1;
+
 enum Direction : uint8_t {
     kForward = 0,
     kBackward = 1,
@@ -99,6 +102,19 @@ void stopAtEnd(Service& service, Session& session) {
     tellEvent(service, session, forward ? kEndReached : kBeginningReached);
 }
 
+void tellDamage(Service& service, const Session& session) {
+    TS_PLAY_ERROR_NOTIFY notify{};
+    notify.handle = session.handle;
+    notify.play_error = kDamaged;
+    service.send(event_id::kPlayErrorNotify, notify);
+}
+
+/// How long the playback takes for so much of the recording.
+milliseconds timeFor(const Playback& playback, milliseconds part) {
+    return milliseconds(static_cast<int64_t>(
+        std::ceil(static_cast<double>(part.count()) / std::abs(playback.speed))));
+}
+
 /// Follows the playback until it is told something else.
 void follow(Service& service, Session& session) {
     const Playback& playback = session.playback;
@@ -108,9 +124,15 @@ void follow(Service& service, Session& session) {
     if (!isPaused(session)) {
         const milliseconds position = positionNow(service, session);
         const milliseconds to_go = playback.speed > 0 ? lengthOf(session) - position : position;
-        const auto left = milliseconds(static_cast<int64_t>(
-            std::ceil(static_cast<double>(to_go.count()) / std::abs(playback.speed))));
-        service.later(session, left, [&service, unchanged](Session& now) {
+        if (playback.speed > 0 && playback.damaged_at && position < *playback.damaged_at) {
+            service.later(session, timeFor(playback, *playback.damaged_at - position),
+                          [&service, unchanged](Session& now) {
+                              if (unchanged(now)) {
+                                  tellDamage(service, now);
+                              }
+                          });
+        }
+        service.later(session, timeFor(playback, to_go), [&service, unchanged](Session& now) {
             if (unchanged(now)) {
                 stopAtEnd(service, now);
                 follow(service, now);
@@ -170,6 +192,7 @@ Answer startPlay(Service& service, Session& session, const Request& request) {
     playback.medium = wanted.medium;
     playback.program_no = wanted.program_number;
     playback.length = recording->length;
+    playback.damaged_at = recording->damaged_at;
     playback.status_period = seconds{wanted.interval != 0 ? wanted.interval : 1};
     goOn(service, session, wanted.resume != 0 ? recording->left_at : milliseconds{0}, 0);
 

@@ -95,8 +95,8 @@ Answer terminateRecording(Service& service, Session& session, const Request& req
     Answer answer;
     answer.work = kClosing;
     if (wanted.save_data != 0) {
-        answer.first =
-            service.shelf().add(recording.medium, titleOf(wanted), service.now() - recording.begun);
+        answer.first = service.shelf().add(recording.medium, titleOf(wanted),
+                                           service.now() - recording.begun, recording.damaged_at);
         answer.second = 1;
     }
     answer.then = [&service, station = session.station](Session& now) {

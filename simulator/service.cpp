@@ -3,6 +3,7 @@
 #include "dtv/exchange.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace simulator {
 namespace {
@@ -12,10 +13,21 @@ constexpr size_t kSessions = 16;
 
 } // namespace
 
-Service::Service(Options options) : options_(std::move(options)), timeline_(options_.time_scale) {}
+Service::Service(Options options)
+    : options_(std::move(options)), chance_(options_.seed), direction_(options_.script),
+      timeline_(options_.time_scale, options_.pace) {
+    atMoments();
+}
 
 Service::~Service() {
     timeline_.stop();
+}
+
+std::time_t Service::wallClock() const {
+    const std::time_t time = options_.wall_clock();
+    return timeline_.isStepped()
+               ? time + std::chrono::duration_cast<std::chrono::seconds>(now()).count()
+               : time;
 }
 
 Session* Service::open() {
@@ -40,16 +52,85 @@ void Service::close(Session& session) {
     sessions_.erase(session.handle);
 }
 
+const CommandRule* Service::arrive(int command_id, uint16_t handle) {
+    const Direction::Arrival arrival = direction_.arrive(command_id);
+    for (const EventRule* rule : arrival.events) {
+        timeline_.at(timeline_.ahead(rule->when.delay), [this, rule, handle] {
+            const std::lock_guard<std::mutex> lock(mutex_);
+            sendScripted(*rule, handle);
+        });
+    }
+    if (arrival.stops) {
+        stopped_ = direction_.script().stop->send_result;
+    }
+    return arrival.rule;
+}
+
+/// Puts on the timeline what the script wants at a time.
+void Service::atMoments() {
+    for (const EventRule& rule : direction_.script().events) {
+        if (rule.when.at) {
+            timeline_.at(timeline_.ahead(*rule.when.at), [this, &rule] {
+                const std::lock_guard<std::mutex> lock(mutex_);
+                sendScripted(rule, std::nullopt);
+            });
+        }
+    }
+    const std::optional<StopRule>& stop = direction_.script().stop;
+    if (stop && stop->when.at) {
+        timeline_.at(timeline_.ahead(*stop->when.at), [this, &stop] {
+            const std::lock_guard<std::mutex> lock(mutex_);
+            stopped_ = stop->send_result;
+        });
+    }
+}
+
+/// Sends an event of the script's own, about a session or else about the one that is open longest.
+void Service::sendScripted(const EventRule& rule, std::optional<uint16_t> handle) {
+    if (stopped_) {
+        return;
+    }
+    std::vector<uint8_t> record = rule.record;
+    if (!rule.names_session && record.size() >= sizeof(uint16_t)) {
+        const auto oldest =
+            std::min_element(sessions_.begin(), sessions_.end(), [](const auto& a, const auto& b) {
+                return a.second.serial < b.second.serial;
+            });
+        const uint16_t about = handle                      ? *handle
+                               : oldest != sessions_.end() ? oldest->first
+                                                           : uint16_t{0};
+        std::memcpy(record.data(), &about, sizeof about);
+    }
+    post(rule.event_id, std::move(record));
+}
+
 void Service::sendBytes(int event_id, const void* record, size_t size) {
-    // Nobody may be listening any more: the service does not mind.
-    dtv::postEvent(event_id, record, static_cast<int>(size));
+    const auto* bytes = static_cast<const uint8_t*>(record);
+    std::vector<uint8_t> copy(bytes, bytes + size);
+    if (!stopped_ && direction_.bend(event_id, copy)) {
+        post(event_id, std::move(copy));
+    }
+}
+
+void Service::post(int event_id, std::vector<uint8_t> record) {
+    auto deliver = [event_id, record = std::move(record)] {
+        // Nobody may be listening any more: the service does not mind.
+        dtv::postEvent(event_id, record.data(), static_cast<int>(record.size()));
+    };
+    // In stepped time nothing is delivered while a command is still on its way back.
+    if (timeline_.isStepped()) {
+        timeline_.at(timeline_.ahead(std::chrono::milliseconds{0}), std::move(deliver));
+    } else {
+        deliver();
+    }
 }
 
 void Service::later(const Session& session, std::chrono::milliseconds delay,
                     std::function<void(Session&)> step) {
     timeline_.at(timeline_.ahead(delay), [this, key = keyOf(session), step = std::move(step)] {
         const std::lock_guard<std::mutex> lock(mutex_);
-        if (Session* found = findKey(key)) {
+        Session* found = findKey(key);
+        if (found != nullptr && !stopped_) {
             step(*found);
         }
     });
@@ -67,7 +148,7 @@ void Service::reply(Session* session, std::chrono::milliseconds delay,
         const std::lock_guard<std::mutex> lock(mutex_);
         send_reply();
         Session* found = findKey(key);
-        if (found != nullptr && then) {
+        if (found != nullptr && then && !stopped_) {
             then(*found);
         }
     });

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "simulator/channel_plan.h"
+#include "simulator/direction.h"
 #include "simulator/guide.h"
 #include "simulator/session.h"
 #include "simulator/shelf.h"
@@ -14,6 +15,10 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <random>
+#include <utility>
+#include <vector>
 
 namespace simulator {
 
@@ -25,6 +30,12 @@ struct Options {
     std::function<std::time_t()> wall_clock = [] { return std::time(nullptr); };
     /// Factor for every delay: 1 is real time, smaller is faster; above 0.
     double time_scale = 1.0;
+    /// Whether time passes by itself.
+    Pace pace = Pace::kClock;
+    /// What chance begins with: the same number, the same signals.
+    uint32_t seed = 0;
+    /// How the service's behaviour is bent.
+    Script script;
 };
 
 /// Not locked by itself: what uses it holds mutex().
@@ -42,7 +53,18 @@ public:
 
     /// Time since the service began, in the seconds of its own scale.
     std::chrono::milliseconds now() const { return timeline_.now(); }
-    std::time_t wallClock() const { return options_.wall_clock(); }
+    std::time_t wallClock() const;
+    Timeline& timeline() { return timeline_; }
+    /// By chance a number below `range`.
+    uint32_t chance(uint32_t range) { return static_cast<uint32_t>(chance_()) % range; }
+
+    /// A command has come in: sends the events that the script wants after it, and stops answering
+    /// when the script says so. What the script says of the command itself; null: nothing.
+    const CommandRule* arrive(int command_id, uint16_t handle);
+    /// How often a command has come in.
+    uint32_t arrivals(int command_id) const { return direction_.arrivals(command_id); }
+    /// What senders get since the service stopped answering; empty while it answers.
+    const std::optional<int32_t>& stopped() const { return stopped_; }
 
     /// A new session with an unused handle from 1 up; null when there are too many.
     Session* open();
@@ -55,6 +77,7 @@ public:
     void send(int event_id, const Record& record) {
         sendBytes(event_id, &record, sizeof record);
     }
+    /// Sends an event's record as the script bends it.
     void sendBytes(int event_id, const void* record, size_t size);
 
     /// Does `step` after `delay`, under the mutex, if the session still exists then.
@@ -70,6 +93,9 @@ private:
 
     Key keyOf(const Session& session) const;
     Session* findKey(const Key& key);
+    void atMoments();
+    void sendScripted(const EventRule& rule, std::optional<uint16_t> handle);
+    void post(int event_id, std::vector<uint8_t> record);
 
     struct Entry {
         Session session;
@@ -82,6 +108,9 @@ private:
     uint16_t last_handle_ = 0;
     uint64_t opened_ = 0;
     Shelf shelf_;
+    std::mt19937 chance_;
+    Direction direction_;
+    std::optional<int32_t> stopped_;
     Timeline timeline_; ///< the last member: its steps use the others
 };
 

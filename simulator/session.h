@@ -53,6 +53,8 @@ struct RecordingUnderWay {
     uint8_t medium;
     std::chrono::milliseconds begun; ///< on the service's clock
     uint64_t number;                 ///< the recordings of a session are counted
+    /// How far it was when the signal first turned bad: there it is damaged.
+    std::optional<std::chrono::milliseconds> damaged_at{};
 };
 
 /// The playback of a recording.
@@ -60,6 +62,7 @@ struct Playback {
     uint8_t medium = 0;
     uint16_t program_no = 0;
     std::chrono::milliseconds length{0};
+    std::optional<std::chrono::milliseconds> damaged_at{};
     std::chrono::milliseconds position{0}; ///< at `since`
     std::chrono::milliseconds since{0};    ///< on the service's clock
     double speed = 0;                      ///< backwards when negative; 0 when paused

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdint>
 #include <list>
+#include <optional>
 #include <string>
 
 namespace simulator {
@@ -13,6 +14,8 @@ struct Recording {
     uint8_t medium;
     std::string title;
     std::chrono::milliseconds length;
+    /// Where it cannot be played as it should, because the signal was bad.
+    std::optional<std::chrono::milliseconds> damaged_at;
     std::chrono::milliseconds left_at{0}; ///< where it was left when it was last played
 };
 
@@ -20,9 +23,10 @@ struct Recording {
 class Shelf {
 public:
     /// Keeps a recording; its programme number.
-    uint16_t add(uint8_t medium, std::string title, std::chrono::milliseconds length) {
+    uint16_t add(uint8_t medium, std::string title, std::chrono::milliseconds length,
+                 std::optional<std::chrono::milliseconds> damaged_at) {
         ++last_[medium];
-        recordings_.push_back({last_[medium], medium, std::move(title), length});
+        recordings_.push_back({last_[medium], medium, std::move(title), length, damaged_at});
         return last_[medium];
     }
 

@@ -15,6 +15,7 @@ constexpr uint32_t kFadeBegins = 10;
 constexpr uint32_t kFadeEnds = 13;
 constexpr uint32_t kEnoughCn = 800; ///< hundredths of a dB
 constexpr uint16_t kBadLevel = 1;
+constexpr uint32_t kFlicker = 30; ///< hundredths of a dB, by chance
 
 template <class Record>
 Record about(const Session& session) {
@@ -30,7 +31,11 @@ void tellSignal(Service& service, Session& session, uint64_t work, uint32_t seco
     if (session.work != work) {
         return;
     }
-    const Signal signal = signalAt(session.station->physical_channel, seconds);
+    Signal signal = signalAt(session.station->physical_channel, seconds);
+    signal.cn += service.chance(kFlicker);
+    if (!signal.good && session.recording && !session.recording->damaged_at) {
+        session.recording->damaged_at = service.now() - session.recording->begun;
+    }
     if (signal.good != was_good) {
         auto turned = about<TS_SENS_NOTIFY>(session);
         turned.sensitivity_level = signal.good ? 0 : kBadLevel;

@@ -13,7 +13,10 @@ namespace simulator {
 namespace {
 
 constexpr std::chrono::milliseconds kMessage{5}; ///< the least time between a command and its reply
-constexpr std::chrono::milliseconds kCreation{60};
+constexpr std::chrono::milliseconds kCreation{55};
+constexpr std::chrono::milliseconds kNoDelay{0};
+/// Far longer than Java takes for an event, also where it is emulated.
+constexpr std::chrono::seconds kDelivery{60};
 
 constexpr int kTaken = 0;
 constexpr int kNotTaken = 1;
@@ -27,35 +30,35 @@ bool fits(const dtv::Command& command, int size) {
     return command.data != nullptr && command.size == size;
 }
 
-void create(Service& service, const TS_CREATE_REQ& wanted) {
-    Session* session = service.open();
-    Answer answer;
-    uint16_t handle = 0;
-    if (session != nullptr) {
-        handle = session->handle;
-        session->max_delay_time = wanted.max_delay_time;
-    } else {
-        answer.result = kNotNow;
+/// A new session, whose handle the reply names.
+Answer create(Service& service, const TS_CREATE_REQ& wanted, Session*& session) {
+    session = service.open();
+    if (session == nullptr) {
+        return answerWith(kNotNow);
     }
-    service.reply(session, kCreation,
-                  [&service, record = replyRecord(ReplyForm::kCommon, handle, answer)] {
-                      service.sendBytes(event_id::kCreateReply, record.data(), record.size());
-                  },
-                  {});
+    session->max_delay_time = wanted.max_delay_time;
+    Answer answer;
+    answer.work = kCreation;
+    return answer;
 }
 
+/// Carries a command out, unless the script has another result for it.
 Answer handle(Service& service, Session* session, const CommandRow& row,
-              const dtv::Command& command) {
-    if (session == nullptr) {
+              const dtv::Command& command, const CommandRule* rule) {
+    if (rule != nullptr && rule->result) {
         Answer answer;
-        answer.result = kUnknownHandle;
+        answer.result = *rule->result;
         return answer;
+    }
+    if (session == nullptr) {
+        return answerWith(kUnknownHandle);
     }
     return row.handle(service, *session, Request{command.data, command.carrier});
 }
 
-void closeIfReleased(Service& service, Session* session, const CommandRow& row) {
-    if (session != nullptr && row.command_id == command_id::kRelease) {
+void closeIfReleased(Service& service, Session* session, const CommandRow& row,
+                     const Answer& answer) {
+    if (session != nullptr && row.command_id == command_id::kRelease && answer.result == kDone) {
         service.close(*session);
     }
 }
@@ -78,50 +81,82 @@ Simulator::~Simulator() = default;
 
 int Simulator::onCommand(const dtv::Command& command) {
     const std::lock_guard<std::mutex> lock(service_.mutex());
-    if (command.message_id == command_id::kCreate) {
-        if (!fits(command, sizeof(TS_CREATE_REQ))) {
-            return kNotTaken;
-        }
-        create(service_, *static_cast<const TS_CREATE_REQ*>(command.data));
-        return kTaken;
-    }
     const CommandRow* row = findCommand(command.message_id);
     if (row == nullptr || !fits(command, row->size)) {
         return kNotTaken;
     }
-    const uint16_t session_handle = handleOf(command);
-    Session* session = service_.find(session_handle);
-    Answer answer = handle(service_, session, *row, command);
+    // The record that opens a session has no handle yet.
+    const bool opens = row->command_id == command_id::kCreate;
+    uint16_t session_handle = opens ? uint16_t{0} : handleOf(command);
+    const CommandRule* rule = service_.arrive(command.message_id, session_handle);
+    if (service_.stopped()) {
+        return *service_.stopped();
+    }
+    if (rule != nullptr && (rule->send_result || !rule->answer)) {
+        return rule->send_result.value_or(kTaken);
+    }
+    Session* session = opens ? nullptr : service_.find(session_handle);
+    Answer answer;
+    if (opens && (rule == nullptr || !rule->result)) {
+        answer = create(service_, *static_cast<const TS_CREATE_REQ*>(command.data), session);
+        session_handle = session != nullptr ? session->handle : session_handle;
+    } else {
+        answer = handle(service_, session, *row, command, rule);
+    }
     if (row->form == ReplyForm::kNone) {
         return answer.result == kDone ? kTaken : kNotTaken;
     }
+    const std::chrono::milliseconds delay = rule != nullptr ? rule->delay : kNoDelay;
     service_.reply(
-        session, kMessage + answer.work,
+        session, kMessage + answer.work + delay,
         [this, event = row->reply_event, record = replyRecord(row->form, session_handle, answer)] {
             service_.sendBytes(event, record.data(), record.size());
         },
         std::move(answer.then));
-    closeIfReleased(service_, session, *row);
+    closeIfReleased(service_, session, *row, answer);
     return kTaken;
 }
 
 int Simulator::onExchange(const dtv::Command& command, const dtv::Reply& reply) {
-    const std::lock_guard<std::mutex> lock(service_.mutex());
+    std::unique_lock<std::mutex> lock(service_.mutex());
     const CommandRow* row = findExchange(command.message_id);
     if (row == nullptr || !fits(command, row->size) || reply.data == nullptr) {
         return kNotTaken;
     }
     const uint16_t session_handle = handleOf(command);
+    const CommandRule* rule = service_.arrive(command.message_id, session_handle);
+    if (rule != nullptr && rule->delay > kNoDelay) {
+        lock.unlock();
+        service_.timeline().pass(rule->delay);
+        lock.lock();
+    }
+    if (service_.stopped()) {
+        return *service_.stopped() != kTaken ? *service_.stopped() : kNotTaken;
+    }
+    if (rule != nullptr && (rule->send_result || !rule->answer)) {
+        return rule->send_result.value_or(kNotTaken);
+    }
     Session* session = service_.find(session_handle);
-    Answer answer = handle(service_, session, *row, command);
+    Answer answer = handle(service_, session, *row, command, rule);
     // The record of a synchronous answer is laid out as that of the reply event with handle and
     // result, with the numbers of the recording where there is one.
     writeReply(reply, replyRecord(row->form, session_handle, answer));
     if (session != nullptr && answer.then) {
         service_.later(*session, kMessage + answer.work, std::move(answer.then));
     }
-    closeIfReleased(service_, session, *row);
+    closeIfReleased(service_, session, *row, answer);
     return kTaken;
+}
+
+bool Simulator::advance() {
+    const bool advanced = service_.timeline().advance();
+    dtv::waitUntilDelivered(kDelivery);
+    return advanced;
+}
+
+uint32_t Simulator::arrivals(int command_id) {
+    const std::lock_guard<std::mutex> lock(service_.mutex());
+    return service_.arrivals(command_id);
 }
 
 } // namespace simulator

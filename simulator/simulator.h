@@ -19,6 +19,14 @@ public:
     int onCommand(const dtv::Command& command) override;
     int onExchange(const dtv::Command& command, const dtv::Reply& reply) override;
 
+    /// Stepped time only: does what comes next and waits until the events of it are delivered.
+    /// False when nothing comes any more. Not from an event's callback.
+    bool advance();
+    /// Time since the service began, on its own clock.
+    std::chrono::milliseconds now() const { return service_.now(); }
+    /// How often a command, or a synchronous one, has come in.
+    uint32_t arrivals(int command_id);
+
 private:
     Service service_;
 };

@@ -1,21 +1,35 @@
 #include "simulator/timeline.h"
 
+#include <algorithm>
+
 namespace simulator {
 
-Timeline::Timeline(double scale) : scale_(scale), thread_([this] { run(); }) {}
+Timeline::Timeline(double scale, Pace pace) : scale_(scale), pace_(pace), begun_(moment()) {
+    if (!isStepped()) {
+        thread_ = std::thread([this] { run(); });
+    }
+}
 
 Timeline::~Timeline() {
     stop();
 }
 
+Timeline::Clock::time_point Timeline::moment() const {
+    if (!isStepped()) {
+        return Clock::now();
+    }
+    const std::lock_guard<std::mutex> lock(mutex_);
+    return stepped_to_;
+}
+
 std::chrono::milliseconds Timeline::now() const {
-    const std::chrono::duration<double, std::milli> passed = Clock::now() - begun_;
+    const std::chrono::duration<double, std::milli> passed = moment() - begun_;
     return std::chrono::milliseconds(static_cast<int64_t>(passed.count() / scale_));
 }
 
 Timeline::Clock::time_point Timeline::ahead(std::chrono::milliseconds delay) const {
     const std::chrono::duration<double, std::milli> scaled = delay * scale_;
-    return Clock::now() + std::chrono::duration_cast<Clock::duration>(scaled);
+    return moment() + std::chrono::duration_cast<Clock::duration>(scaled);
 }
 
 void Timeline::at(Clock::time_point moment, Step step) {
@@ -27,6 +41,39 @@ void Timeline::at(Clock::time_point moment, Step step) {
         steps_.emplace(std::make_pair(moment, given_++), std::move(step));
     }
     changed_.notify_one();
+}
+
+void Timeline::pass(std::chrono::milliseconds delay) {
+    const Clock::time_point end = ahead(delay);
+    if (!isStepped()) {
+        std::this_thread::sleep_until(end);
+        return;
+    }
+    while (advanceTo(end)) {
+    }
+    const std::lock_guard<std::mutex> lock(mutex_);
+    stepped_to_ = end;
+}
+
+bool Timeline::advance() {
+    return advanceTo(Clock::time_point::max());
+}
+
+/// Stepped time: does the next step, unless it lies behind `limit`.
+bool Timeline::advanceTo(Clock::time_point limit) {
+    Step step;
+    {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        if (steps_.empty() || steps_.begin()->first.first > limit) {
+            return false;
+        }
+        // What was asked for too late is done now: time does not run backwards.
+        stepped_to_ = std::max(stepped_to_, steps_.begin()->first.first);
+        step = std::move(steps_.begin()->second);
+        steps_.erase(steps_.begin());
+    }
+    step();
+    return true;
 }
 
 void Timeline::stop() {

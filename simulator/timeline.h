@@ -1,4 +1,4 @@
-// The simulator's clock: things to do after a while, done one after another on one thread.
+// The simulator's clock: things to do after a while, done one after another.
 #pragma once
 
 #include <chrono>
@@ -12,13 +12,20 @@
 
 namespace simulator {
 
+/// How time passes.
+enum class Pace {
+    kClock,   ///< by itself; steps are done on a thread of the timeline's own
+    kStepped, ///< from one step to the next, when it is told to; so that nothing depends on how
+              ///< fast the machine is
+};
+
 class Timeline {
 public:
     using Clock = std::chrono::steady_clock;
     using Step = std::function<void()>;
 
     /// Every delay is multiplied by `scale`: 1 is real time, 0.01 a hundred times as fast.
-    explicit Timeline(double scale);
+    explicit Timeline(double scale, Pace pace = Pace::kClock);
     /// Stops.
     ~Timeline();
     Timeline(const Timeline&) = delete;
@@ -31,16 +38,27 @@ public:
     /// Does `step` at `moment`; steps of the same moment in the order in which they were given.
     /// Returns at once.
     void at(Clock::time_point moment, Step step);
+    /// Returns when `delay` has passed. Not from within a step.
+    void pass(std::chrono::milliseconds delay);
+
+    bool isStepped() const { return pace_ == Pace::kStepped; }
+    /// Stepped time only: goes on to the next step and does it, on the calling thread. False when
+    /// there is none.
+    bool advance();
 
     /// Drops what is still to be done and waits for the step under way. Not from within a step.
     void stop();
 
 private:
+    Clock::time_point moment() const;
+    bool advanceTo(Clock::time_point limit);
     void run();
 
     const double scale_;
-    const Clock::time_point begun_ = Clock::now();
-    std::mutex mutex_;
+    const Pace pace_;
+    mutable std::mutex mutex_;
+    Clock::time_point stepped_to_{}; ///< stepped time only
+    const Clock::time_point begun_;
     std::condition_variable changed_;
     std::map<std::pair<Clock::time_point, uint64_t>, Step> steps_;
     uint64_t given_ = 0;

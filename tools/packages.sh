@@ -9,6 +9,10 @@ build_packages="
     android-libutils-dev
     android-platform-frameworks-native-headers
     libdvbv5-dev
+    libgoogle-gson-java
+    libjline3-java
+    libjsoncpp-dev
+    libpicocli-java
     libpugixml-dev
     dtv-scan-tables"
 
@@ -18,7 +22,9 @@ test_packages="
     clang-format
     libclang-rt-dev
     libgmock-dev
-    libgtest-dev"
+    libgtest-dev
+    python3-pexpect
+    tcpdump"
 
 # To build and run the tests of another architecture besides.
 i386_packages=g++-i686-linux-gnu

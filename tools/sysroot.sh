@@ -17,6 +17,7 @@ sysroot_packages="
     libgtest-dev
     libgmock-dev
     libdvbv5-dev
+    libjsoncpp-dev
     libpugixml-dev"
 
 # Lays the packages of architecture $1 into folder $2. Does nothing when they are there; says why and

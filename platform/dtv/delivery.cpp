@@ -5,6 +5,7 @@
 // replaced.
 #include "delivery.h"
 
+#include "capture.h"
 #include "exchange.h"
 
 #include <utils/AndroidThreads.h>
@@ -162,7 +163,14 @@ bool Delivery::begin(sp<DtvSvLibListener>& listener) {
 /// Without the lock: delivers what begin() began, and lets the listener go.
 int Delivery::call(sp<DtvSvLibListener>& listener, int event_id, void* data, int size) {
     ++deliveries_here;
+    Capture* const capture = Capture::instance();
+    if (capture != nullptr) {
+        capture->event(event_id, data, size);
+    }
     const int result = listener->recvEventFromServer(event_id, data, size);
+    if (capture != nullptr && result != 0) {
+        capture->verdict(event_id, result);
+    }
     // The last owner may have left meanwhile: then the listener is destroyed here.
     listener.clear();
     --deliveries_here;

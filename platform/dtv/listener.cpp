@@ -3,6 +3,7 @@
 #include <DtvSvLibListener.h>
 #pragma GCC visibility pop
 
+#include "capture.h"
 #include "delivery.h"
 #include "exchange.h"
 
@@ -35,7 +36,7 @@ constexpr int replyCapacity(int message_id) {
     return message_id == terminate_recording_sync ? 12 : 8;
 }
 
-int send(const Command& command, void* reply, int* reply_size) {
+int handOver(const Command& command, void* reply, int* reply_size) {
     // A reference of its own, so that an endpoint that is taken away lives until its call has
     // ended.
     const std::shared_ptr<ServiceEndpoint> endpoint = currentEndpoint();
@@ -47,6 +48,21 @@ int send(const Command& command, void* reply, int* reply_size) {
     }
     return endpoint->onExchange(command,
                                 Reply{reply, replyCapacity(command.message_id), reply_size});
+}
+
+int send(const Command& command, void* reply, int* reply_size) {
+    Capture* const capture = Capture::instance();
+    if (capture == nullptr) {
+        return handOver(command, reply, reply_size);
+    }
+    capture->command(command);
+    const int result = handOver(command, reply, reply_size);
+    if (reply != nullptr || result != 0) {
+        // A service that leaves the size alone leaves there what the sender had put: 0.
+        const int size = reply != nullptr && reply_size != nullptr ? *reply_size : 0;
+        capture->answer(command.message_id, result, reply, size, replyCapacity(command.message_id));
+    }
+    return result;
 }
 
 } // namespace
@@ -64,6 +80,8 @@ void setServiceEndpoint(std::shared_ptr<ServiceEndpoint> endpoint) {
 } // namespace dtv
 
 DtvSvLibListener::DtvSvLibListener() {
+    // The file of an earlier process is gone from now on, even if no message follows.
+    dtv::Capture::instance();
     dtv::registerListener(this);
 }
 

@@ -4,30 +4,6 @@
 #include <algorithm>
 #include <cstring>
 
-#if defined(__has_feature)
-#define HARNESS_CLANG_SANITIZER __has_feature(address_sanitizer)
-#else
-#define HARNESS_CLANG_SANITIZER 0
-#endif
-#if defined(__SANITIZE_ADDRESS__) || HARNESS_CLANG_SANITIZER
-// The VM handles SIGSEGV itself (it reads null on purpose), and what it never frees is not ours.
-extern "C" const char* __asan_default_options();
-extern "C" __attribute__((visibility("default"))) const char* __asan_default_options() {
-    return "handle_segv=0:allow_user_segv_handler=1:detect_leaks=0:detect_stack_use_after_return=0";
-}
-#endif
-#if defined(__SANITIZE_THREAD__)
-// The VM orders its threads in ways that this sanitizer does not see; ours it does.
-extern "C" const char* __tsan_default_options();
-extern "C" __attribute__((visibility("default"))) const char* __tsan_default_options() {
-    return "handle_segv=0:ignore_noninstrumented_modules=1";
-}
-#endif
-extern "C" const char* __ubsan_default_options();
-extern "C" __attribute__((visibility("default"))) const char* __ubsan_default_options() {
-    return "print_stacktrace=1:halt_on_error=1";
-}
-
 namespace harness {
 
 int deliver(int event_id, const std::vector<uint8_t>& bytes) {

@@ -2,52 +2,54 @@ package tenrik.desk;
 
 import java.time.Duration;
 import java.util.function.Consumer;
+import java.util.function.IntSupplier;
 import java.util.function.Predicate;
 import java.util.function.Supplier;
-import java.util.function.ToIntFunction;
 
 import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_RESULT;
 
 /** Commands to the service and the events that answer them, one after the other. */
 final class Dialogue {
-    /** Far longer than the service takes for any reply. */
-    private static final Duration REPLY_LIMIT = Duration.ofSeconds(10);
+    /** Longer than the service takes for anything, a scan or a recording included. */
+    private static final Duration LIMIT = Duration.ofSeconds(90);
+    private static final int DONE = 0;
 
     private final Mailbox mailbox;
     private final Screen screen;
-    private int replies;
+    private final Summary summary;
 
-    Dialogue(Mailbox mailbox, Screen screen) {
+    Dialogue(Mailbox mailbox, Screen screen, Summary summary) {
         this.mailbox = mailbox;
         this.screen = screen;
-    }
-
-    /** How many replies have arrived and said that all is well. */
-    int replies() {
-        return replies;
+        this.summary = summary;
     }
 
     /**
-     * Sends a command and waits for its reply.
+     * Sends a command and waits for the event that answers it.
      *
      * @param what the command, in words
      * @param command sends it
-     * @param reply the event that answers it
-     * @param result the result in that event
+     * @param reply the event that answers it, with a result
      * @throws DeskException when the command was not taken, or when no reply came in time, or one
      *     that says anything but 0
      */
     <T extends Record> T ask(
-            String what, Supplier<BG_TE_DTVSVLIB_RESULT> command, Class<T> reply,
-            ToIntFunction<T> result) throws DeskException, InterruptedException {
+            String what, Supplier<BG_TE_DTVSVLIB_RESULT> command, Class<T> reply)
+            throws DeskException, InterruptedException {
         send(what, command);
-        T answer = await(what, reply, any -> true, REPLY_LIMIT, other -> {});
-        if (result.applyAsInt(answer) != 0) {
-            throw new DeskException(what + ": the service answered with result "
-                    + result.applyAsInt(answer) + ".");
+        return reply(what, reply, any -> true);
+    }
+
+    /** Waits for the event that answers a command that was sent. */
+    <T extends Record> T reply(String what, Class<T> type, Predicate<T> wanted)
+            throws DeskException, InterruptedException {
+        T reply = await(what, type, wanted, other -> {});
+        if (resultOf(reply) != DONE) {
+            throw new DeskException(what + ": the service answered with result " + resultOf(reply)
+                    + ".");
         }
-        replies++;
-        return answer;
+        summary.replied();
+        return reply;
     }
 
     /** Sends a command without waiting. */
@@ -59,6 +61,16 @@ final class Dialogue {
         }
     }
 
+    /** Sends a command that waits for its answer itself; what it returns has to be 0. */
+    void exchange(String what, IntSupplier command) throws DeskException {
+        screen.asked(what);
+        int result = command.getAsInt();
+        if (result != DONE) {
+            throw new DeskException(what + ": the service answered with " + result + ".");
+        }
+        summary.replied();
+    }
+
     /**
      * Waits for an event.
      *
@@ -67,10 +79,56 @@ final class Dialogue {
      * @throws DeskException when it does not come in time
      */
     <T extends Record> T await(
-            String what, Class<T> type, Predicate<T> wanted, Duration limit,
-            Consumer<Record> others) throws DeskException, InterruptedException {
-        return mailbox.await(type, wanted, limit, others).orElseThrow(() -> new DeskException(
-                what + ": no " + type.getSimpleName() + " within " + limit.toSeconds()
-                + " seconds."));
+            String what, Class<T> type, Predicate<T> wanted, Consumer<Record> others)
+            throws DeskException, InterruptedException {
+        return mailbox.await(type, wanted, LIMIT, others).orElseThrow(() -> new DeskException(
+                what + ": no " + type.getSimpleName() + " came."));
+    }
+
+    /** Sends what the bridge has to refuse, or cannot deliver. */
+    void refused(
+            String what, Supplier<BG_TE_DTVSVLIB_RESULT> command, BG_TE_DTVSVLIB_RESULT wanted)
+            throws DeskException {
+        BG_TE_DTVSVLIB_RESULT result = command.get();
+        judge(what, words(result), words(wanted));
+    }
+
+    /** Sends what the service has to refuse in the event that answers it. */
+    <T extends Record> void refusedByService(
+            String what, Supplier<BG_TE_DTVSVLIB_RESULT> command, Class<T> reply, int wanted)
+            throws DeskException, InterruptedException {
+        BG_TE_DTVSVLIB_RESULT taken = command.get();
+        if (taken != BG_TE_DTVSVLIB_RESULT.DTVSVLIB_RESULT_OK) {
+            throw new DeskException(what + ": the command was not taken (" + taken + ").");
+        }
+        T answer = await(what, reply, any -> true, other -> {});
+        judge(what, Stage.words(resultOf(answer)), Stage.words(wanted));
+    }
+
+    /** Sends what the service has to refuse while the sender waits. */
+    void exchangeRefused(String what, IntSupplier command, int wanted) throws DeskException {
+        judge(what, Stage.words(command.getAsInt()), Stage.words(wanted));
+    }
+
+    private static String words(BG_TE_DTVSVLIB_RESULT result) {
+        return String.valueOf(result).replace("DTVSVLIB_RESULT_", "");
+    }
+
+    private void judge(String what, String came, String wanted) throws DeskException {
+        screen.refused(what, came);
+        summary.refused(what, came);
+        if (!came.equals(wanted)) {
+            throw new DeskException(what + ": refused with " + came + " instead of " + wanted
+                    + ".");
+        }
+    }
+
+    /** The result that every reply carries. */
+    private static int resultOf(Record reply) {
+        try {
+            return (int) reply.getClass().getMethod("result").invoke(reply);
+        } catch (ReflectiveOperationException failure) {
+            throw new IllegalArgumentException(reply + " is no reply", failure);
+        }
     }
 }

@@ -3,8 +3,11 @@ package tenrik.desk;
 import java.lang.reflect.InvocationHandler;
 import java.lang.reflect.Proxy;
 import java.time.Duration;
+import java.util.Map;
 import java.util.Optional;
+import java.util.TreeMap;
 import java.util.concurrent.BlockingQueue;
+import java.util.concurrent.ConcurrentHashMap;
 import java.util.concurrent.LinkedBlockingQueue;
 import java.util.concurrent.TimeUnit;
 import java.util.function.Consumer;
@@ -17,7 +20,17 @@ import tenrik.service.dtvserver.DtvEventListener;
  * looks for it.
  */
 final class Mailbox {
+    private final boolean stepped;
     private final BlockingQueue<Record> events = new LinkedBlockingQueue<>();
+    private final Map<String, Integer> received = new ConcurrentHashMap<>();
+
+    /**
+     * @param stepped whether the service's time passes only when it is told to: then waiting tells
+     *     it, and limits are those of its clock
+     */
+    Mailbox(boolean stepped) {
+        this.stepped = stepped;
+    }
 
     /** What to give to the service as the receiver of its events. */
     DtvEventListener listener() {
@@ -30,6 +43,7 @@ final class Mailbox {
                     default -> "Mailbox";
                 };
             }
+            received.merge(method.getName(), 1, Integer::sum);
             events.add((Record) arguments[0]);
             return null;
         };
@@ -38,20 +52,25 @@ final class Mailbox {
                 keep);
     }
 
+    /** How often each callback was called so far, by its name. */
+    Map<String, Integer> received() {
+        return new TreeMap<>(received);
+    }
+
     /**
      * Waits for an event.
      *
      * @param wanted which one; the first that fits is taken
      * @param limit how long to wait at most
      * @param others gets the events that come before it, in order
-     * @return the event; empty when it has not come in time
+     * @return the event; empty when it has not come in time, or when nothing comes any more
      */
     <T extends Record> Optional<T> await(
             Class<T> type, Predicate<T> wanted, Duration limit, Consumer<Record> others)
             throws InterruptedException {
-        long end = System.nanoTime() + limit.toNanos();
+        long end = now() + limit.toMillis();
         while (true) {
-            Record event = events.poll(end - System.nanoTime(), TimeUnit.NANOSECONDS);
+            Record event = next(end);
             if (event == null) {
                 return Optional.empty();
             }
@@ -60,5 +79,22 @@ final class Mailbox {
             }
             others.accept(event);
         }
+    }
+
+    /** The next event; null when none comes before the end, in milliseconds of {@link #now}. */
+    private Record next(long end) throws InterruptedException {
+        if (!stepped) {
+            return events.poll(end - now(), TimeUnit.MILLISECONDS);
+        }
+        while (events.isEmpty()) {
+            if (now() > end || !Simulator.advance()) {
+                return null;
+            }
+        }
+        return events.remove();
+    }
+
+    private long now() {
+        return stepped ? Simulator.now() : TimeUnit.NANOSECONDS.toMillis(System.nanoTime());
     }
 }

@@ -1,5 +1,9 @@
 package tenrik.desk;
 
+import java.util.LinkedHashMap;
+import java.util.Map;
+import java.util.concurrent.ThreadLocalRandom;
+
 /**
  * The simulated DTV service behind libDtv. The library {@code libdtv_desk.so} must have been
  * loaded. There is one simulator at a time in a process.
@@ -18,16 +22,42 @@ final class Simulator {
     record Plan(int stations, int vhfEntries, int beyondEntries, int unusableEntries) {}
 
     /**
-     * Starts the service with what a channel table puts on the air.
+     * Starts the service.
      *
-     * @param table a channel table in the DVBv5 format
-     * @param guide what the stations show, an XMLTV file
-     * @return what was read of the table
-     * @throws DeskException when one of them cannot be read; the message says why
+     * @return what was read of the channel table
+     * @throws DeskException when a file cannot be read; the message says why
      */
-    static Plan start(String table, String guide) throws DeskException {
-        int[] counts = startNative(table, guide);
+    static Plan start(SimulatedService.Settings settings) throws DeskException {
+        boolean stepped = settings.speed() == 0;
+        boolean repeated = settings.seed() != null;
+        int[] counts = startNative(settings.channelTable().toString(),
+                settings.guide().toString(),
+                settings.script() != null ? settings.script().toString() : null,
+                stepped ? 1 : settings.speed(), stepped,
+                repeated ? settings.seed() : ThreadLocalRandom.current().nextInt(), repeated);
         return new Plan(counts[0], counts[1], counts[2], counts[3]);
+    }
+
+    /**
+     * Lets stepped time go on to what comes next, and waits until its events have been delivered.
+     * Not from a callback.
+     *
+     * @return false when nothing comes any more
+     */
+    static native boolean advance();
+
+    /** Milliseconds that have passed for the service. */
+    static native long now();
+
+    /** How often each command has reached the service, by the names that follow DtvSvLib_. */
+    static Map<String, Integer> calls() {
+        Map<String, Integer> calls = new LinkedHashMap<>();
+        String[] names = commands();
+        int[] counts = arrivals();
+        for (int index = 0; index < names.length; index++) {
+            calls.put(names[index], counts[index]);
+        }
+        return calls;
     }
 
     /**
@@ -37,16 +67,22 @@ final class Simulator {
      */
     static native int newSurface();
 
+    /**
+     * Writes to a file what native code writes to standard output from now on: the bridge's copies
+     * of its ERROR lines, also those of the process's end. Java's own output stays what it is.
+     *
+     * @throws DeskException when the file cannot be opened
+     */
+    static native void takeStandardOutput(String file) throws DeskException;
+
     /** Takes the service away and delivers no further event. Final: nothing can start it again. */
     static native void stop();
 
-    /**
-     * Ends the process at once. An ordinary exit ends with the bridge's exit handler, which looks
-     * for a VM that is no longer there and says so: that is not what a person should read last.
-     *
-     * @param status the exit status
-     */
-    static native void leave(int status);
+    private static native int[] startNative(
+            String table, String guide, String script, double speed, boolean stepped, int seed,
+            boolean repeated) throws DeskException;
 
-    private static native int[] startNative(String table, String guide) throws DeskException;
+    private static native String[] commands();
+
+    private static native int[] arrivals();
 }

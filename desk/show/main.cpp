@@ -1,0 +1,213 @@
+// dtv-show: prints a capture of the messages.
+#include "desk/show/capture_reader.h"
+#include "desk/show/message.h"
+
+#include "simulator/catalogue.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+constexpr int kGood = 0;
+constexpr int kBadFile = 1;  ///< it is no capture, or not whole
+constexpr int kNotBegun = 2; ///< wrong arguments, or a file that cannot be opened
+
+constexpr char kUsage[] = R"(usage: dtv-show [--only NAME]... FILE
+       dtv-show --list
+
+Prints the messages of a capture, each decoded field by field. Exit status: 0
+when the file was read to its end, 1 when it is no capture or is cut or damaged
+(everything before is printed), 2 when it cannot be opened or an argument is
+wrong.
+
+  --only NAME  prints only the messages of that name, such as SelectChannel;
+               may be repeated
+  --list       prints the messages that are known: number, size of the record
+               in bytes, name, record
+  --help       shows this
+)";
+
+struct Options {
+    std::set<int> only; ///< numbers of the messages to print; empty for all
+    std::string file;
+};
+
+int complain(const std::string& what) {
+    std::cerr << "dtv-show: " << what << '\n';
+    return kNotBegun;
+}
+
+int complainOfUse(const std::string& what) {
+    complain(what);
+    std::cerr << kUsage;
+    return kNotBegun;
+}
+
+/// How many letters must be put in, left out or exchanged to make one name the other; capitals do
+/// not count.
+size_t distance(std::string_view one, std::string_view other) {
+    const auto lower = [](char c) { return std::tolower(static_cast<unsigned char>(c)); };
+    std::vector<size_t> row(other.size() + 1);
+    for (size_t j = 0; j < row.size(); ++j) {
+        row[j] = j;
+    }
+    for (size_t i = 1; i <= one.size(); ++i) {
+        size_t diagonal = row[0];
+        row[0] = i;
+        for (size_t j = 1; j < row.size(); ++j) {
+            const size_t exchanged = diagonal + (lower(one[i - 1]) == lower(other[j - 1]) ? 0 : 1);
+            diagonal = row[j];
+            row[j] = std::min({row[j] + 1, row[j - 1] + 1, exchanged});
+        }
+    }
+    return row.back();
+}
+
+std::string nearestName(std::string_view wanted) {
+    std::string_view nearest;
+    size_t smallest = std::string_view::npos;
+    for (const auto* messages : {&catalogue::commands(), &catalogue::events()}) {
+        for (const catalogue::Message& message : *messages) {
+            const size_t found = distance(wanted.substr(0, 64), message.name);
+            if (found < smallest) {
+                smallest = found;
+                nearest = message.name;
+            }
+        }
+    }
+    return std::string(nearest);
+}
+
+void list() {
+    for (const auto* messages : {&catalogue::commands(), &catalogue::events()}) {
+        for (const catalogue::Message& message : *messages) {
+            std::printf("0x%08x %4zu %-32s %s\n", static_cast<unsigned>(message.id),
+                        message.record->size, std::string(message.name).c_str(),
+                        message.record->name.c_str());
+            if (message.reply != nullptr) {
+                std::printf("%10s %4zu %-32s %s\n", "", message.reply->size, "  its answer",
+                            message.reply->name.c_str());
+            }
+        }
+    }
+}
+
+int finish(int status) {
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        complain("cannot write to standard output");
+        return kBadFile;
+    }
+    return status;
+}
+
+int printMessages(const Options& options) {
+    std::error_code ignored;
+    if (std::filesystem::is_directory(options.file, ignored)) {
+        return complain(options.file + " is a directory");
+    }
+    std::ifstream file(options.file, std::ios::binary);
+    if (!file) {
+        return complain("cannot open " + options.file + ": " + std::strerror(errno));
+    }
+
+    show::CaptureReader reader(file);
+    std::string error;
+    std::string date;
+    size_t count = 0;
+    size_t printed = 0;
+    while (const auto packet = reader.next()) {
+        const auto message = show::readMessage(*packet, error);
+        if (!message) {
+            break;
+        }
+        ++count;
+        if (!options.only.empty() && options.only.count(message->id) == 0) {
+            continue;
+        }
+        ++printed;
+        const show::LocalTime time = show::localTime(message->time);
+        if (time.date != date) {
+            date = time.date;
+            std::printf("%s\n", date.c_str());
+        }
+        for (const std::string& line : show::messageLines(*message, time.time)) {
+            std::printf("%s\n", line.c_str());
+        }
+    }
+    if (options.only.empty()) {
+        std::printf("%zu message%s\n", count, count == 1 ? "" : "s");
+    } else {
+        std::printf("%zu of %zu message%s\n", printed, count, count == 1 ? "" : "s");
+    }
+    const int status = finish(kGood);
+    if (error.empty()) {
+        error = reader.error();
+    }
+    if (!error.empty()) {
+        complain(options.file + ": " + error);
+        return kBadFile;
+    }
+    return status;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    Options options;
+    bool list_wanted = false;
+    bool file_given = false;
+    bool only_files = false;
+    for (size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& argument = arguments[i];
+        if (!only_files && (argument == "--help" || argument == "-h")) {
+            std::fputs(kUsage, stdout);
+            return finish(kGood);
+        }
+        if (!only_files && argument == "--list") {
+            list_wanted = true;
+        } else if (!only_files && argument == "--") {
+            only_files = true;
+        } else if (!only_files && argument == "--only") {
+            if (i + 1 == arguments.size()) {
+                return complainOfUse("--only needs the name of a message");
+            }
+            const std::string& name = arguments[++i];
+            const catalogue::Message* message = catalogue::find(name);
+            if (message == nullptr) {
+                return complain("no message is named " + name + "; the nearest is " +
+                                nearestName(name));
+            }
+            options.only.insert(message->id);
+        } else if (!only_files && argument.size() > 1 && argument[0] == '-') {
+            return complainOfUse("unknown option " + argument);
+        } else if (file_given) {
+            return complainOfUse("one file at a time");
+        } else {
+            options.file = argument;
+            file_given = true;
+        }
+    }
+    if (list_wanted == (file_given || !options.only.empty())) {
+        return complainOfUse(list_wanted ? "--list takes no file and no name" : "no file is given");
+    }
+    if (list_wanted) {
+        list();
+        return finish(kGood);
+    }
+    if (!file_given) {
+        return complainOfUse("no file is given");
+    }
+    return printMessages(options);
+}

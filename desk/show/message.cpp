@@ -1,0 +1,190 @@
+#include "desk/show/message.h"
+
+#include "desk/show/quoted_text.h"
+#include "desk/show/record_text.h"
+
+#include "simulator/catalogue.h"
+
+#include <cstdio>
+#include <ctime>
+#include <limits>
+
+namespace show {
+namespace {
+
+using Kind = Message::Kind;
+
+constexpr uint8_t kVersion = 1;
+constexpr size_t kHeaderSize = 36;
+constexpr size_t kNameSize = 16;
+
+constexpr size_t kIndent = 4;
+constexpr size_t kHeadlineIndent = 17; ///< behind the time
+
+bool is(const Message& message, Kind kind) {
+    return message.kind == static_cast<uint8_t>(kind);
+}
+
+const char* arrowOf(const Message& message) {
+    if (is(message, Kind::kCommand) || is(message, Kind::kVerdict)) {
+        return "->";
+    }
+    return is(message, Kind::kAnswer) || is(message, Kind::kEvent) ? "<-" : "--";
+}
+
+/// The layout of the message's record; null when there is none.
+const catalogue::Record* layoutOf(const Message& message, const catalogue::Message* known) {
+    if (known == nullptr) {
+        return nullptr;
+    }
+    if (is(message, Kind::kAnswer)) {
+        return known->reply;
+    }
+    return is(message, Kind::kCommand) || is(message, Kind::kEvent) ? known->record : nullptr;
+}
+
+/// Whether there may be a record, even one without bytes.
+bool mayHaveRecord(const Message& message, const catalogue::Record* layout) {
+    return is(message, Kind::kCommand) || is(message, Kind::kEvent) || layout != nullptr ||
+           message.size != 0 || !message.record.empty();
+}
+
+std::string threadText(const Message& message) {
+    std::string text;
+    const auto* name = reinterpret_cast<const uint8_t*>(message.thread_name.data());
+    for (const Glyph& glyph : utf8Glyphs({name, message.thread_name.size()})) {
+        text += glyph.text;
+    }
+    return text + (text.empty() ? "" : " ") + '(' + std::to_string(message.thread_id) + ')';
+}
+
+std::string sizeText(const Message& message) {
+    const uint64_t size = uint64_t{message.record.size()} + message.left_out;
+    if (size == 0 && message.size != 0) {
+        return "size " + std::to_string(message.size) + ", no record";
+    }
+    std::string text = std::to_string(size) + (size == 1 ? " byte" : " bytes");
+    if (message.size < 0 || size != static_cast<uint64_t>(message.size)) {
+        text += ", told " + std::to_string(message.size);
+    }
+    return text;
+}
+
+std::vector<std::string> headline(const Message& message, const catalogue::Message* known,
+                                  const catalogue::Record* layout) {
+    // A line may end behind each of these.
+    std::vector<std::string> words{threadText(message) + ' '};
+    const auto add = [&words](const std::string& part) {
+        words.back() += ',';
+        words.push_back(part);
+    };
+    char id[16];
+    std::snprintf(id, sizeof id, "0x%08x", static_cast<unsigned>(message.id));
+    const std::string arrow = arrowOf(message);
+    if (known != nullptr) {
+        words.push_back(arrow + ' ' + std::string(known->name));
+        words.emplace_back(id);
+    } else {
+        words.push_back(arrow + ' ' + id);
+        add("unknown message");
+    }
+    if (is(message, Kind::kAnswer) || is(message, Kind::kVerdict)) {
+        words.push_back("returned " + std::to_string(message.value));
+    } else if (!is(message, Kind::kCommand) && !is(message, Kind::kEvent)) {
+        add("unknown kind " + std::to_string(message.kind));
+    }
+    if (mayHaveRecord(message, layout)) {
+        add(sizeText(message));
+    }
+    if (layout != nullptr && !message.record.empty()) {
+        add(layout->name);
+    }
+    if (message.surfaces > 0) {
+        add(std::to_string(message.surfaces) + (message.surfaces == 1 ? " surface" : " surfaces"));
+    }
+    return wrappedWords(words, kColumns - kHeadlineIndent);
+}
+
+} // namespace
+
+std::optional<Message> readMessage(const Packet& packet, std::string& error) {
+    const Bytes bytes{packet.data.data(), packet.data.size()};
+    const std::string where = "the packet at byte " + std::to_string(packet.offset);
+    if (bytes.size == 0) {
+        error = where + " is empty";
+        return std::nullopt;
+    }
+    if (bytes.data[0] != kVersion) {
+        error = where + " has a message of version " + std::to_string(bytes.data[0]) +
+                "; this program reads version " + std::to_string(kVersion);
+        return std::nullopt;
+    }
+    if (bytes.size < kHeaderSize) {
+        error = where + " is " + std::to_string(bytes.size) +
+                " bytes long; a message begins with " + std::to_string(kHeaderSize);
+        return std::nullopt;
+    }
+    const auto number = [bytes](size_t offset) {
+        return static_cast<uint32_t>(bytes.from(offset).first(4).number());
+    };
+    Message message;
+    message.time = packet.time;
+    message.kind = bytes.data[1];
+    message.surfaces = bytes.data[2];
+    message.thread_id = number(4);
+    message.id = static_cast<int32_t>(number(8));
+    message.value = static_cast<int32_t>(number(12));
+    message.size = static_cast<int32_t>(number(16));
+    const uint8_t* name = bytes.data + 20;
+    message.thread_name.assign(name, std::find(name, name + kNameSize, uint8_t{0}));
+    message.record.assign(bytes.data + kHeaderSize, bytes.data + bytes.size);
+    if (packet.original_size > packet.data.size()) {
+        message.left_out = packet.original_size - static_cast<uint32_t>(packet.data.size());
+    }
+    return message;
+}
+
+std::vector<std::string> messageLines(const Message& message, const std::string& time) {
+    const catalogue::Message* known = catalogue::find(message.id);
+    const catalogue::Record* layout = layoutOf(message, known);
+    std::vector<std::string> lines = headline(message, known, layout);
+    for (std::string& line : lines) {
+        line.insert(0, &line == &lines.front() ? time + "  " : std::string(kHeadlineIndent, ' '));
+    }
+
+    const Bytes record{message.record.data(), message.record.size()};
+    // An empty answer and a missing record are told in the headline.
+    const bool shown = record.size > 0 || (message.size == 0 && !is(message, Kind::kAnswer));
+    if (shown) {
+        const std::vector<std::string> fields =
+            layout != nullptr ? recordLines(*layout, record, kIndent) : dumpLines(record, kIndent);
+        lines.insert(lines.end(), fields.begin(), fields.end());
+    }
+    if (message.left_out > 0) {
+        lines.push_back(std::string(kIndent, ' ') + "the capture lacks the " +
+                        std::to_string(message.left_out) + " bytes that follow");
+    }
+    return lines;
+}
+
+LocalTime localTime(const Moment& moment) {
+    std::tm fields{};
+    // Where time_t has 32 bits, or the year is beyond an int, only the count remains.
+    if (moment.seconds > std::numeric_limits<time_t>::max() ||
+        moment.seconds < std::numeric_limits<time_t>::min()) {
+        return {"no date", std::to_string(moment.seconds)};
+    }
+    const auto seconds = static_cast<time_t>(moment.seconds);
+    if (localtime_r(&seconds, &fields) == nullptr) {
+        return {"no date", std::to_string(moment.seconds)};
+    }
+    char date[64];
+    char time[64];
+    std::snprintf(date, sizeof date, "%04d-%02d-%02d", fields.tm_year + 1900, fields.tm_mon + 1,
+                  fields.tm_mday);
+    std::snprintf(time, sizeof time, "%02d:%02d:%02d.%06u", fields.tm_hour, fields.tm_min,
+                  fields.tm_sec, moment.nanoseconds / 1000);
+    return {date, time};
+}
+
+} // namespace show

@@ -1,0 +1,227 @@
+#include "desk/show/record_text.h"
+
+#include "desk/show/quoted_text.h"
+
+#include <cstdio>
+
+namespace show {
+namespace {
+
+using catalogue::Field;
+using catalogue::Kind;
+using catalogue::Record;
+
+using Lines = std::vector<std::string>;
+
+constexpr size_t kNesting = 4;
+constexpr size_t kNarrowest = 16; ///< columns for a value, however deep it lies
+
+std::string hex(uint8_t byte, const char* prefix = "") {
+    char text[8];
+    std::snprintf(text, sizeof text, "%s%02x", prefix, byte);
+    return text;
+}
+
+std::vector<std::string> hexWords(Bytes bytes, const char* prefix = "") {
+    std::vector<std::string> words;
+    words.reserve(bytes.size);
+    for (size_t i = 0; i < bytes.size; ++i) {
+        words.push_back(hex(bytes.data[i], prefix));
+    }
+    return words;
+}
+
+std::string numberText(Bytes bytes, Kind kind) {
+    const uint64_t value = bytes.number();
+    if (kind != Kind::kSigned || bytes.size == 0 || bytes.size > 8) {
+        return std::to_string(value);
+    }
+    // The sign bit counts negative.
+    const uint64_t sign = uint64_t{1} << (8 * bytes.size - 1);
+    return std::to_string(static_cast<int64_t>((value ^ sign) - sign));
+}
+
+/// Up to the first unit of `unit` zero bytes.
+Bytes untilZero(Bytes text, size_t unit) {
+    size_t length = 0;
+    while (length + unit <= text.size && !text.from(length).first(unit).areZero()) {
+        length += unit;
+    }
+    return length + unit <= text.size ? text.first(length) : text;
+}
+
+/// Writes the lines of one record, and of the records in it.
+class Writer {
+public:
+    explicit Writer(Lines& lines) : lines_(lines) {}
+
+    /// `record` has as many bytes of it as there are.
+    void write(const Record& layout, Bytes record, size_t indent) {
+        const Place place = placeFor(layout, indent);
+        size_t end = 0;
+        for (const Field& field : layout.fields) {
+            writeReserved(record, end, field.offset, place);
+            end = field.offset + field.size * field.count;
+            const Bytes bytes = record.from(field.offset).first(end - field.offset);
+            if (bytes.size > 0) {
+                writeField(field, bytes, place);
+            }
+        }
+        writeReserved(record, end, layout.size, place);
+    }
+
+    void writeSurplus(const Record& layout, Bytes surplus, size_t indent) {
+        writeBytes("surplus", hexWords(surplus), placeFor(layout, indent));
+    }
+
+private:
+    struct Place {
+        size_t indent; ///< column of the names
+        size_t value;  ///< column of the values
+    };
+
+    static Place placeFor(const Record& layout, size_t indent) {
+        size_t longest = 0;
+        for (const Field& field : layout.fields) {
+            longest = std::max(longest, field.name.size());
+        }
+        return {indent, indent + longest + 2};
+    }
+
+    static size_t columnsFor(const Place& place) {
+        return std::max(kColumns - std::min(kColumns, place.value), kNarrowest);
+    }
+
+    static Lines wrapped(const std::vector<std::string>& words, const Place& place) {
+        return wrappedWords(words, columnsFor(place));
+    }
+
+    void writeValue(const std::string& name, const Lines& value, const Place& place) {
+        std::string line = std::string(place.indent, ' ') + name;
+        line.resize(place.value, ' ');
+        for (const std::string& part : value) {
+            lines_.push_back(line + part);
+            line.assign(place.value, ' ');
+        }
+    }
+
+    /// A name that is no field's: the column of the values makes room for it.
+    void writeBytes(const std::string& name, const std::vector<std::string>& words, Place place) {
+        place.value = std::max(place.value, place.indent + name.size() + 2);
+        writeValue(name, wrapped(words, place), place);
+    }
+
+    void writeReserved(Bytes record, size_t begin, size_t end, const Place& place) {
+        if (end <= begin) {
+            return;
+        }
+        const Bytes bytes = record.from(begin).first(end - begin);
+        if (!bytes.areZero()) {
+            writeBytes("reserved at " + std::to_string(begin), hexWords(bytes, "0x"), place);
+        }
+    }
+
+    void writeField(const Field& field, Bytes bytes, const Place& place) {
+        switch (field.kind) {
+        case Kind::kUnsigned:
+        case Kind::kSigned:
+            writeValue(field.name, wrapped(numberWords(field, bytes), place), place);
+            break;
+        case Kind::kBytes:
+            writeValue(field.name, wrapped(hexWords(bytes), place), place);
+            break;
+        case Kind::kText:
+            writeValue(field.name, quotedLines(utf8Glyphs(untilZero(bytes, 1)), columnsFor(place)),
+                       place);
+            break;
+        case Kind::kUtf16Text:
+            writeValue(field.name, quotedLines(utf16Glyphs(untilZero(bytes, 2)), columnsFor(place)),
+                       place);
+            break;
+        case Kind::kRecord:
+            writeRecords(field, bytes, place);
+            break;
+        }
+    }
+
+    /// The numbers that are whole; what there is of the next one as bytes.
+    static std::vector<std::string> numberWords(const Field& field, Bytes bytes) {
+        std::vector<std::string> words;
+        while (bytes.size >= field.size && field.size > 0) {
+            words.push_back(numberText(bytes.first(field.size), field.kind));
+            bytes = bytes.from(field.size);
+            if (bytes.size > 0) {
+                words.back() += ',';
+            }
+        }
+        if (bytes.size > 0) {
+            words.emplace_back("only");
+            for (std::string& word : hexWords(bytes, "0x")) {
+                words.push_back(std::move(word));
+            }
+        }
+        return words;
+    }
+
+    void writeRecords(const Field& field, Bytes bytes, const Place& place) {
+        const std::string indent(place.indent, ' ');
+        size_t zero = 0;
+        for (size_t i = 0; i < field.count && bytes.size > 0; ++i) {
+            const Bytes element = bytes.first(field.size);
+            bytes = bytes.from(field.size);
+            if (field.count > 1 && element.size == field.size && element.areZero()) {
+                ++zero;
+                continue;
+            }
+            const std::string index = field.count > 1 ? '[' + std::to_string(i) + ']' : "";
+            lines_.push_back(indent + field.name + index);
+            write(*field.record, element, place.indent + kNesting);
+        }
+        if (zero > 0) {
+            writeValue(field.name,
+                       {std::to_string(zero) + " of " + std::to_string(field.count) + " elements " +
+                        (zero == 1 ? "is" : "are") + " all zero"},
+                       place);
+        }
+    }
+
+    Lines& lines_;
+};
+
+} // namespace
+
+Lines recordLines(const Record& layout, Bytes record, size_t indent) {
+    Lines lines;
+    Writer writer(lines);
+    writer.write(layout, record.first(layout.size), indent);
+    if (record.size < layout.size) {
+        lines.push_back(std::string(indent, ' ') + "the record ends here, " +
+                        std::to_string(record.size) + " of " + std::to_string(layout.size) +
+                        " bytes");
+    } else if (record.size > layout.size) {
+        writer.writeSurplus(layout, record.from(layout.size), indent);
+    }
+    return lines;
+}
+
+Lines dumpLines(Bytes bytes, size_t indent) {
+    Lines lines;
+    for (size_t offset = 0; offset < bytes.size; offset += 16) {
+        const Bytes row = bytes.from(offset).first(16);
+        char head[24];
+        std::snprintf(head, sizeof head, "%04zx ", offset);
+        std::string line = std::string(indent, ' ') + head;
+        std::string ascii;
+        for (size_t i = 0; i < 16; ++i) {
+            line += i < row.size ? ' ' + hex(row.data[i]) : "   ";
+            if (i < row.size) {
+                const uint8_t byte = row.data[i];
+                ascii += byte >= 0x20 && byte < 0x7f ? static_cast<char>(byte) : '.';
+            }
+        }
+        lines.push_back(line + "  " + ascii);
+    }
+    return lines;
+}
+
+} // namespace show

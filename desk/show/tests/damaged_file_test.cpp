@@ -1,0 +1,162 @@
+// A capture that was cut or written over: nothing before the damage is lost, and nothing is read
+// that is not there.
+#include "desk/show/capture_reader.h"
+#include "desk/show/message.h"
+#include "desk/show/tests/hex.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+
+namespace {
+
+/// A command, an event and a verdict, each with the options that libDtv writes.
+const std::vector<uint8_t> kCapture = fromHex(R"(
+    0a0d0d0a 2c000000 4d3c2b1a 01000000 ffffffffffffffff 04000600 6c69624474760000
+        00000000 2c000000
+    01000000 2c000000 93000000 00000100 02000600 6c69624474760000 09000100 09000000
+        00000000 2c000000
+    06000000 54000000 00000000 60f7e918 31027662 26000000 26000000
+        01010000 01710000 01000010 00000000 02000000 73616d706c6500000000000000000000
+        03000000 02000400 02000000 00000000 54000000
+    06000000 58000000 00000000 60f7e918 3102776a 2c000000 2c000000
+        01030000 02710000 50000010 00000000 08000000 4474764576656e742d31000000000000
+        0300000000000000 02000400 01000000 00000000 58000000
+    06000000 50000000 00000000 60f7e918 3102786a 24000000 24000000
+        01040000 02710000 50000010 01000000 00000000 4474764576656e742d31000000000000
+        02000400 02000000 00000000 50000000)");
+
+/// Where its blocks begin, and where it ends.
+constexpr size_t kEdges[] = {0, 44, 88, 172, 260, 340};
+
+struct Contents {
+    size_t messages = 0;
+    std::string lines;
+    std::string error;
+};
+
+Contents read(const std::vector<uint8_t>& bytes) {
+    std::istringstream file(asString(bytes));
+    show::CaptureReader reader(file);
+    Contents contents;
+    while (const auto packet = reader.next()) {
+        const auto message = show::readMessage(*packet, contents.error);
+        if (!message) {
+            return contents;
+        }
+        ++contents.messages;
+        for (const std::string& line : show::messageLines(*message, "-")) {
+            contents.lines += line + '\n';
+        }
+    }
+    contents.error = reader.error();
+    return contents;
+}
+
+std::vector<uint8_t> withNumberAt(size_t offset, uint32_t number) {
+    std::vector<uint8_t> bytes = kCapture;
+    for (size_t i = 0; i < 4; ++i) {
+        bytes.at(offset + i) = static_cast<uint8_t>(number >> (8 * i));
+    }
+    return bytes;
+}
+
+TEST(DamagedFile, IsWholeBeforeTheDamage) {
+    const Contents whole = read(kCapture);
+    EXPECT_EQ(whole.error, "");
+    EXPECT_EQ(whole.messages, 3u);
+    EXPECT_EQ(whole.lines, "-  sample (28929)  -> Release 0x10000001, 2 bytes, TS_HANDLE_REQ\n"
+                           "    handle  3\n"
+                           "-  DtvEvent-1 (28930)  <- ReleaseReply 0x10000050, 8 bytes,\n"
+                           "                 TS_COMMON_REPLY\n"
+                           "    handle  3\n"
+                           "    result  0\n"
+                           "-  DtvEvent-1 (28930)  -> ReleaseReply 0x10000050 returned 1\n");
+}
+
+TEST(DamagedFile, KeepsTheMessagesBeforeACut) {
+    const Contents whole = read(kCapture);
+    for (size_t size = 0; size < kCapture.size(); ++size) {
+        SCOPED_TRACE(size);
+        const Contents cut = read({kCapture.begin(), kCapture.begin() + static_cast<long>(size)});
+        const size_t* after = std::upper_bound(std::begin(kEdges), std::end(kEdges), size);
+        const size_t begin = *(after - 1);
+        const auto blocks = static_cast<size_t>(after - std::begin(kEdges) - 1);
+        EXPECT_EQ(cut.messages, blocks < 2 ? 0 : blocks - 2);
+        EXPECT_EQ(cut.lines, whole.lines.substr(0, cut.lines.size()));
+        EXPECT_EQ(cut.error, size == 0       ? "the file is empty"
+                             : size == begin ? ""
+                                             : "the file ends at byte " + std::to_string(size) +
+                                                   ", in the middle of the block at byte " +
+                                                   std::to_string(begin));
+    }
+}
+
+TEST(DamagedFile, BelievesNoLength) {
+    // The two lengths of each block, then those within: whose they are, and where they lie.
+    struct Length {
+        size_t messages_before;
+        size_t offset;
+    };
+    const Length lengths[] = {{0, 4},   {0, 40},  {0, 48},  {0, 84},  {0, 92},  {0, 168}, {1, 176},
+                              {1, 256}, {2, 264}, {2, 336}, {0, 108}, {1, 192}, {2, 280}};
+    for (const Length& length : lengths) {
+        for (const uint32_t number :
+             {0u, 1u, 12u, 0xffffu, 0x01000000u, 0x7fffffffu, 0xffffffffu}) {
+            SCOPED_TRACE(std::to_string(length.offset) + ": " + std::to_string(number));
+            const Contents damaged = read(withNumberAt(length.offset, number));
+            EXPECT_EQ(damaged.messages, length.messages_before);
+            EXPECT_NE(damaged.error, "");
+        }
+    }
+}
+
+TEST(DamagedFile, BoundsTheLengthsOfOptions) {
+    for (const size_t offset : {62u, 74u}) { // of if_name and if_tsresol
+        for (const unsigned number : {0u, 2u, 0xffffu}) {
+            std::vector<uint8_t> bytes = kCapture;
+            bytes[offset] = static_cast<uint8_t>(number);
+            bytes[offset + 1] = static_cast<uint8_t>(number >> 8);
+            SCOPED_TRACE(std::to_string(offset) + ": " + std::to_string(number));
+            const Contents damaged = read(bytes);
+            EXPECT_TRUE(damaged.messages == 0 || damaged.messages == 3) << damaged.messages;
+            EXPECT_EQ(damaged.messages == 0, !damaged.error.empty());
+        }
+    }
+    // Those of a packet are not looked at.
+    EXPECT_EQ(read(withNumberAt(156, 0xffff0002)).messages, 3u);
+}
+
+TEST(DamagedFile, TakesSizesThatAreOnlyTold) {
+    // The size before a cut, and the size that the sender told.
+    for (const size_t offset : {112u, 132u}) {
+        for (const uint32_t number : {0u, 1u, 0x80000000u, 0xffffffffu}) {
+            const Contents damaged = read(withNumberAt(offset, number));
+            EXPECT_EQ(damaged.messages, 3u);
+            EXPECT_EQ(damaged.error, "");
+        }
+    }
+    EXPECT_THAT(read(withNumberAt(112, 0xffffffff)).lines,
+                testing::StartsWith("-  sample (28929)  -> Release 0x10000001,\n"
+                                    "                 4294967259 bytes, told 2, TS_HANDLE_REQ\n"
+                                    "    handle  3\n"
+                                    "    the capture lacks the 4294967257 bytes that follow\n"));
+}
+
+TEST(DamagedFile, SurvivesEveryByte) {
+    for (size_t offset = 0; offset < kCapture.size(); ++offset) {
+        const auto* after = std::upper_bound(std::begin(kEdges), std::end(kEdges), offset);
+        const auto blocks = static_cast<size_t>(after - std::begin(kEdges) - 1);
+        for (const int value : {0x00, 0x01, 0x7f, 0x80, 0xff}) {
+            std::vector<uint8_t> bytes = kCapture;
+            bytes[offset] = static_cast<uint8_t>(value);
+            const Contents damaged = read(bytes);
+            EXPECT_GE(damaged.messages, blocks < 2 ? 0 : blocks - 2) << offset;
+            EXPECT_LE(damaged.messages, 3u);
+        }
+    }
+}
+
+} // namespace

@@ -1,0 +1,136 @@
+#!/bin/sh
+# What libDtv captures is a file that tcpdump opens and that dtv-show prints.
+# usage: tcpdump_test.sh DTV_SHOW CAPTURE_SAMPLE [EMULATOR...]
+set -eu
+export LC_ALL=C TZ=UTC
+show=$1
+sample=$2
+shift 2
+emulator=$*
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+capture=$folder/sample.pcapng
+failed=0
+
+# run PROGRAM ARGUMENT...
+run() {
+    # shellcheck disable=SC2086 # a list of words
+    $emulator "$@"
+}
+
+# check WHAT EXPECTED ACTUAL
+check() {
+    if [ "$2" != "$3" ]; then
+        failed=1
+        printf '%s\n--- expected\n%s\n--- is\n%s\n' "$1" "$2" "$3"
+    fi
+}
+
+# A longer file of before is begun anew.
+head -c 100000 /dev/zero >"$capture"
+DTV_CAPTURE_FILE=$capture run "$sample"
+
+check "tcpdump's count" "8 packets" "$(tcpdump --count -r "$capture" 2>"$folder/tcpdump.err")"
+check "tcpdump's link type and limit" "link-type 147, snapshot length 65536" \
+    "$(sed -n 's/ ([^)]*)//; s/^reading from file .*, \(link-type .*\)$/\1/p' "$folder/tcpdump.err")"
+check "tcpdump's bytes of the first packet" "0101" \
+    "$(tcpdump -n -r "$capture" -c 1 2>/dev/null | sed -n 's/.*0x0000:  \(....\) .*/\1/p')"
+
+# Times and thread numbers differ from run to run.
+shown() {
+    run "$@" | sed -E -e 's/^[0-9:]{8}\.[0-9]{6} /TIME /' -e 's/\([0-9]+\)/(ID)/' \
+        -e 's/^[0-9]{4}(-[0-9]{2}){2}$/DATE/' | tr -s ' \n' ' '
+}
+check "dtv-show" "$(tr -s ' \n' ' ' <<'END'
+DATE
+TIME sample (ID) -> SelectChannel 0x10000006, 12 bytes, TS_BROADCAST_INFO_REQ
+    handle            3
+    physical_channel  32
+    service_no        1
+TIME sample (ID) -> Release_Sync 0x10000038, 2 bytes, TS_HANDLE_REQ
+    handle  3
+TIME sample (ID) <- Release_Sync 0x10000038 returned 0, 8 bytes, TS_COMMON_SYNC_REPLY
+    handle        3
+    return_value  -5
+TIME sample (ID) -> SetScreenDisplay 0x1000000c, 8 bytes, TS_SCREEN_DISPLAY_REQ, 1 surface
+    handle  3
+    screen
+        surface_width   320
+        surface_height  180
+        screen_rotate   0
+        screen_mode     0
+TIME sample (ID) <- SetScreenDisplay 0x1000000c returned -1
+TIME DtvEvent-1 (ID) <- SelectChannelReply 0x10000054, 16 bytes, TS_SERVICE_REPLY
+    handle            3
+    result            0
+    physical_channel  32
+    service_no        1
+TIME DtvEvent-1 (ID) <- BmlPermissionReq 0x10000042, size -1, no record
+TIME DtvEvent-1 (ID) -> BmlPermissionReq 0x10000042 returned 1
+8 messages
+END
+)" "$(shown "$show" "$capture")"
+
+check "--only" "$(tr -s ' \n' ' ' <<'END'
+DATE
+TIME sample (ID) -> Release_Sync 0x10000038, 2 bytes, TS_HANDLE_REQ
+    handle  3
+TIME sample (ID) <- Release_Sync 0x10000038 returned 0, 8 bytes, TS_COMMON_SYNC_REPLY
+    handle        3
+    return_value  -5
+TIME DtvEvent-1 (ID) <- BmlPermissionReq 0x10000042, size -1, no record
+TIME DtvEvent-1 (ID) -> BmlPermissionReq 0x10000042 returned 1
+4 of 8 messages
+END
+)" "$(shown "$show" --only Release_Sync --only BmlPermissionReq "$capture")"
+
+# status EXPECTED COMMAND...: the exit status, and what is said on standard error.
+said=$folder/said
+status() {
+    expected=$1
+    shift
+    actual=0
+    run "$@" >"$folder/out" 2>"$said" || actual=$?
+    check "exit status of $*" "$expected" "$actual"
+}
+
+head -c 200 "$capture" >"$folder/cut"
+status 1 "$show" "$folder/cut"
+check "what is said of a cut file" \
+    "dtv-show: $folder/cut: the file ends at byte 200, in the middle of the block at byte 180" \
+    "$(cat "$said")"
+check "what is shown of a cut file" "1 message" "$(tail -n 1 "$folder/out")"
+echo "no capture" >"$folder/text"
+status 1 "$show" "$folder/text"
+check "what is said of another file" \
+    "dtv-show: $folder/text: this is not a pcapng file: no section header at byte 0" \
+    "$(cat "$said")"
+status 2 "$show" "$folder/none"
+check "what is said of no file" "dtv-show: cannot open $folder/none: No such file or directory" \
+    "$(cat "$said")"
+status 2 "$show" "$folder"
+check "what is said of a folder" "dtv-show: $folder is a directory" "$(cat "$said")"
+status 2 "$show" --only SelectChanel "$capture"
+check "what is said of a wrong name" \
+    "dtv-show: no message is named SelectChanel; the nearest is SelectChannel" "$(cat "$said")"
+for wrong in "" "--only" "--nothing $capture" "$capture $capture" "--list $capture" \
+    "--only Create" "--list --only Create"; do
+    # shellcheck disable=SC2086 # a list of words
+    status 2 "$show" $wrong
+    check "usage after '$wrong'" "usage: dtv-show [--only NAME]... FILE" "$(sed -n 2p "$said")"
+done
+status 0 "$show" --help
+check "usage on standard output" "usage: dtv-show [--only NAME]... FILE" \
+    "$(head -n 1 "$folder/out")"
+status 0 "$show" --list
+check "lines of the list" 158 "$(wc -l <"$folder/out")"
+check "a line of the list" \
+    "0x10000006   12 SelectChannel                    TS_BROADCAST_INFO_REQ" \
+    "$(grep 0x10000006 "$folder/out")"
+if [ -e /dev/full ]; then
+    actual=0
+    run "$show" --list >/dev/full 2>"$said" || actual=$?
+    check "exit status when the list cannot be written" 1 "$actual"
+fi
+
+[ "$failed" -eq 0 ] && echo "passed"

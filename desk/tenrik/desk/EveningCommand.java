@@ -1,0 +1,90 @@
+package tenrik.desk;
+
+import java.io.OutputStream;
+import java.io.PrintStream;
+import java.nio.charset.StandardCharsets;
+import java.util.concurrent.Callable;
+
+import picocli.CommandLine.Command;
+import picocli.CommandLine.Mixin;
+import picocli.CommandLine.Option;
+
+/**
+ * Plays an evening of television and says what it comes to. Exit status 0 when everything was
+ * answered as it should be, 1 when not, 2 when it could not start.
+ */
+@Command(name = "evening")
+final class EveningCommand implements Callable<Integer> {
+    @Mixin
+    private DeskOptions options;
+
+    @Option(names = "--live", arity = "0..1", fallbackValue = "1", paramLabel = "SPEED",
+            description = "Time passes by itself, so many times as fast as in life.")
+    private double live;
+
+    @Option(names = "--quiet", description = "Shows the closing table alone.")
+    private boolean quiet;
+
+    @Option(names = "--json", description = "Shows the figures of the closing table as JSON.")
+    private boolean json;
+
+    /** Plays the evening. */
+    @Override
+    public Integer call() throws InterruptedException {
+        Screen screen = new Screen(quiet || json
+                ? new PrintStream(OutputStream.nullOutputStream(), false, StandardCharsets.UTF_8)
+                : Main.OUT, options.terminal);
+        Summary summary = new Summary();
+        try (Desk desk = Desk.open(options, live)) {
+            introduce(screen, desk.plan());
+            boolean complete = play(desk, screen, summary);
+            Summary.Result result = summary.result(Simulator.calls(), desk.mailbox().received(),
+                    complete, options.city, options.seed, Simulator.now() / 1e3);
+            close(result);
+            return result.ok() ? 0 : Main.FAILED;
+        } catch (DeskException failure) {
+            Main.ERRORS.println("run: " + failure.getMessage());
+            return Main.NOT_STARTED;
+        }
+    }
+
+    private boolean play(Desk desk, Screen screen, Summary summary) throws InterruptedException {
+        Dialogue dialogue = new Dialogue(desk.mailbox(), screen, summary);
+        try {
+            return new Evening(desk.service(), dialogue, screen).play();
+        } catch (DeskException failure) {
+            summary.failed(failure.getMessage());
+            return false;
+        }
+    }
+
+    private void introduce(Screen screen, Simulator.Plan plan) {
+        screen.line("On the air: " + options.city + ", " + plan.stations()
+                + " UHF stations on channels 13 to 62.");
+        screen.line("Left out of its table: " + entries(plan.vhfEntries()) + " of VHF"
+                + (plan.beyondEntries() == 0 ? ""
+                        : ", " + entries(plan.beyondEntries()) + " beyond channel 62")
+                + (plan.unusableEntries() == 0 ? ""
+                        : ", " + entries(plan.unusableEntries()) + " that name no channel")
+                + ".");
+    }
+
+    private void close(Summary.Result result) {
+        if (json) {
+            Main.OUT.println(result.json());
+        } else {
+            Screen screen = new Screen(Main.OUT, options.terminal);
+            screen.title("What the evening did");
+            result.lines().forEach(screen::line);
+            screen.ended(result.ok(), result.ok() ? "Everything was answered as it should be."
+                    : "Not everything was answered as it should be.");
+        }
+        if (!result.ok()) {
+            Main.ERRORS.println("run: " + result.failure());
+        }
+    }
+
+    private static String entries(int count) {
+        return count + (count == 1 ? " entry" : " entries");
+    }
+}
