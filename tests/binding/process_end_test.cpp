@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <initializer_list>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -36,6 +37,26 @@ std::string traceOf(const std::string& text) {
     return parsed.level + "|" + parsed.function + "|" + parsed.message;
 }
 
+/// Becomes the child, with these arguments; on another architecture than the machine's through its
+/// emulator.
+[[noreturn]] void execute(std::initializer_list<const char*> arguments) {
+    std::vector<std::string> words;
+    std::istringstream command(PROCESS_END_COMMAND);
+    for (std::string word; std::getline(command, word, '|');) {
+        if (!word.empty()) {
+            words.push_back(word);
+        }
+    }
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<char*> line;
+    for (std::string& word : words) {
+        line.push_back(word.data());
+    }
+    line.push_back(nullptr);
+    execvp(line[0], line.data());
+    std::_Exit(2);
+}
+
 Ended run(const char* load, const char* events, const char* end) {
     char folder[] = "/tmp/process_end_XXXXXX";
     EXPECT_NE(mkdtemp(folder), nullptr);
@@ -49,8 +70,7 @@ Ended run(const char* load, const char* events, const char* end) {
         if (std::freopen(output.c_str(), "w", stdout) == nullptr || dup2(1, 2) < 0) {
             std::_Exit(2);
         }
-        execl(PROCESS_END_CHILD, PROCESS_END_CHILD, load, events, end, static_cast<char*>(nullptr));
-        std::_Exit(2);
+        execute({load, events, end});
     }
     Ended ended;
     int status = 0;

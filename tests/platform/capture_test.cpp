@@ -1,6 +1,7 @@
 // The capture of the messages: what libDtv writes, byte by byte.
 #include "platform/capture_child.h"
 
+#include <algorithm>
 #include <chrono>
 
 namespace {
@@ -16,7 +17,6 @@ using CaptureBytes = platform::CaptureTest;
 
 /// The blocks of the packets, with zeros for their times and threads, and what those were.
 struct Packets {
-    std::string start; ///< the two blocks before them
     std::vector<std::string> blocks;
     std::vector<uint64_t> times;
     std::vector<uint64_t> threads;
@@ -24,10 +24,13 @@ struct Packets {
 
 Packets packetsOf(std::vector<uint8_t> bytes) {
     Packets packets;
-    size_t begin = 88;
-    packets.start = hex({bytes.begin(), bytes.begin() + 88});
+    size_t begin = 88; // behind the section and the interface
     while (begin < bytes.size()) {
         const size_t size = numberAt(bytes, begin + 4, 4);
+        if (size < 80 || size > bytes.size() - begin) {
+            ADD_FAILURE() << "a block of " << size << " bytes at " << begin;
+            break;
+        }
         packets.times.push_back(numberAt(bytes, begin + 12, 4) << 32 |
                                 numberAt(bytes, begin + 16, 4));
         packets.threads.push_back(numberAt(bytes, begin + 32, 4));

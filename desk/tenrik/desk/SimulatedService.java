@@ -20,7 +20,7 @@ public final class SimulatedService implements AutoCloseable {
      *
      * @param libraries the folder of libdtv_desk.so
      * @param channelTable whose stations are on the air, a file in the DVBv5 format
-     * @param guide what they show, an XMLTV file
+     * @param guide what they show, an XMLTV file; null when there is no guide
      * @param script how the service's behaviour is bent, a JSON file; null when it is not
      * @param speed how many seconds of the service's pass in one of life; 0 when its time passes
      *     with {@link #advance} alone

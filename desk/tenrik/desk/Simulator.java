@@ -1,5 +1,6 @@
 package tenrik.desk;
 
+import java.nio.file.Path;
 import java.util.LinkedHashMap;
 import java.util.Map;
 import java.util.concurrent.ThreadLocalRandom;
@@ -30,12 +31,15 @@ final class Simulator {
     static Plan start(SimulatedService.Settings settings) throws DeskException {
         boolean stepped = settings.speed() == 0;
         boolean repeated = settings.seed() != null;
-        int[] counts = startNative(settings.channelTable().toString(),
-                settings.guide().toString(),
-                settings.script() != null ? settings.script().toString() : null,
-                stepped ? 1 : settings.speed(), stepped,
+        int[] counts = startNative(settings.channelTable().toString(), text(settings.guide()),
+                text(settings.script()), stepped ? 1 : settings.speed(), stepped,
                 repeated ? settings.seed() : ThreadLocalRandom.current().nextInt(), repeated);
         return new Plan(counts[0], counts[1], counts[2], counts[3]);
+    }
+
+    /** The path's text; empty when there is none. */
+    private static String text(Path path) {
+        return path != null ? path.toString() : "";
     }
 
     /**
