@@ -23,6 +23,7 @@ test_packages="
     libclang-rt-dev
     libgmock-dev
     libgtest-dev
+    junit4
     python3-pexpect
     tcpdump"
 

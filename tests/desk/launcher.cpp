@@ -1,5 +1,5 @@
-// Runs the desk's Java program in a VM of its own process, as the java command does: for a build whose
-// sanitizers have to be in the process from its start, and for another architecture than the
+// Runs the desk's Java program in a VM of its own process, as the java command does: for a build
+// whose sanitizers have to be in the process from its start, and for another architecture than the
 // machine's.
 //
 //     launcher CLASS_PATH ARGUMENT...
@@ -40,7 +40,8 @@ int main(int argc, char** argv) {
     std::string class_path = std::string("-Djava.class.path=") + argv[1];
     char memory[] = "-Xmx256m";
     char collector[] = "-XX:+UseSerialGC";
-    JavaVMOption options[] = {{class_path.data(), nullptr}, {memory, nullptr}, {collector, nullptr}};
+    JavaVMOption options[] = {
+        {class_path.data(), nullptr}, {memory, nullptr}, {collector, nullptr}};
     JavaVMInitArgs wanted{JNI_VERSION_1_6, 3, options, JNI_FALSE};
     JavaVM* vm = nullptr;
     JNIEnv* env = nullptr;
