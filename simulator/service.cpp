@@ -25,9 +25,11 @@ Service::~Service() {
 
 std::time_t Service::wallClock() const {
     const std::time_t time = options_.wall_clock();
-    return timeline_.isStepped()
-               ? time + std::chrono::duration_cast<std::chrono::seconds>(now()).count()
-               : time;
+    if (!timeline_.isStepped()) {
+        return time;
+    }
+    return time + static_cast<std::time_t>(
+                      std::chrono::duration_cast<std::chrono::seconds>(now()).count());
 }
 
 Session* Service::open() {

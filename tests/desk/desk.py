@@ -1,7 +1,6 @@
 """What the tests of the desk have in common: how its program is started, and how a line is measured."""
 import os
 import pathlib
-import re
 import subprocess
 import sys
 import tempfile
@@ -31,13 +30,6 @@ def width(line):
     return sum(0 if unicodedata.combining(character) or unicodedata.category(character) == "Cf"
                else 2 if unicodedata.east_asian_width(character) in "WF" else 1
                for character in line)
-
-
-def same_everywhere(trace):
-    """A trace without what differs from run to run: process, thread and object numbers."""
-    trace = re.sub(r"\b(env|cls|clazz)( ?= ?)(0x[0-9a-f]+|\(nil\))", r"\1\2ADDRESS", trace)
-    trace = re.sub(r"\b(pid|tid|threadid)( ?= ?)[0-9a-f]+\b", r"\1\2NUMBER", trace)
-    return re.sub(r"\( *\d+\):<", "(PID):<", trace)
 
 
 class DeskTest(unittest.TestCase):

@@ -4,7 +4,8 @@ import re
 import subprocess
 import unittest
 
-from desk import BUILD, DeskTest, command, environment, same_everywhere, width
+from desk import BUILD, DeskTest, command, environment, width
+from trace_lines import same_everywhere
 
 REFUSALS = {
     "Create with start type 5": "PARAM_NG",
