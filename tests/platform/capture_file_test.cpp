@@ -75,8 +75,8 @@ TEST_F(CaptureFile, KeepsTheBlocksOfSeveralThreadsApart) {
     std::vector<int> counts(8, 0);
     for (size_t begin = 88; begin < bytes.size();) {
         ASSERT_EQ(numberAt(bytes, begin, 4), 6u);
-        const size_t size = numberAt(bytes, begin + 4, 4);
-        const size_t number = numberAt(bytes, begin + 36, 4);
+        const auto size = static_cast<size_t>(numberAt(bytes, begin + 4, 4));
+        const auto number = static_cast<size_t>(numberAt(bytes, begin + 36, 4));
         ASSERT_LT(number, 8u);
         ASSERT_EQ(size, 84 + 500 * number) << "3 bytes more, and one of padding";
         ASSERT_EQ(numberAt(bytes, begin + size - 4, 4), size);

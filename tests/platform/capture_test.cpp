@@ -26,7 +26,7 @@ Packets packetsOf(std::vector<uint8_t> bytes) {
     Packets packets;
     size_t begin = 88; // behind the section and the interface
     while (begin < bytes.size()) {
-        const size_t size = numberAt(bytes, begin + 4, 4);
+        const auto size = static_cast<size_t>(numberAt(bytes, begin + 4, 4));
         if (size < 80 || size > bytes.size() - begin) {
             ADD_FAILURE() << "a block of " << size << " bytes at " << begin;
             break;
