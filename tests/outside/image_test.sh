@@ -3,8 +3,8 @@
 # at the outside of what comes of it. The image is laid from the desk's platform.
 # usage: image_test.sh SOURCE BUILD COMPILER
 #   BUILD      a build of this project, whose lib/ has the platform's libraries
-#   DTV_UTILS, DTV_JNI_HEADERS, DTV_ANDROID_HEADERS, DTV_STRIP in the environment: libutils.so, the
-#   folders of jni.h (parted by colons) and of the platform's headers, and the strip program
+#   DTV_UTILS, DTV_HEADERS, DTV_STRIP in the environment: libutils.so, the folders of the platform's
+#   headers and of jni.h (parted by colons), and the strip program
 set -eu
 source=$1
 build=$2
@@ -14,10 +14,8 @@ folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 image=$folder/image
 mkdir -p "$image/include" "$image/lib"
-cp -r "$DTV_ANDROID_HEADERS/." "$image/include"
-cp -r "$source/platform/include/." "$image/include"
-echo "$DTV_JNI_HEADERS" | tr : '\n' | while read -r headers; do
-    cp "$headers"/*.h "$image/include"
+echo "$DTV_HEADERS:$source/platform/include" | tr : '\n' | while read -r headers; do
+    cp -r "$headers/." "$image/include"
 done
 cp "$build/lib/libDtv.so" "$build/lib/libbinder.so" "$build/lib/libgui.so" \
     "$build/lib/libandroid_runtime.so" "$image/lib"
