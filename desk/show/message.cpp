@@ -5,6 +5,7 @@
 
 #include "simulator/catalogue.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <ctime>
 #include <limits>

@@ -30,12 +30,13 @@ final class ChannelTables {
      * @throws DeskException when there is none; the message names those that are spelt like it
      */
     Path find(String name) throws DeskException {
-        List<String> names = names();
-        if (names.contains(name)) {
+        // The folder is listed only when it has to be: an emulated machine may not be able to.
+        if (!name.contains("/") && Files.isRegularFile(folder.resolve(name))) {
             return folder.resolve(name);
         }
         throw new DeskException("no channel table is called \"" + name + "\" in " + folder
-                + "\nDid you mean one of these?\n  " + String.join("\n  ", nearest(name, names)));
+                + "\nDid you mean one of these?\n  "
+                + String.join("\n  ", nearest(name, names())));
     }
 
     private List<String> names() throws DeskException {
