@@ -5,4 +5,5 @@ set(CMAKE_SYSTEM_PROCESSOR arm)
 # Both ends of every call here are compiled by the same compiler.
 set(CMAKE_CXX_FLAGS_INIT -Wno-psabi)
 include(${CMAKE_CURRENT_LIST_DIR}/cross.cmake)
-set(CMAKE_CROSSCOMPILING_EMULATOR qemu-arm -L ${DTV_SYSROOT})
+set(CMAKE_CROSSCOMPILING_EMULATOR qemu-arm -L ${DTV_SYSROOT}
+  -E LD_LIBRARY_PATH=${DTV_SYSROOT}/usr/lib/${DTV_LIBRARY_ARCHITECTURE}/android)

@@ -4,6 +4,7 @@
 //     process_end_child <load> <events> <end>
 #include "harness/harness.h"
 
+#include <pthread.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -139,6 +140,8 @@ void endBy(const std::string& way) {
 
 int main(int argc, char** argv) {
     need(argc == 4, "three arguments are needed");
+    // An emulator would name it after itself.
+    pthread_setname_np(pthread_self(), "process_end_chi");
     alarm(60); // who hangs is killed, and that is no exit code
     std::string load = argv[1];
     VirtualMachine::instance();
