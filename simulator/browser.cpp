@@ -8,6 +8,7 @@
 #include "simulator/commands.h"
 #include "simulator/presentation.h"
 
+#include <algorithm>
 #include <chrono>
 
 namespace simulator {
@@ -18,6 +19,7 @@ using std::chrono::milliseconds;
 constexpr milliseconds kLoading{200};  ///< from a document's start to its first request
 constexpr milliseconds kThinking{100}; ///< from an answer to the next request
 constexpr milliseconds kSaving{50};    ///< to write a picture
+constexpr uint8_t kEndedWell = 0;      ///< what an answer says of what was asked for
 constexpr uint8_t kDocumentIcon = 1;
 constexpr uint8_t kMayBeShown = 1;
 
@@ -63,6 +65,13 @@ std::function<void(Session&)> showing(Service& service, const Session& session) 
             show(service, now);
         }
     };
+}
+
+NvramContents contentsOf(const TS_READ_NVRAM_REPLY_REQ& reply) {
+    NvramContents contents{};
+    std::copy_n(reply.ts_name, contents.owner.size(), contents.owner.begin());
+    std::copy_n(reply.nvram_data, contents.data.size(), contents.data.begin());
+    return contents;
 }
 
 /// Takes the answer to what was asked for last, if that was `request`.
@@ -170,11 +179,20 @@ Answer answerAuth(Service& service, Session& session, const Request& request) {
                : answerWith(kNoSuchThing);
 }
 
-Answer answerWriteNvram(Service& service, Session& session, const Request&) {
-    return answerTo(BrowserRequest::kWriteNvram, service, session);
+Answer answerWriteNvram(Service& service, Session& session, const Request& request) {
+    Answer answer = answerTo(BrowserRequest::kWriteNvram, service, session);
+    if (answer.result == kDone && request.as<TS_ONE_VALUE_REQ>().value == kEndedWell) {
+        service.nvram().write(documentBlock(), documentMemory());
+    }
+    return answer;
 }
 
-Answer answerReadNvram(Service& service, Session& session, const Request&) {
+Answer answerReadNvram(Service& service, Session& session, const Request& request) {
+    const auto& reply = request.as<TS_READ_NVRAM_REPLY_REQ>();
+    const std::optional<NvramContents> written = service.nvram().read(documentBlock());
+    if (reply.bml_end_type == kEndedWell && written && !(contentsOf(reply) == *written)) {
+        return answerWith(kNoSuchThing);
+    }
     return answerTo(BrowserRequest::kReadNvram, service, session);
 }
 

@@ -25,7 +25,7 @@ Answer endTvLink(Service& service, Session& session, const Request& request);
 Answer keyEvent(Service& service, Session& session, const Request& request);
 
 // Answers to what the document asked for. Not taken when it did not ask for that just before, or
-// under another task number.
+// under another task number, or when a block is said to hold other than what was written to it.
 Answer answerPermission(Service& service, Session& session, const Request& request);
 Answer answerAuth(Service& service, Session& session, const Request& request);
 Answer answerWriteNvram(Service& service, Session& session, const Request& request);

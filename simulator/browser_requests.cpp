@@ -4,6 +4,7 @@
 #include "records/message_ids.h"
 #include "simulator/text.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace simulator {
@@ -36,11 +37,10 @@ void sendWriteNvram(Service& service, uint16_t handle) {
     request.handle = handle;
     request.affiliation_id = kAffiliation;
     request.network_id = kNetwork;
-    writeText(request.ts_name, "テレビ机");
     request.block_no = kBlock;
-    for (size_t index = 0; index < sizeof request.data; ++index) {
-        request.data[index] = static_cast<uint8_t>(index * 5 + 128); // both signs of a Java byte
-    }
+    const NvramContents contents = documentMemory();
+    std::copy(contents.owner.begin(), contents.owner.end(), request.ts_name);
+    std::copy(contents.data.begin(), contents.data.end(), request.data);
     service.send(event_id::kBmlWriteNvramReq, request);
 }
 
@@ -157,6 +157,19 @@ static_assert(sizeof kSenders / sizeof *kSenders == kBrowserRequests,
               "one sender for each request");
 
 } // namespace
+
+NvramBlock documentBlock() {
+    return {kAffiliation, kNetwork, kBlock};
+}
+
+NvramContents documentMemory() {
+    NvramContents contents{};
+    writeText(contents.owner.data(), contents.owner.size(), "テレビ机");
+    for (size_t index = 0; index < contents.data.size(); ++index) {
+        contents.data[index] = static_cast<uint8_t>(index * 5 + 128); // both signs of a Java byte
+    }
+    return contents;
+}
 
 void sendBrowserRequest(Service& service, uint16_t handle, size_t place) {
     kSenders[place](service, handle);

@@ -30,6 +30,10 @@ constexpr size_t kBrowserRequests = 13;
 constexpr int32_t kPermissionTask = 101;
 constexpr int32_t kAuthTask = 102;
 
+/// The block that the document writes and then reads, and what it writes.
+NvramBlock documentBlock();
+NvramContents documentMemory();
+
 /// Sends the request with this place in the order, below kBrowserRequests.
 void sendBrowserRequest(Service& service, uint16_t handle, size_t place);
 

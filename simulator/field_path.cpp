@@ -26,8 +26,9 @@ std::optional<Part> partOf(std::string_view text) {
         return Part{text};
     }
     const std::string_view digits = text.substr(bracket + 1);
-    // Three digits are more than any array has elements.
+    // Three digits are more than any array has elements. Each has one index only: no zeros before.
     if (digits.size() < 2 || digits.size() > 4 || digits.back() != ']' ||
+        (digits.front() == '0' && digits.size() > 2) ||
         !std::all_of(digits.begin(), digits.end() - 1,
                      [](char digit) { return digit >= '0' && digit <= '9'; })) {
         return std::nullopt;
@@ -95,10 +96,11 @@ std::optional<Place> locate(const Record& outermost, std::string_view path, std:
 
 std::vector<uint8_t> numberBytes(const Place& place, int64_t value, std::string& error) {
     if (place.kind != Kind::kSigned && place.kind != Kind::kUnsigned) {
-        error = "the field takes a text";
+        error = place.kind == Kind::kBytes ? "the field takes hexadecimal digits"
+                                           : "the field takes a text";
         return {};
     }
-    const int64_t range = int64_t{1} << (8 * place.size);
+    const int64_t range = int64_t{1} << (8 * place.size); // no number has more than four bytes
     const int64_t lowest = place.kind == Kind::kSigned ? -(range / 2) : 0;
     const int64_t highest = place.kind == Kind::kSigned ? range / 2 - 1 : range - 1;
     if (value < lowest || value > highest) {

@@ -3,19 +3,12 @@
 #include "simulator/catalogue.h"
 #include "simulator/commands.h"
 #include "simulator/field_path.h"
-
-#include <json/json.h>
+#include "simulator/json_check.h"
+#include "simulator/json_reader.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <exception>
-#include <fstream>
-#include <initializer_list>
-#include <iterator>
 #include <limits>
-#include <memory>
-#include <string_view>
+#include <utility>
 
 namespace simulator {
 namespace {
@@ -25,238 +18,165 @@ using std::chrono::milliseconds;
 
 constexpr int kVersion = 1;
 constexpr int64_t kLongestDelay = 3600000; ///< milliseconds: an hour
-constexpr int64_t kLargestRecord = 65536;  ///< bytes
+constexpr size_t kLargestRecord = 65536;   ///< bytes
+constexpr int64_t kLargestByte = std::numeric_limits<uint8_t>::max();
+constexpr int64_t kLowestInt = std::numeric_limits<int32_t>::min();
+constexpr int64_t kHighestInt = std::numeric_limits<int32_t>::max();
+constexpr int64_t kHighestUnsigned = std::numeric_limits<uint32_t>::max();
 
-/// Reads the parts of a script; after the first mistake nothing but that counts.
-class Reader {
+/// Reads the parts of a script. What it gives is of use when there was no mistake.
+class ScriptReader {
 public:
-    Reader(std::string path, std::string text) : path_(std::move(path)), text_(std::move(text)) {}
+    explicit ScriptReader(JsonReader& json) : json_(json) {}
 
-    std::optional<Script> read(std::string& error) {
+    Script script(const Json::Value& root) {
         Script script;
-        Json::Value root;
-        if (parse(root) && object(root, {"version", "commands", "events", "records", "stop"})) {
-            if (!root.isMember("version") || root["version"] != kVersion) {
-                fail(root.isMember("version") ? root["version"] : root, "\"version\" has to be 1");
-            }
-            each(root, "commands",
-                 [&](const Json::Value& value) { script.commands.push_back(commandRule(value)); });
-            each(root, "events",
-                 [&](const Json::Value& value) { script.events.push_back(eventRule(value)); });
-            each(root, "records",
-                 [&](const Json::Value& value) { script.records.push_back(recordRule(value)); });
-            if (root.isMember("stop")) {
-                script.stop = stopRule(root["stop"]);
-            }
+        if (!json_.object(root, {"version", "commands", "events", "records", "stop"})) {
+            return script;
         }
-        if (!error_.empty()) {
-            error = error_;
-            return std::nullopt;
+        if (!root.isMember("version")) {
+            json_.failWhole(root, "\"version\" is missing");
+        } else if (!root["version"].isInt() || root["version"].asInt() != kVersion) {
+            json_.fail(root["version"], "\"version\" has to be 1");
+        }
+        json_.each(root, "commands", [&](const Json::Value& value) {
+            script.commands.push_back(commandRule(value));
+        });
+        json_.each(root, "events",
+                   [&](const Json::Value& value) { script.events.push_back(eventRule(value)); });
+        json_.each(root, "records",
+                   [&](const Json::Value& value) { script.records.push_back(recordRule(value)); });
+        if (root.isMember("stop")) {
+            script.stop = stopRule(root["stop"]);
         }
         return script;
     }
 
 private:
-    bool parse(Json::Value& root) {
-        Json::CharReaderBuilder builder;
-        Json::CharReaderBuilder::strictMode(&builder.settings_);
-        const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
-        std::string errors;
-        try {
-            if (reader->parse(text_.data(), text_.data() + text_.size(), &root, &errors)) {
-                return true;
-            }
-        } catch (const std::exception& failure) { // too deep a nesting
-            error_ = path_ + ":1: " + failure.what();
-            return false;
-        }
-        // The first of its messages: "* Line 3, Column 5\n  What is wrong.\n".
-        const size_t line = errors.find("Line ");
-        const size_t comma = errors.find(',');
-        const size_t reason = errors.find("\n  ");
-        error_ = path_ + ":" +
-                 (line < comma ? errors.substr(line + 5, comma - line - 5) : std::string("1")) +
-                 ": " +
-                 (reason != std::string::npos
-                      ? errors.substr(reason + 3, errors.find('\n', reason + 3) - reason - 3)
-                      : errors);
-        return false;
-    }
-
-    void fail(const Json::Value& value, const std::string& reason) {
-        if (error_.empty()) {
-            const auto end = text_.begin() + value.getOffsetStart();
-            error_ = path_ + ":" + std::to_string(1 + std::count(text_.begin(), end, '\n')) + ": " +
-                     reason;
-        }
-    }
-
-    /// Whether the value is an object of these members and no other.
-    bool object(const Json::Value& value, std::initializer_list<std::string_view> members) {
-        if (!value.isObject()) {
-            fail(value, "an object is wanted here");
-            return false;
-        }
-        for (const std::string& name : value.getMemberNames()) {
-            if (std::find(members.begin(), members.end(), name) == members.end()) {
-                std::string known;
-                for (const std::string_view member : members) {
-                    known += (known.empty() ? "" : ", ") + std::string(member);
-                }
-                fail(value[name], "\"" + name + "\" is not known here; known are: " + known);
-                return false;
-            }
-        }
-        return true;
-    }
-
-    template <class Take>
-    void each(const Json::Value& owner, const char* name, Take take) {
-        if (!owner.isMember(name)) {
-            return;
-        }
-        if (!owner[name].isArray()) {
-            fail(owner[name], std::string("\"") + name + "\" has to be a list");
-            return;
-        }
-        for (const Json::Value& value : owner[name]) {
-            take(value);
-        }
-    }
-
-    /// A member that is a whole number within limits; empty when there is none.
-    std::optional<int64_t> number(const Json::Value& owner, const char* name, int64_t lowest,
-                                  int64_t highest) {
-        if (!owner.isMember(name)) {
-            return std::nullopt;
-        }
-        const Json::Value& value = owner[name];
-        if (!value.isInt64() || value.asInt64() < lowest || value.asInt64() > highest) {
-            fail(value, std::string("\"") + name + "\" has to be a whole number from " +
-                            std::to_string(lowest) + " to " + std::to_string(highest));
-            return std::nullopt;
-        }
-        return value.asInt64();
-    }
-
-    std::optional<int32_t> int32(const Json::Value& owner, const char* name) {
-        const std::optional<int64_t> value = number(
-            owner, name, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max());
+    std::optional<int32_t> int32(const Json::Value& owner, const char* name,
+                                 int64_t lowest = kLowestInt, int64_t highest = kHighestInt) {
+        const std::optional<int64_t> value = json_.number(owner, name, lowest, highest);
         return value ? std::optional(static_cast<int32_t>(*value)) : std::nullopt;
     }
 
+    std::optional<size_t> size(const Json::Value& owner, const char* name) {
+        const std::optional<int64_t> value =
+            json_.number(owner, name, 0, static_cast<int64_t>(kLargestRecord));
+        return value ? std::optional(static_cast<size_t>(*value)) : std::nullopt;
+    }
+
     milliseconds delay(const Json::Value& owner) {
-        return milliseconds{number(owner, "delay_ms", 0, kLongestDelay).value_or(0)};
+        return milliseconds{json_.number(owner, "delay_ms", 0, kLongestDelay).value_or(0)};
     }
 
     Occurrence occurrence(const Json::Value& owner) {
-        const std::optional<int64_t> nth =
-            number(owner, "nth", 1, std::numeric_limits<uint32_t>::max());
+        const std::optional<int64_t> nth = json_.number(owner, "nth", 1, kHighestUnsigned);
         return {nth ? std::optional(static_cast<uint32_t>(*nth)) : std::nullopt};
     }
 
-    bool flag(const Json::Value& owner, const char* name, bool otherwise) {
-        if (!owner.isMember(name)) {
-            return otherwise;
-        }
-        if (!owner[name].isBool()) {
-            fail(owner[name], std::string("\"") + name + "\" has to be true or false");
-            return otherwise;
-        }
-        return owner[name].asBool();
-    }
-
-    /// The message that a member names; null when it names none.
+    /// The message that a member names; null when it names none of `known`.
     const Message* message(const Json::Value& owner, const char* name,
                            const std::vector<Message>& known) {
+        const bool commands = &known == &catalogue::commands();
         if (!owner.isMember(name)) {
-            fail(owner, std::string("\"") + name + "\" is missing");
+            json_.failWhole(owner, quoted(name) + " is missing");
             return nullptr;
         }
         const Json::Value& value = owner[name];
-        const Message* found = value.isString() ? catalogue::find(value.asString()) : nullptr;
-        if (found == nullptr || found < known.data() || found >= known.data() + known.size()) {
-            fail(value, (value.isString() ? "\"" + value.asString() + "\"" : "this") +
-                            " is the name of no " +
-                            (&known == &catalogue::commands() ? "command" : "event"));
+        if (!value.isString()) {
+            json_.fail(value, quoted(name) + " has to be the name of " +
+                                  (commands ? "a command" : "an event"));
             return nullptr;
         }
-        return found;
+        const std::string wanted = value.asString();
+        const auto found = std::find_if(known.begin(), known.end(), [&](const Message& message) {
+            return message.name == wanted;
+        });
+        if (found == known.end()) {
+            json_.fail(value,
+                       quoted(wanted) + " is the name of no " + (commands ? "command" : "event"));
+            return nullptr;
+        }
+        return &*found;
     }
 
     CommandRule commandRule(const Json::Value& value) {
         CommandRule rule;
-        if (!object(value, {"command", "nth", "delay_ms", "result", "send_result", "answer"})) {
+        if (!json_.object(value,
+                          {"command", "nth", "delay_ms", "result", "send_result", "answer"})) {
             return rule;
         }
         const Message* command = message(value, "command", catalogue::commands());
         rule.command_id = command != nullptr ? command->id : 0;
+        // Null also for a synchronous command, which is always answered by a whole number.
+        const CommandRow* row = findCommand(rule.command_id);
+        const bool one_byte = row != nullptr && row->form == ReplyForm::kTvLink;
         rule.which = occurrence(value);
         rule.delay = delay(value);
-        rule.result = int32(value, "result");
+        rule.result = one_byte ? int32(value, "result", 0, kLargestByte) : int32(value, "result");
         rule.send_result = int32(value, "send_result");
-        rule.answer = flag(value, "answer", true);
+        rule.answer = json_.flag(value, "answer", true);
         if (rule.send_result == 0) {
-            fail(value["send_result"], "\"send_result\" 0 says that the command was taken");
+            json_.fail(value["send_result"],
+                       "\"send_result\" 0 would say that the command was taken");
         }
-        const CommandRow* row = findCommand(rule.command_id);
-        if (rule.result && row != nullptr && row->form == ReplyForm::kNone) {
-            fail(value["result"], "no event answers this command: give it a \"send_result\"");
+        const bool unanswered = row != nullptr && row->form == ReplyForm::kNone;
+        if (rule.result && unanswered) {
+            json_.fail(value["result"], "no event answers this command: give it a \"send_result\"");
         }
         if (int{rule.result.has_value()} + int{rule.send_result.has_value()} + int{!rule.answer} >
             1) {
-            fail(value,
-                 "only one of \"result\", \"send_result\" and \"answer\": false makes sense");
+            json_.failWhole(
+                value, "only one of \"result\", \"send_result\" and \"answer\": false makes sense");
+        }
+        if (rule.delay > milliseconds{0} && row != nullptr &&
+            (unanswered || rule.send_result || !rule.answer)) {
+            json_.fail(value["delay_ms"], "\"delay_ms\" delays an answer, and there is none");
         }
         return rule;
     }
 
-    Occasion occasion(const Json::Value& value, const char* command_member) {
+    /// The command of an occasion is named by the member `after`.
+    Occasion occasion(const Json::Value& value, const char* after) {
         Occasion when;
-        const std::optional<int64_t> at = number(value, "at_ms", 0, kLongestDelay);
+        const std::optional<int64_t> at = json_.number(value, "at_ms", 0, kLongestDelay);
         if (at) {
             when.at = milliseconds{*at};
         }
-        if (value.isMember("at_ms") == value.isMember(command_member)) {
-            fail(value, std::string("one of \"at_ms\" and \"") + command_member + "\" is needed");
-        } else if (value.isMember(command_member)) {
-            const Message* command = message(value, command_member, catalogue::commands());
+        if (value.isMember("at_ms") == value.isMember(after)) {
+            json_.failWhole(value, "either \"at_ms\" or " + quoted(after) + " is needed");
+        } else if (value.isMember(after)) {
+            const Message* command = message(value, after, catalogue::commands());
             when.command_id = command != nullptr ? command->id : 0;
             when.which = occurrence(value);
             when.delay = delay(value);
-        } else if (value.isMember("nth") || value.isMember("delay_ms")) {
-            fail(value, std::string("\"nth\" and \"delay_ms\" go with \"") + command_member + "\"");
+        } else {
+            for (const char* member : {"nth", "delay_ms"}) {
+                if (value.isMember(member)) {
+                    json_.fail(value[member], quoted(member) + " goes with " + quoted(after));
+                }
+            }
         }
         return when;
     }
 
-    /// The bytes that "fields" and "bytes" give for a record.
+    /// The bytes that "fields" and "bytes" give for a record; a null record has no fields.
     std::vector<Patch> patches(const Json::Value& owner, const catalogue::Record* record) {
         std::vector<Patch> patches;
         if (owner.isMember("fields")) {
             const Json::Value& fields = owner["fields"];
-            if (record == nullptr || !fields.isObject()) {
-                fail(fields, record == nullptr ? "an event that is not known has no fields"
-                                               : "\"fields\" has to be an object");
-                return patches;
-            }
-            for (const std::string& path : fields.getMemberNames()) {
-                patches.push_back(fieldPatch(*record, path, fields[path]));
+            if (record == nullptr) {
+                json_.fail(fields, "an event that is not known has no fields");
+            } else if (!fields.isObject()) {
+                json_.fail(fields, "\"fields\" has to be an object");
+            } else {
+                for (const std::string& path : fields.getMemberNames()) {
+                    patches.push_back(fieldPatch(*record, path, fields[path]));
+                }
             }
         }
         if (owner.isMember("bytes")) {
-            const Json::Value& bytes = owner["bytes"];
-            if (!object(bytes, {"offset", "hex"})) {
-                return patches;
-            }
-            const std::optional<std::vector<uint8_t>> given =
-                bytes["hex"].isString() ? hexBytes(bytes["hex"].asString()) : std::nullopt;
-            if (!given) {
-                fail(bytes, "\"hex\" has to be hexadecimal digits, two for each byte");
-                return patches;
-            }
-            const int64_t offset = number(bytes, "offset", 0, kLargestRecord).value_or(0);
-            patches.push_back({static_cast<size_t>(offset), *given});
+            patches.push_back(bytesPatch(owner["bytes"]));
         }
         return patches;
     }
@@ -266,79 +186,118 @@ private:
         std::string reason;
         const std::optional<Place> place = locate(record, path, reason);
         std::vector<uint8_t> bytes;
-        if (place && value.isInt64()) {
+        if (!place) {
+            json_.fail(value, reason);
+            return {0, {}};
+        }
+        if (value.isInt64()) {
             bytes = numberBytes(*place, value.asInt64(), reason);
-        } else if (place && value.isString()) {
-            bytes = textBytes(*place, value.asString(), reason);
-        } else if (place) {
+        } else if (!value.isString()) {
             reason = "a whole number or a text is wanted here";
+        } else if (firstNoUtf8(value.asString()) != std::string::npos) {
+            reason = "the text has half of a character";
+        } else {
+            bytes = textBytes(*place, value.asString(), reason);
         }
         if (!reason.empty()) {
-            fail(value, (place ? path + ": " : "") + reason);
+            json_.fail(value, path + ": " + reason);
         }
-        return {place ? place->offset : 0, std::move(bytes)};
+        return {place->offset, std::move(bytes)};
     }
 
-    std::optional<size_t> size(const Json::Value& owner) {
-        const std::optional<int64_t> size = number(owner, "size", 0, kLargestRecord);
-        return size ? std::optional(static_cast<size_t>(*size)) : std::nullopt;
+    Patch bytesPatch(const Json::Value& value) {
+        Patch patch{0, {}};
+        if (!json_.object(value, {"offset", "hex"})) {
+            return patch;
+        }
+        patch.offset = size(value, "offset").value_or(0);
+        if (!value.isMember("hex")) {
+            json_.failWhole(value, "\"hex\" is missing");
+            return patch;
+        }
+        const Json::Value& hex = value["hex"];
+        const std::optional<std::vector<uint8_t>> given =
+            hex.isString() ? hexBytes(hex.asString()) : std::nullopt;
+        if (!given || given->empty()) {
+            json_.fail(hex, "\"hex\" has to be hexadecimal digits, two for each byte");
+            return patch;
+        }
+        patch.bytes = *given;
+        if (patch.offset + patch.bytes.size() > kLargestRecord) {
+            json_.fail(hex, "a record has at most " + std::to_string(kLargestRecord) + " bytes");
+        }
+        return patch;
     }
 
     EventRule eventRule(const Json::Value& value) {
         EventRule rule;
-        if (!object(value,
-                    {"at_ms", "after", "nth", "delay_ms", "event", "fields", "bytes", "size"})) {
+        if (!json_.object(
+                value, {"at_ms", "after", "nth", "delay_ms", "event", "fields", "bytes", "size"})) {
             return rule;
         }
         rule.when = occasion(value, "after");
-        const catalogue::Record* record = nullptr;
-        const Json::Value& event = value["event"];
-        if (event.isUInt()) { // also one that nobody knows
-            rule.event_id = static_cast<int>(event.asUInt());
-        } else if (const Message* known = message(value, "event", catalogue::events())) {
-            rule.event_id = known->id;
-            record = known->record;
-            rule.record.resize(record->size);
+        const Message* known = nullptr;
+        if (value["event"].isNumeric()) { // also one that nobody knows
+            const std::optional<int64_t> id = json_.number(value, "event", 0, kHighestUnsigned);
+            rule.event_id = static_cast<int>(id.value_or(0));
+            known = eventOf(rule.event_id);
+        } else if ((known = message(value, "event", catalogue::events())) == nullptr) {
+            return rule;
         }
-        rule.names_session = record == nullptr || value.isMember("bytes") ||
-                             (value["fields"].isObject() && value["fields"].isMember("handle"));
-        applyPatches(patches(value, record), rule.record);
-        rule.record.resize(size(value).value_or(rule.record.size()));
+        if (known != nullptr) {
+            rule.event_id = known->id;
+            rule.record.resize(known->record->size);
+        }
+        const std::vector<Patch> given = patches(value, known != nullptr ? known->record : nullptr);
+        // Every known record begins with the handle.
+        rule.names_session =
+            known == nullptr || std::any_of(given.begin(), given.end(), [](const Patch& patch) {
+                return patch.offset < sizeof(uint16_t);
+            });
+        applyPatches(given, rule.record);
+        rule.record.resize(size(value, "size").value_or(rule.record.size()));
         return rule;
+    }
+
+    static const Message* eventOf(int id) {
+        const std::vector<Message>& events = catalogue::events();
+        const auto found = std::find_if(events.begin(), events.end(),
+                                        [id](const Message& message) { return message.id == id; });
+        return found != events.end() ? &*found : nullptr;
     }
 
     RecordRule recordRule(const Json::Value& value) {
         RecordRule rule;
-        if (!object(value, {"event", "nth", "fields", "bytes", "size", "drop"})) {
+        if (!json_.object(value, {"event", "nth", "fields", "bytes", "size", "drop"})) {
             return rule;
         }
-        if (const Message* event = message(value, "event", catalogue::events())) {
-            rule.event_id = event->id;
-            rule.patches = patches(value, event->record);
+        const Message* event = message(value, "event", catalogue::events());
+        if (event == nullptr) {
+            return rule;
         }
+        rule.event_id = event->id;
+        rule.patches = patches(value, event->record);
         rule.which = occurrence(value);
-        rule.size = size(value);
-        rule.drop = flag(value, "drop", false);
+        rule.size = size(value, "size");
+        rule.drop = json_.flag(value, "drop", false);
         if (!rule.drop && !rule.size && rule.patches.empty()) {
-            fail(value,
-                 "nothing is done to the record: \"fields\", \"bytes\", \"size\" or \"drop\" "
-                 "is needed");
+            json_.failWhole(
+                value, "nothing is done to the record: \"fields\", \"bytes\", \"size\" or \"drop\" "
+                       "is needed");
         }
         return rule;
     }
 
     StopRule stopRule(const Json::Value& value) {
         StopRule rule;
-        if (object(value, {"at_ms", "from", "nth", "send_result"})) {
+        if (json_.object(value, {"at_ms", "from", "nth", "send_result"})) {
             rule.when = occasion(value, "from");
             rule.send_result = int32(value, "send_result").value_or(0);
         }
         return rule;
     }
 
-    const std::string path_;
-    const std::string text_;
-    std::string error_;
+    JsonReader& json_;
 };
 
 } // namespace
@@ -352,13 +311,20 @@ void applyPatches(const std::vector<Patch>& patches, std::vector<uint8_t>& recor
 }
 
 std::optional<Script> readScript(const std::string& path, std::string& error) {
-    std::ifstream file(path, std::ios::binary);
-    std::string text{std::istreambuf_iterator<char>(file), {}};
-    if (!file) {
-        error = path + ": " + std::strerror(errno != 0 ? errno : EIO);
+    std::string reason;
+    std::optional<std::string> text = readFile(path, reason);
+    if (!text) {
+        error = path + ": " + reason;
         return std::nullopt;
     }
-    return Reader(path, std::move(text)).read(error);
+    JsonReader json(path, std::move(*text));
+    Json::Value root;
+    Script script;
+    if (json.parse(root)) {
+        script = ScriptReader(json).script(root);
+    }
+    error = json.error();
+    return error.empty() ? std::optional(std::move(script)) : std::nullopt;
 }
 
 } // namespace simulator

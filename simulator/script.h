@@ -23,7 +23,8 @@ struct CommandRule {
     std::chrono::milliseconds delay{0}; ///< more than the service takes by itself
     std::optional<int32_t> result;      ///< answered with this instead of being carried out
     std::optional<int32_t> send_result; ///< not taken: what the sender gets, not 0
-    bool answer = true;                 ///< false: taken, and that is all
+    /// False: taken, and that is all. A synchronous command, which has to end, is not taken.
+    bool answer = true;
 };
 
 /// Bytes written over those of a record.
@@ -48,7 +49,9 @@ struct EventRule {
     Occasion when;
     int event_id = 0;
     std::vector<uint8_t> record;
-    bool names_session = false; ///< else it is sent about the command's session, or the oldest one
+    /// The record says itself which session it is about. Else it is about the command's, or about
+    /// the one that is open longest.
+    bool names_session = false;
 };
 
 /// What becomes of an event's record.
@@ -74,7 +77,8 @@ struct Script {
     std::optional<StopRule> stop;
 };
 
-/// Reads a script. On failure empty; `error` is "FILE:LINE: what is wrong".
+/// Reads a script. On failure empty; `error` is "FILE:LINE: what is wrong" about the mistake that
+/// comes first in the file, or "FILE: why" when that cannot be read or has more than 1048576 bytes.
 std::optional<Script> readScript(const std::string& path, std::string& error);
 
 } // namespace simulator

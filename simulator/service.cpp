@@ -54,18 +54,21 @@ void Service::close(Session& session) {
     sessions_.erase(session.handle);
 }
 
-const CommandRule* Service::arrive(int command_id, uint16_t handle) {
-    const Direction::Arrival arrival = direction_.arrive(command_id);
+Direction::Arrival Service::arrive(int command_id) {
+    Direction::Arrival arrival = direction_.arrive(command_id);
+    if (arrival.stops) {
+        stopped_ = direction_.script().stop->send_result;
+    }
+    return arrival;
+}
+
+void Service::sendAfter(const Direction::Arrival& arrival, std::optional<uint16_t> handle) {
     for (const EventRule* rule : arrival.events) {
         timeline_.at(timeline_.ahead(rule->when.delay), [this, rule, handle] {
             const std::lock_guard<std::mutex> lock(mutex_);
             sendScripted(*rule, handle);
         });
     }
-    if (arrival.stops) {
-        stopped_ = direction_.script().stop->send_result;
-    }
-    return arrival.rule;
 }
 
 /// Puts on the timeline what the script wants at a time.
@@ -116,8 +119,11 @@ void Service::sendBytes(int event_id, const void* record, size_t size) {
 
 void Service::post(int event_id, std::vector<uint8_t> record) {
     auto deliver = [event_id, record = std::move(record)] {
-        // Nobody may be listening any more: the service does not mind.
-        dtv::postEvent(event_id, record.data(), static_cast<int>(record.size()));
+        // An empty record is a record all the same. Nobody may be listening any more: the service
+        // does not mind.
+        static constexpr uint8_t kEmpty = 0;
+        dtv::postEvent(event_id, record.empty() ? &kEmpty : record.data(),
+                       static_cast<int>(record.size()));
     };
     // In stepped time nothing is delivered while a command is still on its way back.
     if (timeline_.isStepped()) {

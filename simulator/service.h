@@ -5,6 +5,7 @@
 #include "simulator/channel_plan.h"
 #include "simulator/direction.h"
 #include "simulator/guide.h"
+#include "simulator/nvram.h"
 #include "simulator/session.h"
 #include "simulator/shelf.h"
 #include "simulator/timeline.h"
@@ -50,6 +51,8 @@ public:
     const Guide& guide() const { return options_.guide; }
     /// The recordings, of all sessions.
     Shelf& shelf() { return shelf_; }
+    /// The broadcasters' memory, of all sessions.
+    Nvram& nvram() { return nvram_; }
 
     /// Time since the service began, in the seconds of its own scale.
     std::chrono::milliseconds now() const { return timeline_.now(); }
@@ -58,9 +61,11 @@ public:
     /// By chance a number below `range`.
     uint32_t chance(uint32_t range) { return static_cast<uint32_t>(chance_()) % range; }
 
-    /// A command has come in: sends the events that the script wants after it, and stops answering
-    /// when the script says so. What the script says of the command itself; null: nothing.
-    const CommandRule* arrive(int command_id, uint16_t handle);
+    /// A command has come in: what the script says of it. Stops answering when it says so.
+    Direction::Arrival arrive(int command_id);
+    /// Sends the events that the script wants after a command, about its session; about the one
+    /// that is open longest when it has none.
+    void sendAfter(const Direction::Arrival& arrival, std::optional<uint16_t> handle);
     /// How often a command has come in.
     uint32_t arrivals(int command_id) const { return direction_.arrivals(command_id); }
     /// What senders get since the service stopped answering; empty while it answers.
@@ -108,6 +113,7 @@ private:
     uint16_t last_handle_ = 0;
     uint64_t opened_ = 0;
     Shelf shelf_;
+    Nvram nvram_;
     std::mt19937 chance_;
     Direction direction_;
     std::optional<int32_t> stopped_;

@@ -3,7 +3,6 @@
 #include "records/command_records.h"
 #include "records/message_ids.h"
 #include "records/reply_records.h"
-#include "simulator/commands.h"
 
 #include <chrono>
 #include <cstring>
@@ -17,6 +16,8 @@ constexpr std::chrono::milliseconds kCreation{55};
 constexpr std::chrono::milliseconds kNoDelay{0};
 /// Far longer than Java takes for an event, also where it is emulated.
 constexpr std::chrono::seconds kDelivery{60};
+/// The same for events whose listener may itself wait for who sent a command.
+constexpr std::chrono::seconds kPatience{5};
 
 constexpr int kTaken = 0;
 constexpr int kNotTaken = 1;
@@ -42,10 +43,15 @@ Answer create(Service& service, const TS_CREATE_REQ& wanted, Session*& session) 
     return answer;
 }
 
+/// Whether the script has an answer in place of the service's own.
+bool isBent(const CommandRule* rule) {
+    return rule != nullptr && rule->result.has_value();
+}
+
 /// Carries a command out, unless the script has another result for it.
 Answer handle(Service& service, Session* session, const CommandRow& row,
               const dtv::Command& command, const CommandRule* rule) {
-    if (rule != nullptr && rule->result) {
+    if (isBent(rule)) {
         Answer answer;
         answer.result = *rule->result;
         return answer;
@@ -56,9 +62,10 @@ Answer handle(Service& service, Session* session, const CommandRow& row,
     return row.handle(service, *session, Request{command.data, command.carrier});
 }
 
+/// Closes the session whose release was carried out.
 void closeIfReleased(Service& service, Session* session, const CommandRow& row,
-                     const Answer& answer) {
-    if (session != nullptr && row.command_id == command_id::kRelease && answer.result == kDone) {
+                     const CommandRule* rule) {
+    if (session != nullptr && row.command_id == command_id::kRelease && !isBent(rule)) {
         service.close(*session);
     }
 }
@@ -85,35 +92,48 @@ int Simulator::onCommand(const dtv::Command& command) {
     if (row == nullptr || !fits(command, row->size)) {
         return kNotTaken;
     }
+    const Direction::Arrival arrival = service_.arrive(command.message_id);
     // The record that opens a session has no handle yet.
-    const bool opens = row->command_id == command_id::kCreate;
-    uint16_t session_handle = opens ? uint16_t{0} : handleOf(command);
-    const CommandRule* rule = service_.arrive(command.message_id, session_handle);
+    std::optional<uint16_t> session_handle;
+    if (row->command_id != command_id::kCreate) {
+        session_handle = handleOf(command);
+    }
+    const int taken = take(*row, command, arrival.rule, session_handle);
+    service_.sendAfter(arrival, session_handle);
+    return taken;
+}
+
+/// Takes a command about the session with this handle; without one it opens a session and names it.
+int Simulator::take(const CommandRow& row, const dtv::Command& command, const CommandRule* rule,
+                    std::optional<uint16_t>& session_handle) {
     if (service_.stopped()) {
         return *service_.stopped();
     }
     if (rule != nullptr && (rule->send_result || !rule->answer)) {
         return rule->send_result.value_or(kTaken);
     }
-    Session* session = opens ? nullptr : service_.find(session_handle);
+    Session* session = session_handle ? service_.find(*session_handle) : nullptr;
     Answer answer;
-    if (opens && (rule == nullptr || !rule->result)) {
-        answer = create(service_, *static_cast<const TS_CREATE_REQ*>(command.data), session);
-        session_handle = session != nullptr ? session->handle : session_handle;
+    if (session_handle || isBent(rule)) {
+        answer = handle(service_, session, row, command, rule);
     } else {
-        answer = handle(service_, session, *row, command, rule);
+        answer = create(service_, *static_cast<const TS_CREATE_REQ*>(command.data), session);
+        if (session != nullptr) {
+            session_handle = session->handle;
+        }
     }
-    if (row->form == ReplyForm::kNone) {
+    if (row.form == ReplyForm::kNone) {
         return answer.result == kDone ? kTaken : kNotTaken;
     }
     const std::chrono::milliseconds delay = rule != nullptr ? rule->delay : kNoDelay;
     service_.reply(
         session, kMessage + answer.work + delay,
-        [this, event = row->reply_event, record = replyRecord(row->form, session_handle, answer)] {
+        [this, event = row.reply_event,
+         record = replyRecord(row.form, session_handle.value_or(0), answer)] {
             service_.sendBytes(event, record.data(), record.size());
         },
         std::move(answer.then));
-    closeIfReleased(service_, session, *row, answer);
+    closeIfReleased(service_, session, row, rule);
     return kTaken;
 }
 
@@ -124,10 +144,12 @@ int Simulator::onExchange(const dtv::Command& command, const dtv::Reply& reply) 
         return kNotTaken;
     }
     const uint16_t session_handle = handleOf(command);
-    const CommandRule* rule = service_.arrive(command.message_id, session_handle);
-    if (rule != nullptr && rule->delay > kNoDelay) {
+    const Direction::Arrival arrival = service_.arrive(command.message_id);
+    service_.sendAfter(arrival, session_handle);
+    const CommandRule* rule = arrival.rule;
+    if (rule != nullptr && rule->delay > kNoDelay && !service_.stopped()) {
         lock.unlock();
-        service_.timeline().pass(rule->delay);
+        pass(rule->delay);
         lock.lock();
     }
     if (service_.stopped()) {
@@ -144,11 +166,23 @@ int Simulator::onExchange(const dtv::Command& command, const dtv::Reply& reply) 
     if (session != nullptr && answer.then) {
         service_.later(*session, kMessage + answer.work, std::move(answer.then));
     }
-    closeIfReleased(service_, session, *row, answer);
+    closeIfReleased(service_, session, *row, rule);
     return kTaken;
 }
 
+/// Lets time pass while a sender waits.
+void Simulator::pass(std::chrono::milliseconds delay) {
+    // As advance() does, so that a run is repeatable. Another thread may be one that delivers
+    // events, and would wait for itself.
+    bool waits = advancing_.load() == std::this_thread::get_id();
+    service_.timeline().pass(delay, [&waits] {
+        // What waits for the sender in turn is waited for once only.
+        waits = waits && dtv::waitUntilDelivered(kPatience);
+    });
+}
+
 bool Simulator::advance() {
+    advancing_ = std::this_thread::get_id();
     const bool advanced = service_.timeline().advance();
     dtv::waitUntilDelivered(kDelivery);
     return advanced;

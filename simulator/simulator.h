@@ -3,14 +3,20 @@
 #pragma once
 
 #include "dtv/exchange.h"
+#include "simulator/commands.h"
 #include "simulator/service.h"
+
+#include <atomic>
+#include <optional>
+#include <thread>
 
 namespace simulator {
 
 /// Sessions are numbered from 1; each has a tuner of its own. What was asked of a session that does
 /// not exist is taken and answered with kUnknownHandle; a message that is no command, or that is of
 /// the wrong size, is not taken. Commands never wait: replies and notifications come from a thread
-/// of the simulator's own, replies of a session in the order of its commands.
+/// of the simulator's own, replies of a session in the order of its commands. Only a script makes a
+/// synchronous command wait.
 class Simulator : public dtv::ServiceEndpoint {
 public:
     explicit Simulator(Options options);
@@ -28,7 +34,12 @@ public:
     uint32_t arrivals(int command_id);
 
 private:
+    int take(const CommandRow& row, const dtv::Command& command, const CommandRule* rule,
+             std::optional<uint16_t>& handle);
+    void pass(std::chrono::milliseconds delay);
+
     Service service_;
+    std::atomic<std::thread::id> advancing_{}; ///< the thread that time advances on
 };
 
 } // namespace simulator

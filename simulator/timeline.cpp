@@ -1,6 +1,7 @@
 #include "simulator/timeline.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace simulator {
 
@@ -24,7 +25,8 @@ Timeline::Clock::time_point Timeline::moment() const {
 
 std::chrono::milliseconds Timeline::now() const {
     const std::chrono::duration<double, std::milli> passed = moment() - begun_;
-    return std::chrono::milliseconds(static_cast<int64_t>(passed.count() / scale_));
+    // To the nearest one: a scale that is no power of two leaves a little less than it should.
+    return std::chrono::milliseconds(std::llround(passed.count() / scale_));
 }
 
 Timeline::Clock::time_point Timeline::ahead(std::chrono::milliseconds delay) const {
@@ -43,16 +45,20 @@ void Timeline::at(Clock::time_point moment, Step step) {
     changed_.notify_one();
 }
 
-void Timeline::pass(std::chrono::milliseconds delay) {
+void Timeline::pass(std::chrono::milliseconds delay, const Step& after_step) {
     const Clock::time_point end = ahead(delay);
     if (!isStepped()) {
         std::this_thread::sleep_until(end);
         return;
     }
     while (advanceTo(end)) {
+        if (after_step) {
+            after_step();
+        }
     }
+    // Another thread may have gone further meanwhile.
     const std::lock_guard<std::mutex> lock(mutex_);
-    stepped_to_ = end;
+    stepped_to_ = std::max(stepped_to_, end);
 }
 
 bool Timeline::advance() {

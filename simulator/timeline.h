@@ -38,15 +38,17 @@ public:
     /// Does `step` at `moment`; steps of the same moment in the order in which they were given.
     /// Returns at once.
     void at(Clock::time_point moment, Step step);
-    /// Returns when `delay` has passed. Not from within a step.
-    void pass(std::chrono::milliseconds delay);
+    /// Returns when `delay` has passed. In stepped time the steps until then are done here, each
+    /// followed by `after_step` if there is one. Not from within a step.
+    void pass(std::chrono::milliseconds delay, const Step& after_step = {});
 
     bool isStepped() const { return pace_ == Pace::kStepped; }
     /// Stepped time only: goes on to the next step and does it, on the calling thread. False when
-    /// there is none.
+    /// there is none, and then no time passes.
     bool advance();
 
-    /// Drops what is still to be done and waits for the step under way. Not from within a step.
+    /// Drops what is still to be done and waits for the step under way on the thread of its own.
+    /// Not from within a step.
     void stop();
 
 private:

@@ -57,6 +57,10 @@ protected:
         case BrowserRequest::kReadNvram: {
             TS_READ_NVRAM_REPLY_REQ record{};
             record.handle = static_cast<uint16_t>(handle);
+            std::memcpy(record.ts_name, "テレビ机", 12);
+            for (int index = 0; index < 64; ++index) {
+                record.nvram_data[index] = static_cast<uint8_t>(128 + 5 * index);
+            }
             return send(command_id::kBMLReadNvramReply, record);
         }
         case BrowserRequest::kFep: {
@@ -166,6 +170,31 @@ TEST_F(BrowserTest, WaitsAsLongAsNoAnswerComes) {
     }
     EXPECT_EQ(0, answer(handle, BrowserRequest::kPermission));
     expectNextOfBrowser(event_id::kBmlAuthReq);
+}
+
+TEST_F(BrowserTest, KnowsWhatABlockHoldsOnceItWasWritten) {
+    const int handle = createReceiving();
+    EXPECT_EQ(kDone, control(handle, 1));
+    for (const bool written : {false, true, true}) {
+        expectLater(event_id::kBmlPermissionReq);
+        EXPECT_EQ(0, answer(handle, BrowserRequest::kPermission));
+        expectLater(event_id::kBmlAuthReq);
+        EXPECT_EQ(0, answer(handle, BrowserRequest::kAuth));
+        expectLater(event_id::kBmlWriteNvramReq);
+        EXPECT_EQ(0, send(command_id::kBMLWriteNvramReply, handle, written ? 0 : 1));
+        expectLater(event_id::kBmlReadNvramReq);
+        TS_READ_NVRAM_REPLY_REQ other{};
+        other.handle = static_cast<uint16_t>(handle);
+        std::memcpy(other.ts_name, "テレビ机", 12);
+        other.nvram_data[63] = 1;
+        EXPECT_EQ(written ? 1 : 0, send(command_id::kBMLReadNvramReply, other));
+        if (written) {
+            other.bml_end_type = 1; // it could not be read
+            EXPECT_EQ(0, send(command_id::kBMLReadNvramReply, other));
+        }
+        EXPECT_EQ(0, send(command_id::kBMLRebootBrowserReq, handle));
+        EXPECT_EQ(kDone, resultOf(event_id::kBmlRebootBrowserReply, handle));
+    }
 }
 
 TEST_F(BrowserTest, TellsWhatItsRecordsAreMadeOf) {

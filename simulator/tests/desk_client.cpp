@@ -22,15 +22,29 @@ DeskListener& DeskListener::instance() {
 
 int DeskListener::recvEventFromServer(int event_id, void* data, int size) {
     const auto* bytes = static_cast<const uint8_t*>(data);
-    const std::lock_guard<std::mutex> lock(mutex_);
-    events_.push_back({event_id, {bytes, bytes + size}});
-    arrived_.notify_all();
+    const Event event{event_id, {bytes, bytes + size}};
+    std::function<void(const Event&)> told;
+    {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        events_.push_back(event);
+        arrived_.notify_all();
+        told = told_;
+    }
+    if (told) {
+        told(event);
+    }
     return 0;
+}
+
+void DeskListener::tell(std::function<void(const Event&)> told) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    told_ = std::move(told);
 }
 
 void DeskListener::forget() {
     const std::lock_guard<std::mutex> lock(mutex_);
     events_.clear();
+    told_ = nullptr;
 }
 
 std::optional<Event> DeskListener::next(std::chrono::milliseconds limit) {

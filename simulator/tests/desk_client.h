@@ -13,6 +13,7 @@
 #include <condition_variable>
 #include <cstring>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -40,7 +41,10 @@ public:
     static DeskListener& instance();
 
     int recvEventFromServer(int event_id, void* data, int size) override;
+    /// Forgets all events, and whom to tell.
     void forget();
+    /// Calls `told` with each event, on the thread that delivers it.
+    void tell(std::function<void(const Event&)> told);
     /// Takes the next event; nothing when none comes.
     std::optional<Event> next(std::chrono::milliseconds limit);
 
@@ -48,6 +52,7 @@ private:
     std::mutex mutex_;
     std::condition_variable arrived_;
     std::deque<Event> events_;
+    std::function<void(const Event&)> told_;
 };
 
 /// A simulator with stations on channels 20, 30 and 40, a hundred times as fast as in life.

@@ -35,6 +35,7 @@ final class Application {
     static final int REQUESTS = 13;
 
     private static final int OK = 0;
+    private static final int NG = 1;
 
     private final DtvServerProxy service;
     private final Screen screen;
@@ -51,74 +52,97 @@ final class Application {
         return event.getClass().getPackage().equals(BG_EV_DTVSV_BML_AUTH_REQ.class.getPackage());
     }
 
+    /** What a request asks for, on one line. */
+    static String words(Record request) {
+        return request.toString().replaceAll("BG_(EV|TS)_DTVSV(LIB)?_", "")
+                .replaceFirst("^\\w+\\[handle=\\d+, \\w+=(\\w+\\[.*])]$", "$1");
+    }
+
     /**
-     * Answers a request.
+     * Does what a request asks for, and answers so.
      *
      * @throws DeskException when the answer was not taken
      */
     void answer(Record request) throws DeskException {
-        String words = request.toString().replaceAll("BG_(EV|TS)_DTVSV(LIB)?_", "")
-                .replaceFirst("^\\w+\\[handle=\\d+, \\w+=(\\w+\\[.*])]$", "$1");
+        answer(request, true);
+    }
+
+    /**
+     * Answers a request.
+     *
+     * @param willing whether what it asks for is done
+     * @throws DeskException when the answer was not taken
+     */
+    void answer(Record request, boolean willing) throws DeskException {
+        String words = words(request);
         screen.told(words);
-        BG_TE_DTVSVLIB_RESULT taken = reply(request);
+        BG_TE_DTVSVLIB_RESULT taken = reply(request, willing);
         if (taken != BG_TE_DTVSVLIB_RESULT.DTVSVLIB_RESULT_OK) {
             throw new DeskException("the answer was not taken (" + taken + "): " + words);
         }
     }
 
-    private BG_TE_DTVSVLIB_RESULT reply(Record request) throws DeskException {
+    private BG_TE_DTVSVLIB_RESULT reply(Record request, boolean willing)
+            throws DeskException {
+        int end = willing ? OK : NG;
         if (request instanceof BG_EV_DTVSV_BML_PERMISSION_REQ asked) {
             return service.DtvSvLib_BMLPermissionReply(asked.handle(),
                     new BG_TS_DTVSVLIB_PERMISSION_REPLY(
-                            BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE.PERMIT,
+                            willing ? BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE.PERMIT
+                                    : BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE.REFUSE,
                             asked.permission_req().task_id()));
         }
         if (request instanceof BG_EV_DTVSV_BML_AUTH_REQ asked) {
             return service.DtvSvLib_BMLAuthReply(asked.handle(), new BG_TS_DTVSVLIB_AUTH_REPLY(
-                    BG_TE_DTVSVLIB_AUTH_SELECT_TYPE.ENTERED, "segredo", "視聴者",
-                    asked.task_id()));
+                    willing ? BG_TE_DTVSVLIB_AUTH_SELECT_TYPE.ENTERED
+                            : BG_TE_DTVSVLIB_AUTH_SELECT_TYPE.CANCEL,
+                    willing ? "segredo" : "", willing ? "視聴者" : "", asked.task_id()));
         }
         if (request instanceof BG_EV_DTVSV_BML_WRITE_NVRAM_REQ asked) {
-            memory = asked.write_nvram_req().data();
-            memoryOwner = asked.write_nvram_req().ts_name();
-            return service.DtvSvLib_BMLWriteNvramReply(asked.handle(), OK);
+            if (willing) {
+                memory = asked.write_nvram_req().data();
+                memoryOwner = asked.write_nvram_req().ts_name();
+            }
+            return service.DtvSvLib_BMLWriteNvramReply(asked.handle(), end);
         }
         if (request instanceof BG_EV_DTVSV_BML_READ_NVRAM_REQ asked) {
             return service.DtvSvLib_BMLReadNvramReply(asked.handle(),
-                    new BG_TS_DTVSVLIB_READ_NVRAM_REPLY(BG_TE_DTVSVLIB_BML_END_TYPE.OK,
-                            memoryOwner, Arrays.copyOf(memory, memory.length)));
+                    new BG_TS_DTVSVLIB_READ_NVRAM_REPLY(BG_TE_DTVSVLIB_BML_END_TYPE.of(end),
+                            memoryOwner, Arrays.copyOf(memory, willing ? memory.length : 0)));
         }
         if (request instanceof BG_EV_DTVSV_BML_START_FEP_REQ asked) {
-            String text = "Três 三";
+            String text = willing ? "Três 三" : "";
             return service.DtvSvLib_BMLFepReply(asked.handle(), new BG_TS_DTVSVLIB_START_FEP_REPLY(
-                    BG_TE_DTVSVLIB_FEP_END_TYPE.ENTERED, text.length(), text));
+                    willing ? BG_TE_DTVSVLIB_FEP_END_TYPE.ENTERED
+                            : BG_TE_DTVSVLIB_FEP_END_TYPE.CANCEL, text.length(), text));
         }
         if (request instanceof BG_EV_DTVSV_BML_MAIL_REQ asked) {
-            return service.DtvSvLib_BMLMailReply(asked.handle(), OK);
+            return service.DtvSvLib_BMLMailReply(asked.handle(), end);
         }
         if (request instanceof BG_EV_DTVSV_BML_PHONEBOOK_REQ asked) {
-            return service.DtvSvLib_BMLPhonebookReply(asked.handle(), OK);
+            return service.DtvSvLib_BMLPhonebookReply(asked.handle(), end);
         }
         if (request instanceof BG_EV_DTVSV_BML_CALL_REQ asked) {
-            return service.DtvSvLib_BMLCallReply(asked.handle(), OK);
+            return service.DtvSvLib_BMLCallReply(asked.handle(), end);
         }
         if (request instanceof BG_EV_DTVSV_BML_SCHEDULE_REQ asked) {
-            return service.DtvSvLib_BMLScheduleReply(asked.handle(), OK);
+            return service.DtvSvLib_BMLScheduleReply(asked.handle(), end);
         }
         if (request instanceof BG_EV_DTVSV_BML_BROWSER_REQ asked) {
-            return service.DtvSvLib_BMLBrowserReply(asked.handle(), OK);
+            return service.DtvSvLib_BMLBrowserReply(asked.handle(), end);
         }
         if (request instanceof BG_EV_DTVSV_BML_SAVE_PICTURE_REQ asked) {
             return service.DtvSvLib_BMLSavePictureReply(asked.handle(),
-                    new BG_TS_DTVSVLIB_SAVE_PICTURE_REPLY(BG_TE_DTVSVLIB_ONOFF.ON,
+                    new BG_TS_DTVSVLIB_SAVE_PICTURE_REPLY(
+                            willing ? BG_TE_DTVSVLIB_ONOFF.ON : BG_TE_DTVSVLIB_ONOFF.OFF,
                             BG_TE_DTVSVLIB_RECORDING_MEDIUM.CARD, BG_TE_DTVSVLIB_ONOFF.OFF,
                             asked.save_picture_req().filename()));
         }
         if (request instanceof BG_EV_DTVSV_BML_START_TVLINK_REQ asked) {
-            return service.DtvSvLib_BMLStartTvlinkReply(asked.handle(), OK);
+            return service.DtvSvLib_BMLStartTvlinkReply(asked.handle(), end);
         }
         if (request instanceof BG_EV_DTVSV_BML_ENROL_TVLINK_REQ asked) {
-            return service.DtvSvLib_BMLEnrolTvlinkReply(asked.handle(), OK);
+            return service.DtvSvLib_BMLEnrolTvlinkReply(asked.handle(), end);
         }
         throw new DeskException("nothing answers " + request.getClass().getSimpleName());
     }

@@ -124,7 +124,7 @@ final class Dialogue {
     }
 
     /** The result that every reply carries. */
-    private static int resultOf(Record reply) {
+    static int resultOf(Record reply) {
         try {
             return (int) reply.getClass().getMethod("result").invoke(reply);
         } catch (ReflectiveOperationException failure) {

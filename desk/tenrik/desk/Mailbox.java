@@ -23,6 +23,7 @@ final class Mailbox {
     private final boolean stepped;
     private final BlockingQueue<Record> events = new LinkedBlockingQueue<>();
     private final Map<String, Integer> received = new ConcurrentHashMap<>();
+    private volatile Predicate<Record> sieve = any -> true;
 
     /**
      * @param stepped whether the service's time passes only when it is told to: then waiting tells
@@ -44,12 +45,28 @@ final class Mailbox {
                 };
             }
             received.merge(method.getName(), 1, Integer::sum);
-            events.add((Record) arguments[0]);
+            Record event = (Record) arguments[0];
+            if (sieve.test(event)) {
+                events.add(event);
+            }
             return null;
         };
         return (DtvEventListener) Proxy.newProxyInstance(
                 DtvEventListener.class.getClassLoader(), new Class<?>[] {DtvEventListener.class},
                 keep);
+    }
+
+    /**
+     * From now on every event is shown to the sieve as it comes, on the thread that brings it, and
+     * kept when the sieve says so. The sieve does not throw, and does not wait for other events.
+     */
+    void sift(Predicate<Record> wanted) {
+        sieve = wanted;
+    }
+
+    /** Throws away what nobody has looked for. */
+    void clear() {
+        events.clear();
     }
 
     /** How often each callback was called so far, by its name. */

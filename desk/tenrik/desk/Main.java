@@ -13,7 +13,7 @@ import picocli.CommandLine.Command;
  * The receiver at the desk: puts the stations of a channel table on the air and uses the bridge as
  * the Java service layer does.
  */
-@Command(name = "run", subcommands = EveningCommand.class)
+@Command(name = "run", subcommands = {EveningCommand.class, ShellCommand.class})
 public final class Main {
     /** Exit status: something was not answered as it should be. */
     static final int FAILED = 1;

@@ -1,0 +1,216 @@
+package tenrik.desk;
+
+import java.time.Duration;
+import java.util.Optional;
+import java.util.concurrent.atomic.AtomicBoolean;
+import java.util.function.Function;
+import java.util.function.Predicate;
+import java.util.function.Supplier;
+
+import tenrik.service.dtvserver.DtvServerProxy;
+import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_RESULT;
+
+/** What every command of the remote control uses: the bridge, and the way to its answers. */
+final class Remote implements AutoCloseable {
+    /** How long an answer is awaited. */
+    static final Duration LIMIT = Duration.ofSeconds(10);
+
+    private static final int DONE = 0;
+    private static final int EMPTY = 16;
+    private static final Predicate<Record> NOTHING = any -> false;
+
+    private final Desk desk;
+    private final ShellOutput output;
+    private final Sessions sessions = new Sessions();
+    private final Requests requests;
+    private final EventPrinter printer;
+    /** The events that a command waits for. */
+    private volatile Predicate<Record> claim = NOTHING;
+    private volatile boolean ended;
+
+    Remote(Desk desk, ShellOutput output) {
+        this.desk = desk;
+        this.output = output;
+        requests = new Requests(desk.service(), output);
+        printer = new EventPrinter(output, sessions);
+        desk.mailbox().sift(this::arrived);
+    }
+
+    DtvServerProxy service() {
+        return desk.service();
+    }
+
+    ShellOutput output() {
+        return output;
+    }
+
+    Sessions sessions() {
+        return sessions;
+    }
+
+    Requests requests() {
+        return requests;
+    }
+
+    EventPrinter printer() {
+        return printer;
+    }
+
+    /** The shell ends after this command. */
+    void end() {
+        ended = true;
+    }
+
+    boolean hasEnded() {
+        return ended;
+    }
+
+    /** The current session. */
+    RemoteSession session() throws DeskException {
+        RemoteSession session = sessions.current();
+        if (session == null) {
+            throw new DeskException("no session is open; \"create\" opens one");
+        }
+        return session;
+    }
+
+    /** On the threads that bring events: takes note of one, shows it, and says whether to keep it. */
+    private boolean arrived(Record event) {
+        try {
+            boolean claimed = claim.test(event);
+            sessions.observe(event);
+            requests.observe(event);
+            printer.show(event, claimed);
+            requests.serve(event);
+            return claimed;
+        } catch (RuntimeException failure) {
+            output.failed(event + ": " + failure);
+            return false;
+        }
+    }
+
+    /**
+     * Sends a command about the current session and waits for its answer.
+     *
+     * @param done what to say when it is done; null when the caller says it
+     * @return the answer; empty when it is not waited for
+     * @throws DeskException when the bridge or the service refuses it, or when no answer comes
+     */
+    <T extends Record> Optional<T> ask(
+            Waiting waiting, String done,
+            Function<RemoteSession, BG_TE_DTVSVLIB_RESULT> command, Class<T> reply)
+            throws DeskException, InterruptedException {
+        RemoteSession session = session();
+        return ask(waiting, done, () -> command.apply(session), reply,
+                event -> Events.handle(event) == session.handle());
+    }
+
+    /** The same with a command that may be about no session yet. */
+    <T extends Record> Optional<T> ask(
+            Waiting waiting, String done, Supplier<BG_TE_DTVSVLIB_RESULT> command, Class<T> reply,
+            Predicate<Record> wanted) throws DeskException, InterruptedException {
+        if (waiting.none) {
+            send(command);
+            output.screen().answered("sent");
+            return Optional.empty();
+        }
+        AtomicBoolean taken = new AtomicBoolean();
+        try (Claim answer = claim(event -> reply.isInstance(event) && wanted.test(event)
+                && taken.compareAndSet(false, true))) {
+            send(command);
+            T event = reply.cast(answer.next());
+            checkAnswer(Dialogue.resultOf(event));
+            if (done != null) {
+                output.screen().answered(done);
+            }
+            return Optional.of(event);
+        }
+    }
+
+    /** Sends a command about the current session, whose answer it waits for itself or which waits. */
+    void ask(
+            SyncWaiting waiting, String done,
+            Function<RemoteSession, BG_TE_DTVSVLIB_RESULT> command, Class<? extends Record> reply,
+            Function<RemoteSession, Record> exchange) throws DeskException, InterruptedException {
+        if (!waiting.sync) {
+            ask(waiting.waiting, done, command, reply);
+            return;
+        }
+        Record answer = exchange.apply(session());
+        if (answer == null) {
+            throw new DeskException("the bridge returned null");
+        }
+        sessions.observe(answer);
+        checkAnswer(firstOf(answer));
+        output.screen().answered(done);
+    }
+
+    /** Answers nothing more by itself. */
+    @Override
+    public void close() {
+        requests.close();
+    }
+
+    /** Sends a command. */
+    void send(Supplier<BG_TE_DTVSVLIB_RESULT> command) throws DeskException {
+        BG_TE_DTVSVLIB_RESULT taken = command.get();
+        if (taken != BG_TE_DTVSVLIB_RESULT.DTVSVLIB_RESULT_OK) {
+            throw new DeskException("the bridge refused it: " + words(taken));
+        }
+    }
+
+    /** Says what is wrong when the service has not done what it was asked. */
+    static void checkAnswer(int result) throws DeskException {
+        if (result != DONE) {
+            throw new DeskException("the service answered with " + Stage.words(result)
+                    + (result == EMPTY ? ", an empty answer" : ""));
+        }
+    }
+
+    private static String words(BG_TE_DTVSVLIB_RESULT result) {
+        String name = String.valueOf(result).replace("DTVSVLIB_RESULT_", "");
+        return name + switch (name) {
+            case "NG" -> ", the service did not take it";
+            case "PARAM_NG" -> ", an argument is not allowed";
+            default -> "";
+        };
+    }
+
+    /** The result of a command that waits by itself stands first in what it returns. */
+    private static int firstOf(Record answer) {
+        try {
+            return (int) answer.getClass().getRecordComponents()[0].getAccessor().invoke(answer);
+        } catch (ReflectiveOperationException failure) {
+            throw new IllegalArgumentException(answer + " begins with no result", failure);
+        }
+    }
+
+    /** From now on events are kept for a command, until it closes the claim. */
+    Claim claim(Predicate<Record> wanted) {
+        desk.mailbox().clear();
+        claim = wanted;
+        return new Claim();
+    }
+
+    /** Events that are kept for a command, from before it is sent. */
+    final class Claim implements AutoCloseable {
+        private Claim() {}
+
+        /**
+         * Waits for the next of them.
+         *
+         * @throws DeskException when none comes in time
+         */
+        Record next() throws DeskException, InterruptedException {
+            return desk.mailbox().await(Record.class, any -> true, LIMIT, other -> {})
+                    .orElseThrow(() -> new DeskException("no answer came in "
+                            + LIMIT.toSeconds() + " s"));
+        }
+
+        @Override
+        public void close() {
+            claim = NOTHING;
+            desk.mailbox().clear();
+        }
+    }
+}

@@ -1,0 +1,10 @@
+package tenrik.desk;
+
+import picocli.CommandLine.Option;
+
+/** How a command of the remote control waits for its answer. */
+final class Waiting {
+    @Option(names = "--no-wait",
+            description = "Does not wait for the answer, which is shown as an event.")
+    boolean none;
+}
