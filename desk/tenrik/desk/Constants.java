@@ -27,8 +27,9 @@ final class Constants {
             }
         }
         throw new DeskException(nameOrNumber + " is none of " + Arrays.stream(
-                type.getEnumConstants()).map(constant -> constant + " (" + number((Enum<?>) constant)
-                + ")").collect(Collectors.joining(", ")));
+                type.getEnumConstants())
+                .map(constant -> constant + " (" + number((Enum<?>) constant) + ")")
+                .collect(Collectors.joining(", ")));
     }
 
     /** The number that a constant is sent as. */

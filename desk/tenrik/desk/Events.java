@@ -43,7 +43,7 @@ final class Events {
                 || event instanceof BG_EV_DTVSV_START_SEARCH_CHANNEL_NOTIFY;
     }
 
-    /** The kind of a request, as it is typed: MAIL for BG_EV_DTVSV_BML_MAIL_REQ, in small letters. */
+    /** The kind of a request, as it is typed: mail for BG_EV_DTVSV_BML_MAIL_REQ. */
     static String kind(Record request) {
         return request.getClass().getSimpleName().replaceAll("^BG_EV_DTVSV_BML_|_REQ$", "")
                 .toLowerCase(Locale.ROOT);

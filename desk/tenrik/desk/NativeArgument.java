@@ -21,7 +21,8 @@ import java.util.stream.Collectors;
  * Arguments of natives, made from text. A number is decimal or begins with 0x; a dot stands for the
  * current session, and TYPE.NAME for the number of a constant. An object is JSON with the names of
  * its components: those that are left out are 0 or null, a constant is named or numbered, bytes are
- * a list of numbers or a string of hexadecimal digits, a surface is "new", null or an address.
+ * a list of numbers or a string of hexadecimal digits, a surface is "new", null, or the address of
+ * one that was made before.
  */
 final class NativeArgument {
     /** Stands for the handle of the current session. */
@@ -33,13 +34,19 @@ final class NativeArgument {
     private static final int HEXADECIMAL = 16;
 
     private final Supplier<Integer> session;
-    private final Supplier<Surface> surfaces;
+    private final Surfaces surfaces;
 
-    /**
-     * @param session the handle of the current session; null when there is none
-     * @param surfaces makes a surface
-     */
-    NativeArgument(Supplier<Integer> session, Supplier<Surface> surfaces) {
+    /** Native surfaces. */
+    interface Surfaces {
+        /** Makes one; its address. */
+        int make();
+
+        /** Whether one with this address was made. */
+        boolean has(int address);
+    }
+
+    /** @param session the handle of the current session; null when there is none */
+    NativeArgument(Supplier<Integer> session, Surfaces surfaces) {
         this.session = session;
         this.surfaces = surfaces;
     }
@@ -94,9 +101,18 @@ final class NativeArgument {
             return Constants.find(type, text);
         }
         if (type == Surface.class) {
-            return text.equals(NEW_SURFACE) ? surfaces.get() : new Surface(number(text));
+            return new Surface(text.equals(NEW_SURFACE) ? surfaces.make() : address(text));
         }
         throw new DeskException(text + " is no " + typeName(type));
+    }
+
+    /** A bridge that is given any other address would use what is no surface. */
+    private int address(String text) throws DeskException {
+        int address = number(text);
+        if (address != 0 && !surfaces.has(address)) {
+            throw new DeskException("no surface that \"new\" made is at " + text);
+        }
+        return address;
     }
 
     private Object object(Class<?> type, JsonObject values) throws DeskException {

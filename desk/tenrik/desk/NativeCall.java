@@ -1,7 +1,5 @@
 package tenrik.desk;
 
-import android.view.Surface;
-
 import java.lang.reflect.InvocationTargetException;
 import java.lang.reflect.Method;
 import java.lang.reflect.Modifier;
@@ -31,14 +29,14 @@ final class NativeCall {
      *
      * @param name of the native, with or without DtvSvLib_, in capitals or not
      * @param texts its arguments; see {@link NativeArgument}
-     * @param session the handle that a dot stands for; empty when there is none
-     * @param surfaces makes a surface
+     * @param session the handle that a dot stands for; null when there is none
+     * @param surfaces those that arguments may name
      * @throws DeskException when there is no such native, or when the arguments do not suit it; the
      *     message shows what does
      */
     static NativeCall of(
             String name, List<String> texts, Supplier<Integer> session,
-            Supplier<Surface> surfaces) throws DeskException {
+            NativeArgument.Surfaces surfaces) throws DeskException {
         Method method = find(name);
         Parameter[] parameters = method.getParameters();
         if (texts.size() != parameters.length) {

@@ -74,7 +74,7 @@ final class Remote implements AutoCloseable {
         return session;
     }
 
-    /** On the threads that bring events: takes note of one, shows it, and says whether to keep it. */
+    /** On the threads that bring events: notes one, shows it, and says whether to keep it. */
     private boolean arrived(Record event) {
         try {
             boolean claimed = claim.test(event);
@@ -127,7 +127,7 @@ final class Remote implements AutoCloseable {
         }
     }
 
-    /** Sends a command about the current session, whose answer it waits for itself or which waits. */
+    /** The same with a command that has a twin which waits for the answer itself. */
     void ask(
             SyncWaiting waiting, String done,
             Function<RemoteSession, BG_TE_DTVSVLIB_RESULT> command, Class<? extends Record> reply,

@@ -68,7 +68,7 @@ final class Requests implements AutoCloseable {
         }
     }
 
-    /** A document asks for one thing of a kind at a time: a new request takes an old one's place. */
+    /** A document asks for one thing of a kind at a time: the new takes the old one's place. */
     private synchronized void add(Record request) {
         drop(Events.handle(request), request.getClass());
         pending.add(request);

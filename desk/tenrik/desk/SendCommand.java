@@ -1,8 +1,8 @@
 package tenrik.desk;
 
-import android.view.Surface;
-
+import java.util.HashSet;
 import java.util.List;
+import java.util.Set;
 import java.util.concurrent.Callable;
 
 import picocli.CommandLine.Command;
@@ -17,7 +17,8 @@ import picocli.CommandLine.Parameters;
         + " CONTROL_TYPE.ON, and . for the current session. An object is null, or JSON with the"
         + " names of its components: what is left out is 0 or null, a constant is a name or a"
         + " number, bytes are a list of numbers or a string of hexadecimal digits, a surface is"
-        + " \"new\", null or an address. The TAB key shows how an argument may begin.",
+        + " \"new\", null, or the address of one that was made before. The TAB key"
+        + " shows how an argument may begin.",
     "",
     "Example: send SelectChannel . {\"physical_channel\": 63}"})
 final class SendCommand implements Callable<Integer> {
@@ -25,6 +26,7 @@ final class SendCommand implements Callable<Integer> {
     static final String NAME = "send";
 
     private final Remote remote;
+    private final Set<Integer> addresses = new HashSet<>();
 
     @Option(names = "--list", description = "Shows every native with its parameters.")
     private boolean list;
@@ -53,12 +55,27 @@ final class SendCommand implements Callable<Integer> {
         NativeCall call = NativeCall.of(name, arguments == null ? List.of() : arguments,
                 () -> remote.sessions().current() == null ? null
                         : remote.sessions().current().handle(),
-                () -> new Surface(Simulator.newSurface()));
+                new Surfaces());
         Object returned = call.on(remote.service());
         if (returned instanceof Record answer) {
             remote.sessions().observe(answer);
         }
         remote.output().paragraph(call.name() + " returned " + returned);
         return 0;
+    }
+
+    private final class Surfaces implements NativeArgument.Surfaces {
+        @Override
+        public int make() {
+            int address = Simulator.newSurface();
+            addresses.add(address);
+            remote.output().paragraph("made a surface at " + address);
+            return address;
+        }
+
+        @Override
+        public boolean has(int address) {
+            return addresses.contains(address);
+        }
     }
 }

@@ -130,8 +130,8 @@ final class Sessions {
     private static boolean stops(Record event) {
         return event instanceof BG_EV_DTVSV_TERMINATE_BROADCAST_REPLY reply
                 && reply.result() == DONE
-                || event instanceof BG_TS_DTVSVLIB_TERMINATE_BROADCAST_RECEIVING_REPLY_SYNC_INFO info
-                && info.return_value() == DONE
+                || event instanceof BG_TS_DTVSVLIB_TERMINATE_BROADCAST_RECEIVING_REPLY_SYNC_INFO it
+                && it.return_value() == DONE
                 || event instanceof BG_EV_DTVSV_START_SEARCH_CHANNEL_REPLY search
                 && search.result() == DONE;
     }

@@ -67,6 +67,7 @@ final class ShellCommands {
         root.setCaseInsensitiveEnumValuesAllowed(true);
         root.setExpandAtFiles(false);
         root.setUsageHelpWidth(WIDTH);
+        root.setColorScheme(CommandLine.Help.defaultColorScheme(CommandLine.Help.Ansi.OFF));
         // A native's arguments may look like options.
         root.getSubcommands().get(SendCommand.NAME).setStopAtPositional(true);
         return root;
@@ -145,7 +146,7 @@ final class ShellCommands {
 
         private static List<String> usage(CommandLine command) {
             StringWriter text = new StringWriter();
-            command.usage(new PrintWriter(text), CommandLine.Help.Ansi.OFF);
+            command.usage(new PrintWriter(text));
             return text.toString().replaceFirst("Usage: +", "Usage: ").lines()
                     .map(String::stripTrailing).toList();
         }

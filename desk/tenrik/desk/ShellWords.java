@@ -97,7 +97,7 @@ final class ShellWords implements Parser {
         }
     }
 
-    /** A line for the completion: its words as they were typed, and which of them the cursor is in. */
+    /** A line for the completion: its words as they were typed, and where the cursor is. */
     private record Line(
             String line, int cursor, List<String> words, int wordIndex, int wordCursor)
             implements ParsedLine {

@@ -34,8 +34,8 @@ final class SignalCommands {
                 session.handle(), mode), BG_EV_DTVSV_CONTROL_LNA_REPLY.class);
     }
 
-    @Command(description = "Logs the tuner, or says whether it is logged. What is logged comes every"
-            + " second; \"events all\" shows it.")
+    @Command(description = "Logs the tuner, or says whether it is logged. What is logged comes"
+            + " every second; \"events all\" shows it.")
     void log(@Mixin Waiting waiting, @Parameters(paramLabel = "on|off|status") Log what)
             throws DeskException, InterruptedException {
         if (what == Log.STATUS) {
