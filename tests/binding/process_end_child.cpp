@@ -12,19 +12,6 @@
 #include <string>
 #include <thread>
 
-#if defined(__has_feature)
-#define CHILD_CLANG_SANITIZER __has_feature(address_sanitizer)
-#else
-#define CHILD_CLANG_SANITIZER 0
-#endif
-#if defined(__SANITIZE_ADDRESS__) || CHILD_CLANG_SANITIZER
-// As in the harness's own main program.
-extern "C" const char* __asan_default_options();
-extern "C" __attribute__((visibility("default"))) const char* __asan_default_options() {
-    return "handle_segv=0:allow_user_segv_handler=1:detect_leaks=0:detect_stack_use_after_return=0";
-}
-#endif
-
 namespace {
 
 using namespace harness;
