@@ -21,7 +21,7 @@ constexpr size_t kNowhere = std::string_view::npos;
 constexpr size_t kLargestFile = 1048576; ///< bytes
 
 std::string withoutByteOrderMark(std::string text) {
-    if (text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0) {
+    if (std::string_view(text).substr(0, kByteOrderMark.size()) == kByteOrderMark) {
         text.erase(0, kByteOrderMark.size());
     }
     return text;

@@ -87,6 +87,18 @@ TEST_F(DamagedRecordingTest, IsNotToldBackwards) {
     EXPECT_EQ(10010, await(event_id::kPlayErrorNotify).moment - turned_at);
 }
 
+TEST_F(DamagedRecordingTest, IsNotToldBackwardsFromBeforeTheDamage) {
+    openReceiving();
+    recordAndPlay(16000);
+    until(playing_from_ + 9000);
+    changeSpeed(1, true);
+    const int64_t turned_at = now();
+    // Nine seconds back, but none of them brings it to the damage.
+    EXPECT_EQ(0U, countOf(until(turned_at + 8000), event_id::kPlayErrorNotify));
+    const TimedEvent beginning = await(event_id::kPlayEventNotify);
+    EXPECT_EQ(10010, await(event_id::kPlayErrorNotify).moment - beginning.moment);
+}
+
 TEST_F(DamagedRecordingTest, IsNotToldWhilePaused) {
     openReceiving();
     recordAndPlay(16000);

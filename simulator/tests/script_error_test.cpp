@@ -146,6 +146,7 @@ TEST(ScriptErrorTest, WantsRulesOfCommandsThatMakeSense) {
     EXPECT_EQ(none, errorOfCommand("\"command\": \"Create\", \"answer\": false,\n\"delay_ms\": 1"));
     EXPECT_EQ(none,
               errorOfCommand("\"command\": \"Create\", \"send_result\": 1,\n\"delay_ms\": 1"));
+    EXPECT_EQ("", errorOfCommand(R"("command": "Create", "answer": false, "delay_ms": 0)"));
     EXPECT_EQ("", errorOfCommand(R"("command": "Release_Sync", "answer": false, "delay_ms": 1)"));
     EXPECT_EQ("", errorOfCommand(R"("command": "Release_Sync", "send_result": 1, "delay_ms": 1)"));
 }
@@ -163,6 +164,35 @@ TEST(ScriptErrorTest, WantsOneOccasion) {
     EXPECT_EQ("4: \"delay_ms\" goes with \"after\"",
               errorOfEvent("\"event\": \"CaInfoNotify\", \"at_ms\": 1,\n\"delay_ms\": 1"));
     EXPECT_EQ("4: \"nth\" goes with \"from\"", errorOfStop("\"at_ms\": 1,\n\"nth\": 1"));
+}
+
+TEST(ScriptErrorTest, WantsFields) {
+    const auto with = [](const std::string& field) {
+        return errorOfRecord("\"event\": \"ScanNotify\", \"fields\": {\n" + field + "}");
+    };
+    EXPECT_EQ("4: TS_SCAN_NOTIFY has no field \"channel\"; it has: handle, result, channnel, "
+              "network, result_channnel_num",
+              with(R"("channel": 1)"));
+    EXPECT_EQ("4: handle: 65536 is outside the field's 0 to 65535", with(R"("handle": 65536)"));
+    EXPECT_EQ("4: network.partialsvc[1]: the field takes a number",
+              with(R"("network.partialsvc[1]": "1")"));
+    EXPECT_EQ("4: network.ts_name: the field takes a text", with(R"("network.ts_name": 1)"));
+    EXPECT_EQ("4: network.ts_name: the text takes 45 bytes, the field has 44",
+              with("\"network.ts_name\": \"" + std::string(45, 'x') + "\""));
+    EXPECT_EQ("", with("\"network.ts_name\": \"" + std::string(44, 'x') + "\""));
+    EXPECT_EQ("4: network.ts_name: the text has half of a character",
+              with(R"("network.ts_name": "\udc00")"));
+    const std::string neither = "4: handle: a whole number or a text is wanted here";
+    for (const char* value : {"1.5", "1e300", "true", "null", "[1]", "{}"}) {
+        EXPECT_EQ(neither, with("\"handle\": " + std::string(value))) << value;
+    }
+    // The first one in the file, not in the alphabet.
+    EXPECT_EQ("4: result: the field takes a number",
+              with("\"result\": \"x\",\n\"channnel\": \"y\""));
+    EXPECT_EQ("4: \"fields\" has to be an object",
+              errorOfRecord("\"event\": \"ScanNotify\", \"fields\":\n[]"));
+    EXPECT_EQ("4: an event that is not known has no fields",
+              errorOfEvent("\"at_ms\": 1, \"event\": 1, \"fields\":\n{}"));
 }
 
 TEST(ScriptErrorTest, WantsBytes) {
