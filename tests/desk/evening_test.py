@@ -192,7 +192,8 @@ class Evening(DeskTest):
                 (["--guide", "/nowhere"], "run: "),
                 (["--script", script], f"run: {script}:3: \"comands\" is not known here"),
                 (["--seed", "x"], "run: Invalid value for option '--seed'"),
-                (["--loud"], "run: Unknown option: '--loud'"),
+                (["--loud"], "run: unknown argument --loud\nTry ./run --help\n"),
+                (["loud"], "run: unknown argument loud\nTry ./run --help\n"),
                 (["--output", "/nowhere/file"], "run: /nowhere/file: No such file or directory")]:
             with self.subTest(arguments):
                 line = [part for part in command("evening") if not (

@@ -30,13 +30,21 @@ public final class Main {
     public static void main(String[] arguments) throws Exception {
         CommandLine commandLine = new CommandLine(new Main())
                 .setParameterExceptionHandler((failure, given) -> {
-                    ERRORS.println("run: " + failure.getMessage());
+                    ERRORS.println("run: " + words(failure));
+                    ERRORS.println("Try ./run --help");
                     return NOT_STARTED;
                 });
         // A thread with a name of its own: that of the first one is whatever the VM was started by.
         FutureTask<Integer> run = new FutureTask<>(() -> commandLine.execute(arguments));
         new Thread(run, "desk").start();
         System.exit(run.get());
+    }
+
+    /** What is wrong with the arguments, without their places: the run script adds some. */
+    private static String words(CommandLine.ParameterException failure) {
+        return failure instanceof CommandLine.UnmatchedArgumentException unknown
+                ? "unknown argument " + String.join(" ", unknown.getUnmatched())
+                : failure.getMessage();
     }
 
     private static PrintStream stream(FileDescriptor descriptor) {
