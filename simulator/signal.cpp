@@ -3,6 +3,7 @@
 #include "records/message_ids.h"
 #include "records/status_records.h"
 
+#include <algorithm>
 #include <chrono>
 
 namespace simulator {
@@ -34,7 +35,9 @@ void tellSignal(Service& service, Session& session, uint64_t work, uint32_t seco
     Signal signal = signalAt(session.station->physical_channel, seconds);
     signal.cn += service.chance(kFlicker);
     if (!signal.good && session.recording && !session.recording->damaged_at) {
-        session.recording->damaged_at = service.now() - session.recording->begun;
+        // Behind the very beginning, where a playback from there comes past it.
+        session.recording->damaged_at =
+            std::max(service.now() - session.recording->begun, std::chrono::milliseconds{1});
     }
     if (signal.good != was_good) {
         auto turned = about<TS_SENS_NOTIFY>(session);

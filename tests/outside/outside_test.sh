@@ -1,7 +1,8 @@
 #!/bin/sh
 # The outside of a built libDtv_jni.so: what it exports, what it imports and from where, how it is
 # linked, and how large it is. usage: outside_test.sh LIBRARY [STRIP]
-# DTV_DEVICE in the environment: it is built for a device, which finds libraries by itself.
+# DTV_DEVICE in the environment: it is built for a device, which finds libraries by itself, and as
+# small as on ARM it has to be.
 set -eu
 export LC_ALL=C
 library=$1
@@ -64,7 +65,11 @@ check "stack" "RW" \
 
 stripped=$(mktemp)
 "${2:-strip}" -o "$stripped" "$library"
-echo "stripped: $(wc -c <"$stripped") bytes"
+size=$(wc -c <"$stripped")
+echo "stripped: $size bytes"
+if [ -n "${DTV_DEVICE:-}" ] && readelf --file-header "$library" | grep -q 'Machine: *ARM'; then
+    check "below 160 KiB" yes "$([ "$size" -lt 163840 ] && echo yes || echo "$size bytes")"
+fi
 rm -f "$stripped"
 
 echo "$passed passed, $failed failed"
