@@ -1,7 +1,7 @@
 // A field of a record by its path, and bytes for a value in it.
 #pragma once
 
-#include "simulator/catalogue.h"
+#include "records/catalogue.h"
 
 #include <cstdint>
 #include <optional>

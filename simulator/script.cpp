@@ -1,6 +1,6 @@
 #include "simulator/script.h"
 
-#include "simulator/catalogue.h"
+#include "records/catalogue.h"
 #include "simulator/commands.h"
 #include "simulator/field_path.h"
 #include "simulator/json_check.h"

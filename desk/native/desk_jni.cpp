@@ -1,5 +1,5 @@
 // The natives of tenrik.desk.Simulator: they put the simulator behind libDtv.
-#include "simulator/catalogue.h"
+#include "records/catalogue.h"
 #include "simulator/simulator.h"
 
 #include <gui/Surface.h>

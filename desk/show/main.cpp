@@ -2,7 +2,7 @@
 #include "desk/show/capture_reader.h"
 #include "desk/show/message.h"
 
-#include "simulator/catalogue.h"
+#include "records/catalogue.h"
 
 #include <algorithm>
 #include <cctype>

@@ -3,7 +3,7 @@
 #include "desk/show/quoted_text.h"
 #include "desk/show/record_text.h"
 
-#include "simulator/catalogue.h"
+#include "records/catalogue.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -3,7 +3,7 @@
 
 #include "desk/show/bytes.h"
 
-#include "simulator/catalogue.h"
+#include "records/catalogue.h"
 
 #include <string>
 #include <vector>

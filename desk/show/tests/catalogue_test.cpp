@@ -1,5 +1,5 @@
 // What the catalogue knows of the messages, against numbers counted in the records by hand.
-#include "simulator/catalogue.h"
+#include "records/catalogue.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

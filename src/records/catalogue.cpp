@@ -1,4 +1,4 @@
-#include "simulator/catalogue.h"
+#include "records/catalogue.h"
 
 #include <algorithm>
 #include <type_traits>
