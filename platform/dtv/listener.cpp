@@ -6,6 +6,7 @@
 #include "capture.h"
 #include "delivery.h"
 #include "exchange.h"
+#include "records/messages.h"
 
 #include <mutex>
 #include <utility>
@@ -29,11 +30,12 @@ std::shared_ptr<ServiceEndpoint> currentEndpoint() {
     return slot().endpoint;
 }
 
-constexpr int terminate_recording_sync = 0x10000040;
-
-/// How long a reply record is: its command decides.
-constexpr int replyCapacity(int message_id) {
-    return message_id == terminate_recording_sync ? 12 : 8;
+/// The length of the reply record of a command, in bytes. A command that no table knows gets the
+/// room of the common reply.
+int replyCapacity(int message_id) {
+    const CommandRow* const row = messages::findCommand(message_id);
+    return row != nullptr && row->isSynchronous() ? row->reply_size
+                                                  : static_cast<int>(sizeof(TS_COMMON_SYNC_REPLY));
 }
 
 int handOver(const Command& command, void* reply, int* reply_size) {

@@ -8,6 +8,7 @@
 #include <pthread.h>
 #include <utils/StrongPointer.h>
 
+#include <atomic>
 #include <cstdint>
 
 /// An entry of the class registry. All zero until the class has been resolved.
@@ -127,11 +128,9 @@ public:
 
     int dtvsv_msgid_lib_common_reply(JNIEnv* env, int handle, int result,
                                      TE_DTVSV_METHODID constructor, TE_DTVSV_METHODID callback);
-#define REPLY(id, event_class, callback)
-#define HANDLER(id, event) int dtvsv_msgid_lib_##event(JNIEnv* env, void* data, int size);
-#include "binding/event_table.def"
-#undef REPLY
-#undef HANDLER
+#define EVENT(id, name, record, handler, java_class)                                               \
+    int dtvsv_msgid_lib_##handler(JNIEnv* env, void* data, int size);
+#include "records/message_table.def"
 
 private:
     void releaseJavaClasses(JNIEnv* env);
@@ -142,12 +141,33 @@ private:
     /// Whether the VM is there and knows the calling thread.
     bool vmServesThread() const;
 
+    /// A method entry as it is kept. Event threads and Java threads construct through one row at
+    /// the same time, each storing what it made: the two words that they store are atomic, without
+    /// an order, and of a size that the processor writes at once.
+    struct MethodEntry {
+        int class_id = 0;
+        jclass cls = nullptr;
+        std::atomic<pthread_t> tid{};
+        jmethodID method = nullptr;
+        std::atomic<jobject> cached_object{};
+        int attr_id = 0;
+        int type_id = 0;
+
+        TS_DTVSV_METHODINFO load() const;
+        void store(const TS_DTVSV_METHODINFO& info);
+    };
+
+    /// Stores what was constructed last through a row, and the thread that did it.
+    static void storeConstructed(MethodEntry& entry, jobject object);
+    /// Whether the calling thread was the last to construct through a row.
+    static bool threadConstructed(const MethodEntry& entry);
+
     static constexpr int kEnvironmentCount = 20;
 
     JavaVM* vm_;
     TS_DTVSV_ENVINFO env_info_[kEnvironmentCount];
     TS_DTVSV_CLASSINFO class_info_[kClassCount];
-    TS_DTVSV_METHODINFO method_info_[kMethodCount];
+    MethodEntry method_info_[kMethodCount];
     TS_DTVSV_FIELDINFO field_info_[1];
 };
 

@@ -1,30 +1,45 @@
 // The Java classes that the bridge addresses, by number.
 #pragma once
 
+#include "binding/java_names.h"
+
 /// Class ids: the index of a class in the class registry. class_id::kBGCallBack is 0.
 namespace class_id {
 enum : int {
-#define CLASS(id, name, java_name) k##name,
+#define CLASS(id, package, name) k##name = (id),
+#define VALUE(id, name, constructor_id, constructor) k##name = (id),
+#define EVENT(id, kind, name, constructor_id, constructor, callback_id, callback) k##name = (id),
 #include "binding/class_table.def"
-#undef CLASS
-    kCount
 };
-#define CLASS(id, name, java_name) static_assert(k##name == (id), "class rows stand in order");
-#include "binding/class_table.def"
-#undef CLASS
 } // namespace class_id
 
-constexpr int kClassCount = class_id::kCount;
-static_assert(kClassCount == 139, "ids 0 to 138");
-
-/// The class that declares the native methods, then the classes of the registry: class id N is
-/// entry N + 1.
-constexpr const char* kClassNames[kClassCount + 1] = {
-    "tenrik/service/dtvserver/DtvServerProxy",
-#define CLASS(id, name, java_name) java_name,
-#include "binding/class_table.def"
-#undef CLASS
+/// One row of the class table.
+struct ClassRow {
+    int id;
+    const char* name; ///< the class's binary name, with slashes
 };
 
+/// Row N describes class id N.
+inline constexpr ClassRow kClassTable[] = {
+#define CLASS(id, package, name) {id, package "/" #name},
+#define VALUE(id, name, constructor_id, constructor) {id, VALUE_PACKAGE "/" #name},
+#define EVENT(id, kind, name, constructor_id, constructor, callback_id, callback)                  \
+    {id, EVENT_PACKAGE(kind) "/" #name},
+#include "binding/class_table.def"
+};
+constexpr int kClassCount = sizeof(kClassTable) / sizeof(kClassTable[0]);
+
 /// The class that the native methods are registered on. The registry does not hold it.
-constexpr const char* kNativeClassName = kClassNames[0];
+constexpr const char* kNativeClassName = SERVICE_PACKAGE "/DtvServerProxy";
+
+namespace class_table {
+constexpr bool isInOrder() {
+    for (int id = 0; id < kClassCount; ++id) {
+        if (kClassTable[id].id != id) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(isInOrder(), "the rows of class_table.def are in the order of their class ids");
+} // namespace class_table

@@ -10,6 +10,27 @@ using trace::kInfo;
 
 namespace {
 
+/// Constructs an object: null when that failed. Some VMs answer the object of a constructor that
+/// threw; it is dropped, and the exception stays pending.
+jobject construct(JNIEnv* env, jclass clazz, jmethodID constructor, va_list arguments) {
+    if (clazz == nullptr || constructor == nullptr) {
+        return nullptr;
+    }
+    const jobject object = env->NewObjectV(clazz, constructor, arguments);
+    if (object != nullptr && env->ExceptionCheck()) {
+        env->DeleteLocalRef(object);
+        return nullptr;
+    }
+    return object;
+}
+
+/// Deletes what a called method returned.
+void discard(JNIEnv* env, jobject returned) {
+    if (returned != nullptr) {
+        env->DeleteLocalRef(returned);
+    }
+}
+
 /// Calls a static method whose return type is `type_id` and discards what it returns.
 void callStatic(JNIEnv* env, jclass clazz, jmethodID method, int type_id, va_list arguments) {
     switch (type_id) {
@@ -17,7 +38,7 @@ void callStatic(JNIEnv* env, jclass clazz, jmethodID method, int type_id, va_lis
         env->CallStaticVoidMethodV(clazz, method, arguments);
         break;
     case 1:
-        env->DeleteLocalRef(env->CallStaticObjectMethodV(clazz, method, arguments));
+        discard(env, env->CallStaticObjectMethodV(clazz, method, arguments));
         break;
     case 2:
         env->CallStaticBooleanMethodV(clazz, method, arguments);
@@ -55,7 +76,7 @@ void callInstance(JNIEnv* env, jobject object, jmethodID method, int type_id, va
         env->CallVoidMethodV(object, method, arguments);
         break;
     case 1:
-        env->DeleteLocalRef(env->CallObjectMethodV(object, method, arguments));
+        discard(env, env->CallObjectMethodV(object, method, arguments));
         break;
     case 2:
         env->CallBooleanMethodV(object, method, arguments);
@@ -89,45 +110,49 @@ void callInstance(JNIEnv* env, jobject object, jmethodID method, int type_id, va
 } // namespace
 
 int JNIDtvSvLibListener::CallMethod(JNIEnv* env, int method_id, jobject* out, ...) {
-    TS_DTVSV_METHODINFO info = getJavaMethodInfo(method_id);
-    const TS_DTVSV_CLASSINFO class_info = getJavaClassInfo(info.class_id);
+    MethodEntry& entry = method_info_[method_id];
     TRACE_LISTENER(kDebug, __func__, "CallMethod, method_id = %d, class_id = %d, attr_id = %d",
-                   method_id, info.class_id, info.attr_id);
+                   method_id, entry.class_id, entry.attr_id);
 
     // A row that was never resolved is all zero: it reads as a constructor without a method, and
     // fails as one. Nothing null goes to the VM.
     va_list arguments;
     va_start(arguments, out);
     int ret = 0;
-    if (info.attr_id != kInstanceMethod) {
+    if (entry.attr_id != kInstanceMethod) {
         TRACE_LISTENER(kDebug, __func__, "CallMethod, CallStaticMethod, type_id = %d",
-                       info.type_id);
-        if (info.cls != nullptr && info.method != nullptr) {
-            callStatic(env, info.cls, info.method, info.type_id, arguments);
+                       entry.type_id);
+        if (entry.cls != nullptr && entry.method != nullptr) {
+            callStatic(env, entry.cls, entry.method, entry.type_id, arguments);
         }
-    } else if (out != nullptr || info.cached_object == nullptr ||
-               pthread_equal(info.tid, pthread_self()) == 0) {
+    } else if (out != nullptr || !threadConstructed(entry)) {
         TRACE_LISTENER(kInfo, __func__, "CallMethod, NewObject");
-        const jobject object = class_info.cls != nullptr && info.method != nullptr
-                                   ? env->NewObjectV(class_info.cls, info.method, arguments)
-                                   : nullptr;
+        const jobject object =
+            construct(env, class_info_[entry.class_id].cls, entry.method, arguments);
         if (object == nullptr) {
             TRACE_LISTENER(kDebug, __func__, "CallMethod, NewObject error!");
             ret = 1;
         } else {
-            info.cached_object = object;
-            info.tid = pthread_self();
-            setJavaMethod(method_id, info);
+            storeConstructed(entry, object);
             if (out != nullptr) {
                 *out = object;
             }
         }
     } else {
-        TRACE_LISTENER(kDebug, __func__, "CallMethod, CallMethod type_id = %d", info.type_id);
-        callInstance(env, info.cached_object, info.method, info.type_id, arguments);
+        TRACE_LISTENER(kDebug, __func__, "CallMethod, CallMethod type_id = %d", entry.type_id);
+        const jobject object = entry.cached_object.load(std::memory_order_relaxed);
+        if (entry.method != nullptr) {
+            callInstance(env, object, entry.method, entry.type_id, arguments);
+        }
     }
     va_end(arguments);
     return ret;
+}
+
+/// Whether the calling thread was the last to construct through a row.
+bool JNIDtvSvLibListener::threadConstructed(const MethodEntry& entry) {
+    return entry.cached_object.load(std::memory_order_relaxed) != nullptr &&
+           pthread_equal(entry.tid.load(std::memory_order_relaxed), pthread_self()) != 0;
 }
 
 int JNIDtvSvLibListener::NewFieldObject(JNIEnv* env, int field_id, jobject& object,

@@ -1,25 +1,17 @@
 // The Java methods that the bridge calls, by number: constructors of events and values, and the
-// callbacks that take the events.
+// callbacks that take the events. They are stated in the rows of the classes.
 #pragma once
 
 #include "binding/class_table.h"
 
-/// Method ids: the index of a method in the method registry and in the table below. A callback is
-/// named kCall_ and its Java name, a constructor kNew_ and its class.
+/// Method ids: the index of a method in the method registry and in the table below. A constructor
+/// is named kNew_ and its class; the callback that takes an event kCall_ and the event's class.
 enum TE_DTVSV_METHODID : int {
-#define CALLBACK(id, name, signature) kCall_##name,
-#define CONSTRUCTOR(id, name, signature) kNew_##name,
-#include "binding/method_table.def"
-#undef CALLBACK
-#undef CONSTRUCTOR
-    kMethodCount
+#define VALUE(id, name, constructor_id, constructor) kNew_##name = (constructor_id),
+#define EVENT(id, kind, name, constructor_id, constructor, callback_id, callback)                  \
+    kNew_##name = (constructor_id), kCall_##name = (callback_id),
+#include "binding/class_table.def"
 };
-static_assert(kMethodCount == 219, "ids 0 to 218");
-#define CALLBACK(id, name, signature) static_assert(kCall_##name == (id), "rows stand in order");
-#define CONSTRUCTOR(id, name, signature) static_assert(kNew_##name == (id), "rows stand in order");
-#include "binding/method_table.def"
-#undef CALLBACK
-#undef CONSTRUCTOR
 
 /// attr_id: how a method is looked up and called. Any other value is that of an instance method.
 constexpr int kInstanceMethod = 0;
@@ -37,18 +29,70 @@ struct MethodRow {
     const char* signature;
 };
 
-/// Row N describes method id N.
-constexpr MethodRow kMethodTable[kMethodCount] = {
-#define CALLBACK(id, name, signature)                                                              \
-    {class_id::kBGCallBack, kStaticMethod, kReturnsVoid, #name, signature},
-#define CONSTRUCTOR(id, name, signature)                                                           \
-    {class_id::k##name, kInstanceMethod, kReturnsVoid, "<init>", signature},
-#include "binding/method_table.def"
-#undef CALLBACK
-#undef CONSTRUCTOR
+namespace method_table {
+
+constexpr int kCount = 0
+#define VALUE(id, name, constructor_id, constructor) +1
+#define EVENT(id, kind, name, constructor_id, constructor, callback_id, callback) +2
+#include "binding/class_table.def"
+    ;
+
+struct Table {
+    MethodRow rows[kCount] = {};
+    bool is_complete = true;
+
+    constexpr Table();
+
+private:
+    constexpr void put(int id, const MethodRow& row) {
+        if (id < 0 || id >= kCount || rows[id].name != nullptr) {
+            is_complete = false;
+        } else {
+            rows[id] = row;
+        }
+    }
+    constexpr void putConstructor(int id, int class_id, const char* signature) {
+        put(id, {class_id, kInstanceMethod, kReturnsVoid, "<init>", signature});
+    }
+    constexpr void putCallback(int id, const char* name, const char* signature) {
+        put(id, {class_id::kBGCallBack, kStaticMethod, kReturnsVoid, name, signature});
+    }
 };
 
-/// The Java name of the class that a method belongs to.
-constexpr const char* classNameOf(TE_DTVSV_METHODID method) {
-    return kClassNames[kMethodTable[method].class_id + 1];
+constexpr Table::Table() {
+#define VALUE(id, name, constructor_id, constructor)                                               \
+    putConstructor(constructor_id, id, constructor);
+#define EVENT(id, kind, name, constructor_id, constructor, callback_id, callback)                  \
+    putConstructor(constructor_id, id, constructor);                                               \
+    putCallback(callback_id, #callback, "(L" EVENT_PACKAGE(kind) "/" #name ";)V");
+#include "binding/class_table.def"
 }
+
+inline constexpr Table kTable;
+static_assert(kTable.is_complete, "the method ids of class_table.def are 0, 1, 2 ... each once");
+
+} // namespace method_table
+
+constexpr int kMethodCount = method_table::kCount;
+
+/// Row N describes method id N.
+inline constexpr const MethodRow (&kMethodTable)[kMethodCount] = method_table::kTable.rows;
+
+namespace method_table {
+constexpr int findConstructor(int class_id) {
+    for (int id = 0; id < kMethodCount; ++id) {
+        if (kMethodTable[id].class_id == class_id && kMethodTable[id].attr_id == kInstanceMethod) {
+            return id;
+        }
+    }
+    return kMethodCount;
+}
+} // namespace method_table
+
+/// The constructor of a class of the class table. A class without one does not compile.
+template <int ClassId>
+constexpr TE_DTVSV_METHODID kConstructorOf = [] {
+    constexpr int kId = method_table::findConstructor(ClassId);
+    static_assert(kId < kMethodCount, "the class's row states a constructor");
+    return static_cast<TE_DTVSV_METHODID>(kId);
+}();

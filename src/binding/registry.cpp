@@ -93,19 +93,46 @@ int JNIDtvSvLibListener::setJavaMethod(JNIEnv* env, int class_id, int method_id,
                        class_id, method_id, attr_id, type_id, name, signature);
         return 1;
     }
-    TS_DTVSV_METHODINFO& info = method_info_[method_id];
-    info.class_id = class_id;
-    info.cls = clazz;
-    info.tid = pthread_self();
-    info.method = method;
-    info.attr_id = attr_id;
-    info.type_id = type_id;
+    MethodEntry& entry = method_info_[method_id];
+    entry.class_id = class_id;
+    entry.cls = clazz;
+    entry.tid.store(pthread_self(), std::memory_order_relaxed);
+    entry.method = method;
+    entry.attr_id = attr_id;
+    entry.type_id = type_id;
     return 0;
 }
 
 void JNIDtvSvLibListener::setJavaMethod(int method_id, TS_DTVSV_METHODINFO& info) {
     TRACE_LISTENER(kInfo, __func__, "setJavaMethod");
-    method_info_[method_id] = info;
+    method_info_[method_id].store(info);
+}
+
+void JNIDtvSvLibListener::storeConstructed(MethodEntry& entry, jobject object) {
+    // The rest of the entry is as it was: the line is that of a whole one being stored.
+    TRACE_LISTENER(kInfo, "setJavaMethod", "setJavaMethod");
+    entry.cached_object.store(object, std::memory_order_relaxed);
+    entry.tid.store(pthread_self(), std::memory_order_relaxed);
+}
+
+TS_DTVSV_METHODINFO JNIDtvSvLibListener::MethodEntry::load() const {
+    return {class_id,
+            cls,
+            tid.load(std::memory_order_relaxed),
+            method,
+            cached_object.load(std::memory_order_relaxed),
+            attr_id,
+            type_id};
+}
+
+void JNIDtvSvLibListener::MethodEntry::store(const TS_DTVSV_METHODINFO& info) {
+    class_id = info.class_id;
+    cls = info.cls;
+    tid.store(info.tid, std::memory_order_relaxed);
+    method = info.method;
+    cached_object.store(info.cached_object, std::memory_order_relaxed);
+    attr_id = info.attr_id;
+    type_id = info.type_id;
 }
 
 jclass JNIDtvSvLibListener::getJavaClass(int class_id) const {
@@ -129,7 +156,7 @@ jclass JNIDtvSvLibListener::getJavaClassForMethodid(int method_id) const {
 }
 
 TS_DTVSV_METHODINFO JNIDtvSvLibListener::getJavaMethodInfo(int method_id) const {
-    return method_info_[method_id];
+    return method_info_[method_id].load();
 }
 
 TS_DTVSV_FIELDINFO JNIDtvSvLibListener::getJavaFieldInfo(int field_id) const {

@@ -1,68 +1,75 @@
-// Java method signatures held against C++ types when they are compiled: a value that would reach
-// the VM with another width than the signature says does not compile.
+// Java method signatures checked against C++ types when compiling: a value that would reach the VM
+// with another width, or as an object of another class, than the signature says does not compile.
 #pragma once
+
+#include "binding/class_table.h"
+#include "binding/java_object.h"
 
 #include <jni.h>
 
-#include <type_traits>
-
-/// The descriptor of a class of the value package.
-#define VALUE_TYPE(name) "Ltenrik/service/dtvserver/type/" #name ";"
-
 namespace signature {
 
-/// What a parameter of a JNI type begins with in a signature. References are 'L', arrays included.
-template <typename Type>
-constexpr char kDescriptor = std::is_pointer_v<Type> ? 'L' : '?';
-template <>
-inline constexpr char kDescriptor<jint> = 'I';
-template <>
-inline constexpr char kDescriptor<jlong> = 'J';
-
-/// The text behind the first parameter of a signature, or null when it is none of `descriptor`.
-constexpr const char* skipParameter(const char* text, char descriptor) {
-    const bool array = *text == '[';
-    while (*text == '[') {
-        ++text;
-    }
-    if (*text == ')' || (array || *text == 'L' ? 'L' : *text) != descriptor) {
+/// The text after `prefix`, or null when `text` is null or does not begin with it.
+constexpr const char* skip(const char* text, const char* prefix) {
+    if (text == nullptr) {
         return nullptr;
     }
-    if (*text == 'L') {
-        while (*text != ';') {
-            ++text;
+    while (*prefix != '\0') {
+        if (*text++ != *prefix++) {
+            return nullptr;
         }
     }
-    return text + 1;
+    return text;
 }
 
-/// Whether a signature takes exactly parameters of these types.
+/// The text after the descriptor of a class, or null.
+constexpr const char* skipClass(const char* text, const char* class_name) {
+    return skip(skip(skip(text, "L"), class_name), ";");
+}
+
+/// Skips the descriptor of a parameter of the type. A type without one does not compile.
+template <typename Type>
+struct Parameter;
+template <>
+struct Parameter<jint> {
+    static constexpr const char* skipIn(const char* text) { return skip(text, "I"); }
+};
+template <>
+struct Parameter<jlong> {
+    static constexpr const char* skipIn(const char* text) { return skip(text, "J"); }
+};
+template <>
+struct Parameter<jstring> {
+    static constexpr const char* skipIn(const char* text) { return skip(text, STRING_TYPE); }
+};
+template <>
+struct Parameter<jbyteArray> {
+    static constexpr const char* skipIn(const char* text) { return skip(text, "[B"); }
+};
+template <>
+struct Parameter<jintArray> {
+    static constexpr const char* skipIn(const char* text) { return skip(text, "[I"); }
+};
+template <int ClassId>
+struct Parameter<Object<ClassId>> {
+    static constexpr const char* skipIn(const char* text) {
+        return skipClass(text, kClassTable[ClassId].name);
+    }
+};
+template <int ClassId>
+struct Parameter<ObjectArray<ClassId>> {
+    static constexpr const char* skipIn(const char* text) {
+        return skipClass(skip(text, "["), kClassTable[ClassId].name);
+    }
+};
+
+/// Whether a signature takes exactly parameters of these types and returns nothing.
 template <typename... Types>
 constexpr bool takes(const char* text) {
-    const char descriptors[] = {kDescriptor<Types>..., '\0'};
-    if (*text++ != '(') {
-        return false;
-    }
-    for (const char* descriptor = descriptors; *descriptor != '\0'; ++descriptor) {
-        text = skipParameter(text, *descriptor);
-        if (text == nullptr) {
-            return false;
-        }
-    }
-    return *text == ')';
-}
-
-/// Whether a signature takes one object of the class with this name, and returns nothing.
-constexpr bool takesClass(const char* text, const char* class_name) {
-    if (*text++ != '(' || *text++ != 'L') {
-        return false;
-    }
-    while (*class_name != '\0') {
-        if (*text++ != *class_name++) {
-            return false;
-        }
-    }
-    return text[0] == ';' && text[1] == ')' && text[2] == 'V';
+    text = skip(text, "(");
+    ((text = Parameter<Types>::skipIn(text)), ...);
+    text = skip(text, ")V");
+    return text != nullptr && *text == '\0';
 }
 
 } // namespace signature

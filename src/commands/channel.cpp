@@ -1,87 +1,72 @@
-// The commands that name a service: start to receive it, switch to it, search onward from it.
-#include "commands/fields.h"
+// The commands that name a service: start to receive it, switch to it, search from it.
+#include "commands/argument.h"
 #include "commands/natives.h"
-#include "records/command_records.h"
-#include "records/message_ids.h"
 
 using trace::kDebug;
 
 namespace {
 
+namespace broadcast_info = field::BG_TS_DTVSVLIB_BROADCAST_INFO;
+
 constexpr jint kLastPhysicalChannel = 62;
 constexpr jint kLastServiceNo = 2;
 
+constexpr FieldLine kNullInfo = ARGUMENT_LINE("broadcast_info is NULL, ret = %d");
+
 /// Reads a BG_TS_DTVSVLIB_BROADCAST_INFO into the fields that the records have in common.
 template <typename Record>
-Ended readBroadcastInfo(const Command& command, jobject info, Record& record) {
-    record.handle = command.handle();
-    const jclass clazz = classOf(command.env, info);
-    if (clazz == nullptr) {
-        REFUSE(command, "broadcast_info class is NULL, ret = %d", kResultParamNg);
-    }
-    jint physical_channel = 0;
-    READ_INT(command, clazz, info, "physical_channel", &physical_channel);
-    if (physical_channel > kLastPhysicalChannel) {
-        REFUSE(command, "physical_channel is too large : %d, ret = %d", physical_channel,
-               kResultParamNg);
-    }
-    record.physical_channel = physical_channel;
-    jint service_no = 0;
-    READ_INT(command, clazz, info, "service_no", &service_no);
-    if (service_no > kLastServiceNo) {
-        REFUSE(command, "service_no is too large : %d, ret = %d", service_no, kResultParamNg);
-    }
-    record.service_no = static_cast<uint16_t>(service_no);
-    return kGoOn;
+void readBroadcastInfo(Argument& info, Record& record) {
+    info.requireClass(ARGUMENT_LINE("broadcast_info class is NULL, ret = %d"));
+    record.physical_channel =
+        info.readIntUpTo(kLastPhysicalChannel, broadcast_info::physical_channel);
+    record.service_no = info.readIntUpTo(kLastServiceNo, broadcast_info::service_no);
 }
 
 template <typename Record>
-void traceBroadcastInfo(const Command& command, const Record& record) {
-    TRACE_NATIVE(kDebug, command.function,
-                 "SEND, BROADCAST_INFO : physical_channel = %ld, service_no = %d",
+void traceBroadcastInfo(const char* function, const Record& record) {
+    TRACE_NATIVE(kDebug, function, "SEND, BROADCAST_INFO : physical_channel = %ld, service_no = %d",
                  trace::asLong(record.physical_channel), record.service_no);
 }
 
-jobject sendBroadcastInfo(const Command& command, jobject info) {
-    TS_BROADCAST_INFO_REQ record = {};
-    if (const Ended ended = readBroadcastInfo(command, info, record)) {
-        return *ended;
+jobject sendBroadcastInfo(Command<TS_BROADCAST_INFO_REQ>& command, Argument& info) {
+    readBroadcastInfo(info, command.record);
+    if (command.refused()) {
+        return command.answer();
     }
-    TRACE_NATIVE(kDebug, command.function, "SEND, dtvsv_handle = %d", record.handle);
-    traceBroadcastInfo(command, record);
-    return send(command, record);
+    TRACE_NATIVE(kDebug, command.function(), "SEND, dtvsv_handle = %d", command.record.handle);
+    traceBroadcastInfo(command.function(), command.record);
+    return command.send();
 }
 
 } // namespace
 
-jobject dtvSvLibStartBroadcastReceiving(JNIEnv* env, jobject, jint handle, jobject info) {
-    const Command command =
-        beginCommand(env, __func__, command_id::kStartBroadcastReceiving, handle);
-    if (info == nullptr) {
-        REFUSE(command, "broadcast_info is NULL, ret = %d", kResultParamNg);
-    }
+jobject dtvSvLibStartBroadcastReceiving(JNIEnv* env, jobject, jint handle, jobject info_object) {
+    Command command(env, __func__, command_row::kStartBroadcastReceiving, handle);
+    Argument info(command, info_object);
+    info.requireObject(kNullInfo);
     return sendBroadcastInfo(command, info);
 }
 
-// A null object is not tested for here: it is refused for having no class.
-jobject dtvSvLibSelectChannel(JNIEnv* env, jobject, jint handle, jobject info) {
-    const Command command = beginCommand(env, __func__, command_id::kSelectChannel, handle);
+// A null object is not checked for here: it is refused for having no class.
+jobject dtvSvLibSelectChannel(JNIEnv* env, jobject, jint handle, jobject info_object) {
+    Command command(env, __func__, command_row::kSelectChannel, handle);
+    Argument info(command, info_object);
     return sendBroadcastInfo(command, info);
 }
 
-jobject dtvSvLibStartSearchChannel(JNIEnv* env, jobject, jint handle, jobject info,
+jobject dtvSvLibStartSearchChannel(JNIEnv* env, jobject, jint handle, jobject info_object,
                                    jint channel_operation) {
-    const Command command = beginCommand(env, __func__, command_id::kStartSearchChannel, handle);
-    if (info == nullptr) {
-        REFUSE(command, "broadcast_info is NULL, ret = %d", kResultParamNg);
-    }
-    TS_SEARCH_CHANNEL_REQ record = {};
-    if (const Ended ended = readBroadcastInfo(command, info, record)) {
-        return *ended;
+    Command command(env, __func__, command_row::kStartSearchChannel, handle);
+    Argument info(command, info_object);
+    info.requireObject(kNullInfo);
+    TS_SEARCH_CHANNEL_REQ& record = command.record;
+    readBroadcastInfo(info, record);
+    if (command.refused()) {
+        return command.answer();
     }
     record.channel_operation = static_cast<uint8_t>(channel_operation);
     TRACE_NATIVE(kDebug, __func__, "SEND, dtvsv_handle = %d, channel_operation = %d", record.handle,
                  record.channel_operation);
-    traceBroadcastInfo(command, record);
-    return send(command, record);
+    traceBroadcastInfo(__func__, record);
+    return command.send();
 }

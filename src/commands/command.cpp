@@ -1,11 +1,10 @@
 #include "commands/command.h"
 
-#include "commands/fields.h"
+#include "commands/java_access.h"
 #include "commands/local_reference.h"
 #include "commands/sync_reply.h"
-#include "records/command_records.h"
 
-#include <cstdio>
+#include <cstring>
 
 using trace::kDebug;
 using trace::kFuncEnd;
@@ -15,11 +14,22 @@ namespace {
 
 /// The constants of the result enumeration, by code.
 constexpr const char* kResultNames[] = {
-    "DTVSVLIB_RESULT_OK",     "DTVSVLIB_RESULT_NG",        "DTVSVLIB_RESULT_CANCEL",
-    "DTVSVLIB_RESULT_ADD_NG", "DTVSVLIB_RESULT_DELETE_NG", "DTVSVLIB_RESULT_PARAM_NG",
+#define RESULT_CONSTANT(code, name) #name,
+#include "commands/field_table.def"
 };
-constexpr unsigned kLastResult = 5;
-static_assert(sizeof(kResultNames) / sizeof(kResultNames[0]) == kLastResult + 1);
+constexpr unsigned kResultCount = sizeof(kResultNames) / sizeof(kResultNames[0]);
+
+/// The signature of an enumeration's getter: an int of a constant.
+struct GetterSignature {
+    /// `type` is the enumeration's descriptor.
+    explicit GetterSignature(const char* type) {
+        const size_t length = strnlen(type, sizeof(text) - sizeof("()I"));
+        text[0] = '(';
+        std::memcpy(text + 1, type, length);
+        std::memcpy(text + 1 + length, ")I", sizeof(")I"));
+    }
+    char text[256];
+};
 
 } // namespace
 
@@ -30,7 +40,7 @@ jobject getRetCode(JNIEnv* env, int ret) {
         TRACE_NATIVE(kDebug, __func__, "class is NULL");
         return nullptr;
     }
-    if (static_cast<unsigned>(ret) > kLastResult) {
+    if (static_cast<unsigned>(ret) >= kResultCount) {
         TRACE_NATIVE(kDebug, __func__, "(param)ret err, ret = %d", ret);
         return nullptr;
     }
@@ -71,8 +81,6 @@ int getEnumValue(JNIEnv* env, jobject holder, const char* name, const char* type
     }
     const LocalReference constant_reference(env, constant);
 
-    char signature[256];
-    std::snprintf(signature, sizeof(signature), "(%s)I", type);
     const jclass enum_class = classOf(env, constant);
     if (enum_class == nullptr) {
         TRACE_NATIVE(kDebug, __func__, "enum class is NULL");
@@ -80,7 +88,7 @@ int getEnumValue(JNIEnv* env, jobject holder, const char* name, const char* type
     }
     const LocalReference enum_class_reference(env, enum_class);
 
-    const jmethodID method = env->GetStaticMethodID(enum_class, getter, signature);
+    const jmethodID method = env->GetStaticMethodID(enum_class, getter, GetterSignature(type).text);
     if (method == nullptr) {
         env->ExceptionClear();
         TRACE_NATIVE(kDebug, __func__, "enum method is NULL");
@@ -90,34 +98,34 @@ int getEnumValue(JNIEnv* env, jobject holder, const char* name, const char* type
     return 0;
 }
 
-Command beginCommand(JNIEnv* env, const char* function, int message_id, jint session) {
-    TRACE_NATIVE(kFuncStart, function, "hdl = %d", session);
-    return {env, function, message_id, session};
+void NativeCall::refuseWithoutLine() {
+    refused_ = true;
+    if (env_->ExceptionCheck()) {
+        return;
+    }
+    answer_ = row_.isSynchronous() ? answerSyncRefusal(*this) : getRetCode(env_, kResultParamNg);
 }
 
-jobject answerRefusal(const Command& command) {
-    return isSynchronous(command.message_id) ? answerSyncRefusal(command)
-                                             : getRetCode(command.env, kResultParamNg);
+void NativeCall::traceStart(int line) const {
+    TRACE_NATIVE_AT(line, kFuncStart, function_, "hdl = %d", session_);
 }
 
-jobject sendRecord(const Command& command, void* record, int size, TS_DTVSV_SP* carrier) {
-    if (isSynchronous(command.message_id)) {
-        return exchangeRecord(command, record, size, carrier);
+jobject NativeCall::sendRecord(void* record, int size, TS_DTVSV_SP* surfaces) const {
+    if (row_.isSynchronous()) {
+        return exchangeRecord(*this, record, size, surfaces);
     }
     const int ret =
-        carrier != nullptr
-            ? g_listener->sendEventToServer(command.message_id, record, size, carrier, nullptr,
-                                            nullptr)
-            : g_listener->sendEventToServer(command.message_id, record, size, nullptr, nullptr);
-    const jobject result = getRetCode(command.env, ret == 0 ? kResultOk : kResultNg);
-    TRACE_NATIVE(kFuncEnd, command.function, "ret = %d", ret);
+        surfaces != nullptr
+            ? g_listener->sendEventToServer(row_.id, record, size, surfaces, nullptr, nullptr)
+            : g_listener->sendEventToServer(row_.id, record, size, nullptr, nullptr);
+    const jobject result = getRetCode(env_, ret == 0 ? kResultOk : kResultNg);
+    TRACE_NATIVE(kFuncEnd, function_, "ret = %d", ret);
     return result;
 }
 
-jobject sendHandle(JNIEnv* env, const char* function, int message_id, jint session,
-                   TraceHandle trace_send) {
-    const Command command = beginCommand(env, function, message_id, session);
-    TS_HANDLE_REQ record = {command.handle()};
-    trace_send(function, record.handle);
-    return send(command, record);
+jobject sendHandle(JNIEnv* env, const char* function, const CommandRowOf<TS_HANDLE_REQ>& row,
+                   jint session, TraceHandle trace_send) {
+    Command command(env, function, row, session);
+    trace_send(function, command.record.handle);
+    return command.send();
 }

@@ -1,6 +1,6 @@
 // One command's way: from the native method that Java called to the object that it answers.
 //
-//     FUNCSTART -> checks, each of which may REFUSE -> record -> SEND lines -> send() -> answer
+//     FUNCSTART -> arguments are read and checked -> record -> SEND lines -> send() -> answer
 //
 // A refused argument answers PARAM_NG and sends nothing. When Java code throws while an argument is
 // read, the native answers null and leaves the exception to its caller.
@@ -8,13 +8,13 @@
 
 #include "binding/JNIDtvSvLibListener.h"
 #include "entry/trace.h"
+#include "records/messages.h"
 
 #include <jni.h>
 
 #include <cstdint>
-#include <optional>
 
-/// What a command came to, as getRetCode maps it to the Java enumeration.
+/// The result of a command, as getRetCode maps it to the Java enumeration.
 enum ResultCode : int {
     kResultOk = 0,
     kResultNg = 1,
@@ -35,53 +35,91 @@ jobject getRetCode(JNIEnv* env, int ret);
 int getEnumValue(JNIEnv* env, jobject holder, const char* name, const char* type,
                  const char* getter, int* value);
 
-/// One call of a native method: who called, what it is called in the trace, what will be sent.
-struct Command {
-    JNIEnv* env;
-    const char* function;
-    int message_id;
-    jint session; ///< the session handle as Java gave it
+/// One call of a native method: who called, its name in the trace, its message, and whether it has
+/// been refused. After a refusal nothing more is read, and the native answers answer().
+class NativeCall {
+public:
+    NativeCall(JNIEnv* env, const char* function, const CommandRow& row, jint session)
+        : env_(env), function_(function), row_(row), session_(session) {}
+    NativeCall(const NativeCall&) = delete;
+    NativeCall& operator=(const NativeCall&) = delete;
 
-    /// The handle as it travels.
-    uint16_t handle() const { return static_cast<uint16_t>(session); }
+    JNIEnv* env() const { return env_; }
+    const char* function() const { return function_; }
+    const CommandRow& row() const { return row_; }
+    /// The session handle as it travels.
+    uint16_t handle() const { return static_cast<uint16_t>(session_); }
+
+    bool refused() const { return refused_; }
+    /// What a refused native answers: a local reference, or null when an exception is pending.
+    jobject answer() const { return answer_; }
+
+    /// Refuses an argument: takes the answer, then has `trace` write the line that says why, but
+    /// not when making the answer threw. Returns the answer.
+    template <class Trace>
+    jobject refuse(const Trace& trace) {
+        refuseWithoutLine();
+        if (!env_->ExceptionCheck()) {
+            trace();
+        }
+        return answer_;
+    }
+
+    /// Refuses an argument that has had its line. When Java code threw, the answer is null.
+    void refuseWithoutLine();
+
+    /// Ends the command with the exception that is pending.
+    void abandon() { refused_ = true; }
+
+protected:
+    void traceStart(int line) const;
+
+    /// Sends a record and answers: OK or NG, or the reply object of a synchronous command. Writes
+    /// the FUNCEND line. `surfaces` is null for a command without surfaces.
+    jobject sendRecord(void* record, int size, TS_DTVSV_SP* surfaces) const;
+
+private:
+    JNIEnv* const env_;
+    const char* const function_;
+    const CommandRow& row_;
+    const jint session_;
+    bool refused_ = false;
+    jobject answer_ = nullptr;
 };
 
-/// Begins a command that carries a session handle: writes its FUNCSTART line.
-Command beginCommand(JNIEnv* env, const char* function, int message_id, jint session);
+/// One call of a native method whose message carries a Record. The record begins with the session
+/// handle, but for the one that opens a session, and is zero otherwise.
+template <class Record>
+class Command : public NativeCall {
+public:
+    /// Writes the FUNCSTART line, for the source line `line`.
+    Command(JNIEnv* env, const char* function, const CommandRowOf<Record>& row, jint session,
+            int line = __builtin_LINE())
+        : NativeCall(env, function, row, session) {
+        record.handle = handle();
+        traceStart(line);
+    }
 
-/// The object that answers a refused argument: the PARAM_NG constant, or the reply object of the
-/// three synchronous commands that read Java objects.
-jobject answerRefusal(const Command& command);
+    /// The command that opens a session: it has no handle yet.
+    Command(JNIEnv* env, const char* function, const CommandRowOf<Record>& row)
+        : NativeCall(env, function, row, 0) {}
 
-/// Sends the record and answers: OK or NG, or the reply object of a synchronous command. Writes the
-/// FUNCEND line. `carrier` is null for a command without surfaces.
-jobject sendRecord(const Command& command, void* record, int size, TS_DTVSV_SP* carrier);
+    /// Sends the record and returns what the native answers. Writes the FUNCEND line.
+    jobject send(TS_DTVSV_SP* surfaces = nullptr) {
+        return sendRecord(&record, static_cast<int>(sizeof(Record)), surfaces);
+    }
 
-template <typename Record>
-jobject send(const Command& command, Record& record, TS_DTVSV_SP* carrier = nullptr) {
-    return sendRecord(command, &record, static_cast<int>(sizeof(Record)), carrier);
-}
+    Record record = {};
+};
 
-/// How a command of nothing but its session handle is traced.
+/// What refuse() is given: writes one line.
+#define REFUSAL_LINE(call, ...) [&] { TRACE_NATIVE(trace::kDebug, (call).function(), __VA_ARGS__); }
+
+/// Writes the SEND line of a command of nothing but its session handle.
 using TraceHandle = void (*)(const char* function, int handle);
-#define SENDS_HANDLE(text)                                                                         \
+#define HANDLE_LINE(text)                                                                          \
     [](const char* function, int handle) { TRACE_NATIVE(trace::kDebug, function, text, handle); }
 
 /// The whole way of a command of nothing but its session handle.
-jobject sendHandle(JNIEnv* env, const char* function, int message_id, jint session,
-                   TraceHandle trace_send = SENDS_HANDLE("SEND, dtvsv_handle = %d"));
-
-/// What a group of checks came to: nothing, and the native goes on, or the object it answers with.
-using Ended = std::optional<jobject>;
-constexpr std::nullopt_t kGoOn = std::nullopt;
-
-/// REFUSE(command, text, values...): answers a refused argument, from a native method or a
-/// group of its checks, with one line that says why.
-#define REFUSE(command, ...)                                                                       \
-    do {                                                                                           \
-        const jobject refused = answerRefusal(command);                                            \
-        if (!(command).env->ExceptionCheck()) {                                                    \
-            TRACE_NATIVE(trace::kDebug, (command).function, __VA_ARGS__);                          \
-        }                                                                                          \
-        return refused;                                                                            \
-    } while (false)
+jobject sendHandle(JNIEnv* env, const char* function, const CommandRowOf<TS_HANDLE_REQ>& row,
+                   jint session, TraceHandle trace_send = HANDLE_LINE("SEND, dtvsv_handle = %d"));

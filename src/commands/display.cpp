@@ -1,250 +1,214 @@
-// The commands that place the three planes and say what is shown on them. Each plane's surface
-// travels beside the record, in a carrier that drops its references when the native returns.
+// The commands that place the three planes and say what is shown on them. The surface of each plane
+// is sent beside the record, in a TS_DTVSV_SP that drops its references when the native returns.
+#include "commands/argument.h"
 #include "commands/drawing_info.h"
-#include "commands/fields.h"
 #include "commands/natives.h"
-#include "records/command_records.h"
-#include "records/message_ids.h"
 
 using trace::kDebug;
 
 namespace {
 
+namespace component_setting = field::BG_TS_DTVSVLIB_COMPONENT_SETTING;
+
 constexpr jint kLastCapLang = 8;
 constexpr jint kLastStartType = 1;
 
-/// The enumerations of BG_TS_DTVSVLIB_COMPONENT_SETTING.
-constexpr EnumField kAudioComponent = {
-    "audio_component", VALUE_TYPE(BG_TE_DTVSVLIB_AUDIO_COMPONENT), "getAudioComponentValue"};
-constexpr EnumField kCapLang = {"cap_lang", VALUE_TYPE(BG_TE_DTVSVLIB_CAP_LANG), "getCapLangValue"};
-constexpr EnumField kDualMono = {"dualmono", VALUE_TYPE(BG_TE_DTVSVLIB_DUALMONO),
-                                 "getDualMonoValue"};
-constexpr EnumField kCapStartType = {"cap_start_type", VALUE_TYPE(BG_TE_DTVSVLIB_CONTROL_TYPE),
-                                     "getControlTypeValue"};
-constexpr EnumField kBmlStartType = {"bml_start_type", VALUE_TYPE(BG_TE_DTVSVLIB_CONTROL_TYPE),
-                                     "getControlTypeValue"};
+constexpr FieldLine kNoVideoClass =
+    ARGUMENT_LINE("video drawing_info_clazz class is NULL, ret = %d");
+constexpr FieldLine kNoCaptionClass =
+    ARGUMENT_LINE("caption drawing_info_clazz class is NULL, ret = %d");
+constexpr FieldLine kNoBmlClass = ARGUMENT_LINE("BML drawing_info_clazz class is NULL, ret = %d");
 
-#define VIDEO_CLASS_TEXT "video drawing_info_clazz class is NULL, ret = %d"
-#define CAPTION_CLASS_TEXT "caption drawing_info_clazz class is NULL, ret = %d"
-#define BML_CLASS_TEXT "BML drawing_info_clazz class is NULL, ret = %d"
+constexpr FieldLine kNullDrawingInfo = ARGUMENT_LINE("drawing_info_obj is NULL, ret = %d");
 
-// ---- Captions and BML: one way for the command and its synchronous twin.
+// ---- Captions and BML: the command and its synchronous variant.
 
-jobject controlCap(const Command& command, jint cap_control_type, jint cap_lang, jobject info) {
-    if (info == nullptr) {
-        REFUSE(command, "cap_drawing_info_obj is NULL, ret = %d", kResultParamNg);
-    }
-    TS_CONTROL_CAP_REQ record = {};
-    record.handle = command.handle();
-    if (!isControlType(cap_control_type)) {
-        REFUSE(command, "cap_control_type is too large : %d, ret = %d", cap_control_type,
-               kResultParamNg);
-    }
-    record.cap_control_type = static_cast<uint8_t>(cap_control_type);
-    if (cap_lang > kLastCapLang) {
-        REFUSE(command, "cap_lang is too large : %d, ret = %d", cap_lang, kResultParamNg);
+jobject controlCap(Command<TS_CONTROL_CAP_REQ>& command, jint cap_control_type, jint cap_lang,
+                   jobject info) {
+    TS_CONTROL_CAP_REQ& record = command.record;
+    Argument(command, info).requireObject(ARGUMENT_LINE("cap_drawing_info_obj is NULL, ret = %d"));
+    record.cap_control_type =
+        readControlType(command, cap_control_type,
+                        REFUSAL_LINE(command, "cap_control_type is too large : %d, ret = %d",
+                                     cap_control_type, kResultParamNg));
+    if (!command.refused() && cap_lang > kLastCapLang) {
+        command.refuse(REFUSAL_LINE(command, "cap_lang is too large : %d, ret = %d", cap_lang,
+                                    kResultParamNg));
     }
     record.cap_lang = static_cast<uint8_t>(cap_lang);
-    TS_DTVSV_SP carrier;
-    TAKE_PLANE(command, info, setCapDrawingInfo, &record.cap, carrier,
-               "cap drawing_info_clazz class is NULL, ret = %d");
-    TRACE_NATIVE(kDebug, command.function, "SEND, handle           = %d", record.handle);
-    TRACE_NATIVE(kDebug, command.function, "SEND, cap_control_type = %d", record.cap_control_type);
-    TRACE_NATIVE(kDebug, command.function, "SEND, cap_lang         = %d", record.cap_lang);
-    traceCapDrawingInfo(command.function, record.cap);
-    return send(command, record, &carrier);
+    TS_DTVSV_SP surfaces;
+    takePlane(command, info, setCapDrawingInfo, &record.cap, surfaces,
+              ARGUMENT_LINE("cap drawing_info_clazz class is NULL, ret = %d"));
+    if (command.refused()) {
+        return command.answer();
+    }
+    TRACE_NATIVE(kDebug, command.function(), "SEND, handle           = %d", record.handle);
+    TRACE_NATIVE(kDebug, command.function(), "SEND, cap_control_type = %d",
+                 record.cap_control_type);
+    TRACE_NATIVE(kDebug, command.function(), "SEND, cap_lang         = %d", record.cap_lang);
+    traceCapDrawingInfo(command.function(), record.cap);
+    return command.send(&surfaces);
 }
 
-jobject controlBML(const Command& command, jint bml_control_type, jobject info) {
-    if (info == nullptr) {
-        REFUSE(command, "bml_drawing_info_obj is NULL, ret = %d", kResultParamNg);
+jobject controlBML(Command<TS_CONTROL_BML_REQ>& command, jint bml_control_type, jobject info) {
+    TS_CONTROL_BML_REQ& record = command.record;
+    Argument(command, info).requireObject(ARGUMENT_LINE("bml_drawing_info_obj is NULL, ret = %d"));
+    record.bml_control_type =
+        readControlType(command, bml_control_type,
+                        REFUSAL_LINE(command, "bml_control_type is too large : %d, ret = %d",
+                                     bml_control_type, kResultParamNg));
+    TS_DTVSV_SP surfaces;
+    takePlane(command, info, setBMLDrawingInfo, &record.bml, surfaces,
+              ARGUMENT_LINE("bml drawing_info_clazz class is NULL, ret = %d"));
+    if (command.refused()) {
+        return command.answer();
     }
-    TS_CONTROL_BML_REQ record = {};
-    record.handle = command.handle();
-    if (!isControlType(bml_control_type)) {
-        REFUSE(command, "bml_control_type is too large : %d, ret = %d", bml_control_type,
-               kResultParamNg);
-    }
-    record.bml_control_type = static_cast<uint8_t>(bml_control_type);
-    TS_DTVSV_SP carrier;
-    TAKE_PLANE(command, info, setBMLDrawingInfo, &record.bml, carrier,
-               "bml drawing_info_clazz class is NULL, ret = %d");
-    TRACE_NATIVE(kDebug, command.function, "SEND, handle           = %d", record.handle);
-    TRACE_NATIVE(kDebug, command.function, "SEND, bml_control_type = %d", record.bml_control_type);
-    traceBMLDrawingInfo(command.function, record.bml);
-    return send(command, record, &carrier);
+    TRACE_NATIVE(kDebug, command.function(), "SEND, handle           = %d", record.handle);
+    TRACE_NATIVE(kDebug, command.function(), "SEND, bml_control_type = %d",
+                 record.bml_control_type);
+    traceBMLDrawingInfo(command.function(), record.bml);
+    return command.send(&surfaces);
 }
 
-// ---- The planes of a component setting.
+// ---- What is presented when reception starts.
 
-/// Reads the enumerations of a component setting in the order in which they are judged.
-Ended readComponents(const Command& command, jobject setting, TS_COMPONENT_SETTING_REQ& record) {
-    jint value = 0;
-    READ_ENUM(command, setting, kAudioComponent, &value,
-              "audio_component getEnumValue Error, ret = %d");
-    record.audio_component = static_cast<uint8_t>(value);
-    READ_ENUM(command, setting, kCapLang, &value, "cap_lang getEnumValue Error, ret = %d");
-    record.cap_lang = static_cast<uint8_t>(value);
-    READ_ENUM(command, setting, kDualMono, &value, "dualmono getEnumValue Error, ret = %d");
-    record.dualmono = static_cast<uint8_t>(value);
-    READ_ENUM(command, setting, kCapStartType, &value,
-              "cap_start_type getEnumValue Error, ret = %d");
-    if (value > kLastStartType) {
-        REFUSE(command, "cap_start_type out of value Error, cap_start_type = %d", value);
+/// Reads the enumerations of a component setting, in the order in which they are checked.
+void readComponents(Command<TS_COMPONENT_SETTING_REQ>& command, Argument& setting) {
+    TS_COMPONENT_SETTING_REQ& record = command.record;
+    record.audio_component = setting.readEnum(component_setting::audio_component);
+    record.cap_lang = setting.readEnum(component_setting::cap_lang);
+    record.dualmono = setting.readEnum(component_setting::dualmono);
+    const jint cap_start_type = setting.readEnum(component_setting::cap_start_type);
+    if (cap_start_type > kLastStartType) {
+        command.refuse(REFUSAL_LINE(
+            command, "cap_start_type out of value Error, cap_start_type = %d", cap_start_type));
     }
-    record.cap_start_type = static_cast<uint8_t>(value);
-    READ_ENUM(command, setting, kBmlStartType, &value,
-              "bml_start_type getEnumValue Error, ret = %d");
-    if (value > kLastStartType) {
-        REFUSE(command, "bml_start_type out of value Error, bml_start_type = %d", value);
+    record.cap_start_type = static_cast<uint8_t>(cap_start_type);
+    const jint bml_start_type = setting.readEnum(component_setting::bml_start_type);
+    if (bml_start_type > kLastStartType) {
+        command.refuse(REFUSAL_LINE(
+            command, "bml_start_type out of value Error, bml_start_type = %d", bml_start_type));
     }
-    record.bml_start_type = static_cast<uint8_t>(value);
-    return kGoOn;
+    record.bml_start_type = static_cast<uint8_t>(bml_start_type);
 }
 
-/// Reads a plane's object from a component setting.
-#define READ_PLANE_OBJECT(command, clazz, setting, name, type, object, null_text)                  \
-    do {                                                                                           \
-        jfieldID plane_field = nullptr;                                                            \
-        FIND_FIELD(command, clazz, name, VALUE_TYPE(type), &plane_field,                           \
-                   name " fieldID is NULL, ret = %d");                                             \
-        *(object) = (command).env->GetObjectField(setting, plane_field);                           \
-        if (*(object) == nullptr) {                                                                \
-            REFUSE(command, null_text, kResultParamNg);                                            \
-        }                                                                                          \
-    } while (false)
-
-Ended takeComponentPlanes(const Command& command, jclass clazz, jobject setting,
-                          TS_COMPONENT_SETTING_REQ& record, TS_DTVSV_SP& carrier) {
-    jobject plane = nullptr;
-    READ_PLANE_OBJECT(command, clazz, setting, "video_drawing_info",
-                      BG_TS_DTVSVLIB_SCREEN_DRAWING_INFO, &plane,
-                      "video drawing_info_obj object is NULL, ret = %d");
-    TAKE_PLANE(command, plane, setScreenDrawingInfo, &record.screen, carrier, VIDEO_CLASS_TEXT);
-    READ_PLANE_OBJECT(command, clazz, setting, "cap_drawing_info", BG_TS_DTVSVLIB_CAP_DRAWING_INFO,
-                      &plane, "caption drawing_info_obj object is NULL, ret = %d");
-    TAKE_PLANE(command, plane, setCapDrawingInfo, &record.cap, carrier, CAPTION_CLASS_TEXT);
-    READ_PLANE_OBJECT(command, clazz, setting, "bml_drawing_info", BG_TS_DTVSVLIB_BML_DRAWING_INFO,
-                      &plane, "BML drawing_info_obj object is NULL, ret = %d");
-    TAKE_PLANE(command, plane, setBMLDrawingInfo, &record.bml, carrier, BML_CLASS_TEXT);
-    return kGoOn;
+void traceComponents(const char* function, const TS_COMPONENT_SETTING_REQ& record) {
+    TRACE_NATIVE(kDebug, function, "SEND, dtvsv_handle = %d", record.handle);
+    TRACE_NATIVE(kDebug, function, "SEND, COMPONENT_SETTING : cap_start_type  = %d",
+                 record.cap_start_type);
+    TRACE_NATIVE(kDebug, function, "SEND, COMPONENT_SETTING : bml_start_type  = %d",
+                 record.bml_start_type);
+    TRACE_NATIVE(kDebug, function, "SEND, COMPONENT_SETTING : cap_lang        = %d",
+                 record.cap_lang);
+    TRACE_NATIVE(kDebug, function, "SEND, COMPONENT_SETTING : dualmono        = %d",
+                 record.dualmono);
+    TRACE_NATIVE(kDebug, function, "SEND, COMPONENT_SETTING : audio_component = %d",
+                 record.audio_component);
 }
 
 } // namespace
 
 jobject dtvSvLibSetScreenDisplay(JNIEnv* env, jobject, jint handle, jobject info) {
-    const Command command = beginCommand(env, __func__, command_id::kSetScreenDisplay, handle);
-    if (info == nullptr) {
-        REFUSE(command, "drawing_info_obj is NULL, ret = %d", kResultParamNg);
+    Command command(env, __func__, command_row::kSetScreenDisplay, handle);
+    Argument(command, info).requireObject(kNullDrawingInfo);
+    TS_DTVSV_SP surfaces;
+    takePlane(command, info, setScreenDrawingInfo, &command.record.screen, surfaces, kNoVideoClass);
+    if (command.refused()) {
+        return command.answer();
     }
-    TS_SCREEN_DISPLAY_REQ record = {};
-    record.handle = command.handle();
-    TS_DTVSV_SP carrier;
-    TAKE_PLANE(command, info, setScreenDrawingInfo, &record.screen, carrier, VIDEO_CLASS_TEXT);
-    TRACE_NATIVE(kDebug, __func__, "SEND, dtvsv_handle = %d", record.handle);
-    traceScreenDrawingInfo(__func__, record.screen);
-    return send(command, record, &carrier);
+    TRACE_NATIVE(kDebug, __func__, "SEND, dtvsv_handle = %d", command.record.handle);
+    traceScreenDrawingInfo(__func__, command.record.screen);
+    return command.send(&surfaces);
 }
 
 jobject dtvSvLibSetCapDisplay(JNIEnv* env, jobject, jint handle, jobject info) {
-    const Command command = beginCommand(env, __func__, command_id::kSetCapDisplay, handle);
-    if (info == nullptr) {
-        REFUSE(command, "drawing_info_obj is NULL, ret = %d", kResultParamNg);
+    Command command(env, __func__, command_row::kSetCapDisplay, handle);
+    Argument(command, info).requireObject(kNullDrawingInfo);
+    TS_DTVSV_SP surfaces;
+    takePlane(command, info, setCapDrawingInfo, &command.record.cap, surfaces, kNoCaptionClass);
+    if (command.refused()) {
+        return command.answer();
     }
-    TS_CAP_DISPLAY_REQ record = {};
-    record.handle = command.handle();
-    TS_DTVSV_SP carrier;
-    TAKE_PLANE(command, info, setCapDrawingInfo, &record.cap, carrier, CAPTION_CLASS_TEXT);
-    TRACE_NATIVE(kDebug, __func__, "SEND, dtvsv_handle = %d", record.handle);
-    traceCapDisplayCommand(__func__, record.cap);
-    return send(command, record, &carrier);
+    TRACE_NATIVE(kDebug, __func__, "SEND, dtvsv_handle = %d", command.record.handle);
+    traceCapDisplayCommand(__func__, command.record.cap);
+    return command.send(&surfaces);
 }
 
 jobject dtvSvLibSetBMLDisplay(JNIEnv* env, jobject, jint handle, jobject info) {
-    const Command command = beginCommand(env, __func__, command_id::kSetBMLDisplay, handle);
-    if (info == nullptr) {
-        REFUSE(command, "drawing_info_obj is NULL, ret = %d", kResultParamNg);
+    Command command(env, __func__, command_row::kSetBMLDisplay, handle);
+    Argument(command, info).requireObject(kNullDrawingInfo);
+    TS_DTVSV_SP surfaces;
+    takePlane(command, info, setBMLDrawingInfo, &command.record.bml, surfaces, kNoBmlClass);
+    if (command.refused()) {
+        return command.answer();
     }
-    TS_BML_DISPLAY_REQ record = {};
-    record.handle = command.handle();
-    TS_DTVSV_SP carrier;
-    TAKE_PLANE(command, info, setBMLDrawingInfo, &record.bml, carrier, BML_CLASS_TEXT);
-    TRACE_NATIVE(kDebug, __func__, "SEND, dtvsv_handle = %d", record.handle);
-    traceBMLDrawingInfo(__func__, record.bml);
-    return send(command, record, &carrier);
+    TRACE_NATIVE(kDebug, __func__, "SEND, dtvsv_handle = %d", command.record.handle);
+    traceBMLDrawingInfo(__func__, command.record.bml);
+    return command.send(&surfaces);
 }
 
-// The planes are not tested for null here: a null one is refused for having no class.
+// The planes are not checked for null here: a null one is refused for having no class.
 jobject dtvSvLibSetDisplayAll(JNIEnv* env, jobject, jint handle, jobject screen, jobject cap,
                               jobject bml) {
-    const Command command = beginCommand(env, __func__, command_id::kSetDisplayAll, handle);
-    TS_DISPLAY_ALL_REQ record = {};
-    record.handle = command.handle();
-    TS_DTVSV_SP carrier;
-    TAKE_PLANE(command, screen, setScreenDrawingInfo, &record.screen, carrier, VIDEO_CLASS_TEXT);
-    TAKE_PLANE(command, cap, setCapDrawingInfo, &record.cap, carrier, CAPTION_CLASS_TEXT);
-    TAKE_PLANE(command, bml, setBMLDrawingInfo, &record.bml, carrier, BML_CLASS_TEXT);
+    Command command(env, __func__, command_row::kSetDisplayAll, handle);
+    TS_DISPLAY_ALL_REQ& record = command.record;
+    TS_DTVSV_SP surfaces;
+    takePlane(command, screen, setScreenDrawingInfo, &record.screen, surfaces, kNoVideoClass);
+    takePlane(command, cap, setCapDrawingInfo, &record.cap, surfaces, kNoCaptionClass);
+    takePlane(command, bml, setBMLDrawingInfo, &record.bml, surfaces, kNoBmlClass);
+    if (command.refused()) {
+        return command.answer();
+    }
     TRACE_NATIVE(kDebug, __func__, "SEND, dtvsv_handle = %d", record.handle);
     traceScreenDrawingInfo(__func__, record.screen);
     traceCapDrawingInfo(__func__, record.cap);
     traceBMLDrawingInfo(__func__, record.bml);
-    return send(command, record, &carrier);
+    return command.send(&surfaces);
 }
 
 jobject dtvSvLibControlCap(JNIEnv* env, jobject, jint handle, jint cap_control_type, jint cap_lang,
                            jobject info) {
-    return controlCap(beginCommand(env, __func__, command_id::kControlCap, handle),
-                      cap_control_type, cap_lang, info);
+    Command command(env, __func__, command_row::kControlCap, handle);
+    return controlCap(command, cap_control_type, cap_lang, info);
 }
 
 jobject dtvSvLibControlCap_Sync(JNIEnv* env, jobject, jint handle, jint cap_control_type,
                                 jint cap_lang, jobject info) {
-    return controlCap(beginCommand(env, __func__, command_id::kControlCap_Sync, handle),
-                      cap_control_type, cap_lang, info);
+    Command command(env, __func__, command_row::kControlCap_Sync, handle);
+    return controlCap(command, cap_control_type, cap_lang, info);
 }
 
 jobject dtvSvLibControlBML(JNIEnv* env, jobject, jint handle, jint bml_control_type, jobject info) {
-    return controlBML(beginCommand(env, __func__, command_id::kControlBML, handle),
-                      bml_control_type, info);
+    Command command(env, __func__, command_row::kControlBML, handle);
+    return controlBML(command, bml_control_type, info);
 }
 
 jobject dtvSvLibControlBML_Sync(JNIEnv* env, jobject, jint handle, jint bml_control_type,
                                 jobject info) {
-    return controlBML(beginCommand(env, __func__, command_id::kControlBML_Sync, handle),
-                      bml_control_type, info);
+    Command command(env, __func__, command_row::kControlBML_Sync, handle);
+    return controlBML(command, bml_control_type, info);
 }
 
-jobject dtvSvLibSetFirstComponent(JNIEnv* env, jobject, jint handle, jobject setting) {
-    const Command command = beginCommand(env, __func__, command_id::kSetFirstComponent, handle);
-    if (setting == nullptr) {
-        REFUSE(command, "component_setting_obj is NULL, ret = %d", kResultParamNg);
+jobject dtvSvLibSetFirstComponent(JNIEnv* env, jobject, jint handle, jobject setting_object) {
+    Command command(env, __func__, command_row::kSetFirstComponent, handle);
+    Argument setting(command, setting_object);
+    setting.requireObject(ARGUMENT_LINE("component_setting_obj is NULL, ret = %d"));
+    readComponents(command, setting);
+    setting.requireClass(ARGUMENT_LINE("component_setting_clazz class is NULL, ret = %d"));
+    TS_COMPONENT_SETTING_REQ& record = command.record;
+    TS_DTVSV_SP surfaces;
+    takePlane(command, setting.readObject(component_setting::video_drawing_info),
+              setScreenDrawingInfo, &record.screen, surfaces, kNoVideoClass);
+    takePlane(command, setting.readObject(component_setting::cap_drawing_info), setCapDrawingInfo,
+              &record.cap, surfaces, kNoCaptionClass);
+    takePlane(command, setting.readObject(component_setting::bml_drawing_info), setBMLDrawingInfo,
+              &record.bml, surfaces, kNoBmlClass);
+    if (command.refused()) {
+        return command.answer();
     }
-    TS_COMPONENT_SETTING_REQ record = {};
-    record.handle = command.handle();
-    if (const Ended ended = readComponents(command, setting, record)) {
-        return *ended;
-    }
-    const jclass clazz = classOf(env, setting);
-    if (clazz == nullptr) {
-        REFUSE(command, "component_setting_clazz class is NULL, ret = %d", kResultParamNg);
-    }
-    TS_DTVSV_SP carrier;
-    if (const Ended ended = takeComponentPlanes(command, clazz, setting, record, carrier)) {
-        return *ended;
-    }
-    TRACE_NATIVE(kDebug, __func__, "SEND, dtvsv_handle = %d", record.handle);
-    TRACE_NATIVE(kDebug, __func__, "SEND, COMPONENT_SETTING : cap_start_type  = %d",
-                 record.cap_start_type);
-    TRACE_NATIVE(kDebug, __func__, "SEND, COMPONENT_SETTING : bml_start_type  = %d",
-                 record.bml_start_type);
-    TRACE_NATIVE(kDebug, __func__, "SEND, COMPONENT_SETTING : cap_lang        = %d",
-                 record.cap_lang);
-    TRACE_NATIVE(kDebug, __func__, "SEND, COMPONENT_SETTING : dualmono        = %d",
-                 record.dualmono);
-    TRACE_NATIVE(kDebug, __func__, "SEND, COMPONENT_SETTING : audio_component = %d",
-                 record.audio_component);
+    traceComponents(__func__, record);
     traceScreenDrawingInfo(__func__, record.screen);
     traceCapDrawingInfo(__func__, record.cap);
     traceBMLDrawingInfo(__func__, record.bml);
-    return send(command, record, &carrier);
+    return command.send(&surfaces);
 }

@@ -1,7 +1,6 @@
 #include "commands/drawing_info.h"
 
-#include "commands/enum_fields.h"
-#include "commands/fields.h"
+#include "commands/java_access.h"
 #include "commands/local_reference.h"
 
 using trace::kDebug;
@@ -10,161 +9,95 @@ using trace::kFuncStart;
 
 namespace {
 
+namespace bml_plane = field::BG_TS_DTVSVLIB_BML_DRAWING_INFO;
+namespace cap_layout = field::BG_TS_DTVSVLIB_CAP_DISPLAY_INFO;
+namespace cap_plane = field::BG_TS_DTVSVLIB_CAP_DRAWING_INFO;
+namespace screen_plane = field::BG_TS_DTVSVLIB_SCREEN_DRAWING_INFO;
+
+constexpr jint kLastOnOff = 1;
 constexpr jint kLastRotate = 3;
 constexpr jint kLastScreenMode = 3;
 constexpr jint kLastBackgroundColor = 8;
 
-constexpr EnumField kScreenRotate = {"screen_rotate", VALUE_TYPE(BG_TE_DTVSVLIB_SCREEN_ROTATE),
-                                     "getScreenRotateValue"};
-constexpr EnumField kScreenMode = {"screen_mode", VALUE_TYPE(BG_TE_DTVSVLIB_SCREEN_MODE),
-                                   "getScreenModeValue"};
-constexpr EnumField kBackgroundColor = {
-    "background_color", VALUE_TYPE(BG_TE_DTVSVLIB_BACKGROUND_COLOR), "getBackgroundColorValue"};
-constexpr EnumField kBackgroundAlpha = onOffField("background_alpha");
+/// What most lines of these routines show as "ret". Those of the caption plane show PARAM_NG, yet
+/// the routine answers 1.
+constexpr int kFailed = 1;
 
-/// The routines fail with one line, and print the number that stands with it: the caption plane
-/// prints 5 where the others print 1, yet fails as they do.
-#define FAIL(...)                                                                                  \
-    do {                                                                                           \
-        TRACE_NATIVE(kDebug, __func__, __VA_ARGS__);                                               \
-        return 1;                                                                                  \
-    } while (false)
-
-/// Reads an enum field up to a limit and stores its low byte.
-#define READ_LIMITED_ENUM(env, object, field, name, limit, target, printed)                        \
-    do {                                                                                           \
-        jint value = 0;                                                                            \
-        const int unread = getEnumValue(env, object, field, &value);                               \
-        if ((env)->ExceptionCheck()) {                                                             \
-            return 1;                                                                              \
-        }                                                                                          \
-        if (unread != 0) {                                                                         \
-            FAIL(name " getEnumValue Error, ret = %d", unread);                                    \
-        }                                                                                          \
-        if (value > (limit)) {                                                                     \
-            FAIL(name " is too large : %d, ret = %d", value, printed);                             \
-        }                                                                                          \
-        target = static_cast<uint8_t>(value);                                                      \
-    } while (false)
-
-/// Reads an int field into `value`.
-#define READ_INT_FIELD(env, clazz, object, name, value, printed)                                   \
-    do {                                                                                           \
-        const jfieldID int_field = findField(env, clazz, name, "I");                               \
-        if (int_field == nullptr) {                                                                \
-            FAIL(name " fieldID is NULL, ret = %d", printed);                                      \
-        }                                                                                          \
-        value = (env)->GetIntField(object, int_field);                                             \
-    } while (false)
-
-/// Reads the size of a plane, of which 16 bits travel.
-#define READ_SURFACE_SIZE(env, clazz, object, target, printed)                                     \
-    do {                                                                                           \
-        jint pixels = 0;                                                                           \
-        READ_INT_FIELD(env, clazz, object, "surface_width", pixels, printed);                      \
-        (target)->surface_width = static_cast<uint16_t>(pixels);                                   \
-        READ_INT_FIELD(env, clazz, object, "surface_height", pixels, printed);                     \
-        (target)->surface_height = static_cast<uint16_t>(pixels);                                  \
-    } while (false)
-
-/// Reads an int field of the caption layout, of which one byte travels.
-#define READ_LAYOUT_BYTE(env, clazz, object, name, target)                                         \
-    do {                                                                                           \
-        jint value = 0;                                                                            \
-        READ_INT_FIELD(env, clazz, object, name, value, 1);                                        \
-        target = static_cast<uint8_t>(value);                                                      \
-    } while (false)
-
-/// Reads a position of the caption layout; a negative one is refused with the words for a large
-/// one.
-#define READ_LAYOUT_POSITION(env, clazz, object, name, target)                                     \
-    do {                                                                                           \
-        jint value = 0;                                                                            \
-        READ_INT_FIELD(env, clazz, object, name, value, 1);                                        \
-        if (value < 0) {                                                                           \
-            FAIL(name " is too large : %d, ret = %d", value, 1);                                   \
-        }                                                                                          \
-        target = static_cast<uint16_t>(value);                                                     \
-    } while (false)
+/// Ends a routine: with its FUNCEND line when all was read.
+int endRoutine(const char* routine, const Argument& info) {
+    if (info.refused()) {
+        return kFailed;
+    }
+    TRACE_NATIVE(kFuncEnd, routine, "");
+    return 0;
+}
 
 } // namespace
 
 int setScreenDrawingInfo(JNIEnv* env, jobject info_object, SCREEN_DRAWING_INFO* out) {
     TRACE_NATIVE(kFuncStart, __func__, "");
-    const jclass clazz = classOf(env, info_object);
-    if (clazz == nullptr) {
-        FAIL("screen_drawing_info_clazz class is NULL, ret = %d", 1);
-    }
-    const LocalReference clazz_reference(env, clazz);
-    READ_LIMITED_ENUM(env, info_object, kScreenRotate, "screen_rotate", kLastRotate,
-                      out->screen_rotate, 1);
-    READ_LIMITED_ENUM(env, info_object, kScreenMode, "screen_mode", kLastScreenMode,
-                      out->screen_mode, 1);
-    READ_SURFACE_SIZE(env, clazz, info_object, out, 1);
-    TRACE_NATIVE(kFuncEnd, __func__, "");
-    return 0;
+    Argument info(env, __func__, info_object, kFailed);
+    info.requireClass(ARGUMENT_LINE("screen_drawing_info_clazz class is NULL, ret = %d"));
+    const LocalReference clazz(env, info.clazz());
+    out->screen_rotate =
+        info.readEnumUpTo(kLastRotate, screen_plane::screen_rotate, out->screen_rotate);
+    out->screen_mode =
+        info.readEnumUpTo(kLastScreenMode, screen_plane::screen_mode, out->screen_mode);
+    out->surface_width = info.readInt(screen_plane::surface_width, out->surface_width);
+    out->surface_height = info.readInt(screen_plane::surface_height, out->surface_height);
+    return endRoutine(__func__, info);
 }
 
 int setCapDrawingInfo(JNIEnv* env, jobject info_object, CAP_DRAWING_INFO* out) {
     TRACE_NATIVE(kFuncStart, __func__, "");
-    const jclass clazz = classOf(env, info_object);
-    if (clazz == nullptr) {
-        FAIL("caption drawing_info_clazz class is NULL, ret = %d", 1);
-    }
-    const LocalReference clazz_reference(env, clazz);
-    READ_LIMITED_ENUM(env, info_object, kScreenRotate, "screen_rotate", kLastRotate,
-                      out->screen_rotate, kResultParamNg);
-    READ_SURFACE_SIZE(env, clazz, info_object, out, kResultParamNg);
-
-    const jfieldID field =
-        findField(env, clazz, "cap_info", VALUE_TYPE(BG_TS_DTVSVLIB_CAP_DISPLAY_INFO));
-    if (field == nullptr) {
-        FAIL("cap_info fieldID is NULL, ret = %d", kResultParamNg);
-    }
-    const jobject display_info = env->GetObjectField(info_object, field);
-    if (display_info == nullptr) {
-        FAIL("cap_info display_info_obj object is NULL, ret = %d", kResultParamNg);
+    Argument info(env, __func__, info_object, kResultParamNg);
+    info.requireClass([](const char* function, int line, int) {
+        TRACE_NATIVE_AT(line, kDebug, function,
+                        "caption drawing_info_clazz class is NULL, ret = %d", kFailed);
+    });
+    const LocalReference clazz(env, info.clazz());
+    out->screen_rotate =
+        info.readEnumUpTo(kLastRotate, cap_plane::screen_rotate, out->screen_rotate);
+    out->surface_width = info.readInt(cap_plane::surface_width, out->surface_width);
+    out->surface_height = info.readInt(cap_plane::surface_height, out->surface_height);
+    const jobject display_info = info.readObject(cap_plane::cap_info);
+    if (info.refused()) {
+        return kFailed;
     }
     const LocalReference display_info_reference(env, display_info);
     if (setCapDisplayInfo(env, display_info, &out->cap_info) != 0) {
-        return 1;
+        return kFailed;
     }
-    TRACE_NATIVE(kFuncEnd, __func__, "");
-    return 0;
+    return endRoutine(__func__, info);
 }
 
 int setCapDisplayInfo(JNIEnv* env, jobject display_info_object, CAP_DISPLAY_INFO* out) {
-    const jclass clazz = classOf(env, display_info_object);
-    if (clazz == nullptr) {
-        FAIL("display_info_clazz class is NULL, ret = %d", 1);
-    }
-    const LocalReference clazz_reference(env, clazz);
-    const jobject object = display_info_object;
-    READ_LAYOUT_BYTE(env, clazz, object, "font_size", out->font_size);
-    READ_LAYOUT_BYTE(env, clazz, object, "characters_num", out->characters_num);
-    READ_LAYOUT_BYTE(env, clazz, object, "lines_num", out->lines_num);
-    READ_LAYOUT_BYTE(env, clazz, object, "separator_size", out->separator_size);
-    READ_LAYOUT_POSITION(env, clazz, object, "position_x", out->position_x);
-    READ_LAYOUT_POSITION(env, clazz, object, "position_y", out->position_y);
-    READ_LIMITED_ENUM(env, object, kBackgroundColor, "background_color", kLastBackgroundColor,
-                      out->background_color, 1);
-    READ_LIMITED_ENUM(env, object, kBackgroundAlpha, "background_alpha", kLastOnOff,
-                      out->background_alpha, 1);
-    return 0;
+    Argument info(env, __func__, display_info_object, kFailed);
+    info.requireClass(ARGUMENT_LINE("display_info_clazz class is NULL, ret = %d"));
+    const LocalReference clazz(env, info.clazz());
+    out->font_size = info.readInt(cap_layout::font_size, out->font_size);
+    out->characters_num = info.readInt(cap_layout::characters_num, out->characters_num);
+    out->lines_num = info.readInt(cap_layout::lines_num, out->lines_num);
+    out->separator_size = info.readInt(cap_layout::separator_size, out->separator_size);
+    out->position_x = info.readPosition(cap_layout::position_x, out->position_x);
+    out->position_y = info.readPosition(cap_layout::position_y, out->position_y);
+    out->background_color = info.readEnumUpTo(kLastBackgroundColor, cap_layout::background_color,
+                                              out->background_color);
+    out->background_alpha =
+        info.readEnumUpTo(kLastOnOff, cap_layout::background_alpha, out->background_alpha);
+    return info.refused() ? kFailed : 0;
 }
 
 int setBMLDrawingInfo(JNIEnv* env, jobject info_object, BML_DRAWING_INFO* out) {
     TRACE_NATIVE(kFuncStart, __func__, "");
-    const jclass clazz = classOf(env, info_object);
-    if (clazz == nullptr) {
-        FAIL("BML drawing_info_clazz class is NULL, ret = %d", 1);
-    }
-    const LocalReference clazz_reference(env, clazz);
-    READ_LIMITED_ENUM(env, info_object, kScreenRotate, "screen_rotate", kLastRotate,
-                      out->screen_rotate, 1);
-    READ_SURFACE_SIZE(env, clazz, info_object, out, 1);
-    TRACE_NATIVE(kFuncEnd, __func__, "");
-    return 0;
+    Argument info(env, __func__, info_object, kFailed);
+    info.requireClass(ARGUMENT_LINE("BML drawing_info_clazz class is NULL, ret = %d"));
+    const LocalReference clazz(env, info.clazz());
+    out->screen_rotate =
+        info.readEnumUpTo(kLastRotate, bml_plane::screen_rotate, out->screen_rotate);
+    out->surface_width = info.readInt(bml_plane::surface_width, out->surface_width);
+    out->surface_height = info.readInt(bml_plane::surface_height, out->surface_height);
+    return endRoutine(__func__, info);
 }
 
 int setSurface(JNIEnv* env, jclass info_class, jobject info_object,
@@ -172,32 +105,48 @@ int setSurface(JNIEnv* env, jclass info_class, jobject info_object,
     TRACE_NATIVE(kFuncStart, __func__, "");
     const jclass surface_class = g_listener->getJavaClass(class_id::kSurface);
     if (surface_class == nullptr) {
-        FAIL("surface_handle_clazz fieldID is NULL, ret = %d", 1);
+        TRACE_NATIVE(kDebug, __func__, "surface_handle_clazz fieldID is NULL, ret = %d", kFailed);
+        return kFailed;
     }
-    const jfieldID native_field = findField(env, surface_class, "mSurface", "I");
-    if (native_field == nullptr) {
-        FAIL("mSurface fid Surface fieldID is NULL, ret = %d", 1);
+    const jfieldID address_field = findField(env, surface_class, field::Surface::mSurface, "I");
+    if (address_field == nullptr) {
+        TRACE_NATIVE(kDebug, __func__, "mSurface fid Surface fieldID is NULL, ret = %d", kFailed);
+        return kFailed;
     }
+    // The field has one name in all three classes.
     const jfieldID handle_field =
-        findField(env, info_class, "surface_handle", "Landroid/view/Surface;");
+        findField(env, info_class, screen_plane::surface_handle, SURFACE_TYPE);
     if (handle_field == nullptr) {
-        FAIL("surface_handle fid is NULL, ret = %d", 1);
+        TRACE_NATIVE(kDebug, __func__, "surface_handle fid is NULL, ret = %d", kFailed);
+        return kFailed;
     }
     const jobject surface =
         info_object != nullptr ? env->GetObjectField(info_object, handle_field) : nullptr;
     if (surface == nullptr) {
-        FAIL("surface_object is NULL, ret = %d", 1);
+        TRACE_NATIVE(kDebug, __func__, "surface_object is NULL, ret = %d", kFailed);
+        return kFailed;
     }
     const LocalReference surface_reference(env, surface);
     // The platform keeps the surface's address in an int.
-    const auto address = static_cast<uint32_t>(env->GetIntField(surface, native_field));
+    const auto address = static_cast<uint32_t>(env->GetIntField(surface, address_field));
     *slot = reinterpret_cast<android::Surface*>(static_cast<uintptr_t>(address));
     TRACE_NATIVE(kFuncEnd, __func__, "");
     return 0;
 }
 
-jobject answerUnreadPlane(const Command& command) {
-    return command.env->ExceptionCheck() ? nullptr : answerRefusal(command);
+void takeSurface(NativeCall& call, jobject info_object, TS_DTVSV_SP& surfaces,
+                 FieldLine missing_class, int line) {
+    const jclass info_class = classOf(call.env(), info_object);
+    if (info_class == nullptr) {
+        call.refuse([&] { missing_class(call.function(), line, kFailed); });
+        return;
+    }
+    if (setSurface(call.env(), info_class, info_object,
+                   &surfaces.surface[surfaces.surface_count]) != 0) {
+        call.refuseWithoutLine();
+        return;
+    }
+    ++surfaces.surface_count;
 }
 
 void traceScreenDrawingInfo(const char* function, const SCREEN_DRAWING_INFO& info) {

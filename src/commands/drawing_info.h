@@ -5,8 +5,7 @@
 // in part. None of them leaves a local reference.
 #pragma once
 
-#include "commands/command.h"
-#include "commands/fields.h"
+#include "commands/argument.h"
 #include "records/drawing_info.h"
 
 #include <DtvSvLibListener.h>
@@ -21,37 +20,36 @@ int setBMLDrawingInfo(JNIEnv* env, jobject info_object, BML_DRAWING_INFO* out);
 int setSurface(JNIEnv* env, jclass info_class, jobject info_object,
                android::sp<android::Surface>* slot);
 
-/// The answer of a native whose drawing info or surface could not be read: null when Java threw,
-/// else the refusal. It adds no line of its own.
-jobject answerUnreadPlane(const Command& command);
+/// Takes the surface of a plane's object into the next slot. `missing_class` is the line about an
+/// object without a class.
+void takeSurface(NativeCall& call, jobject info_object, TS_DTVSV_SP& surfaces,
+                 FieldLine missing_class, int line);
 
-/// Takes the surface of a plane into the next slot of the carrier. `class_text` is what is logged
-/// with 1 when the plane's object has no class.
-#define TAKE_SURFACE(command, info_object, carrier, class_text)                                    \
-    do {                                                                                           \
-        const jclass plane_class = classOf((command).env, info_object);                            \
-        if (plane_class == nullptr) {                                                              \
-            REFUSE(command, class_text, 1);                                                        \
-        }                                                                                          \
-        if (setSurface((command).env, plane_class, info_object,                                    \
-                       &(carrier).surface[(carrier).surface_count]) == 1) {                        \
-            return answerUnreadPlane(command);                                                     \
-        }                                                                                          \
-        ++(carrier).surface_count;                                                                 \
-    } while (false)
+/// Reads a plane's object into its part of a record with `read`, one of the routines above, then
+/// takes its surface into the next slot.
+template <class Info>
+void takePlane(NativeCall& call, jobject info_object, int (*read)(JNIEnv*, jobject, Info*),
+               Info* out, TS_DTVSV_SP& surfaces, FieldLine missing_class,
+               int line = __builtin_LINE()) {
+    if (call.refused()) {
+        return;
+    }
+    if (read(call.env(), info_object, out) != 0) {
+        // The routine has written its line.
+        call.refuseWithoutLine();
+        return;
+    }
+    takeSurface(call, info_object, surfaces, missing_class, line);
+}
 
-/// Reads a plane's record part with `read`, then takes its surface into the next slot.
-#define TAKE_PLANE(command, object, read, out, carrier, class_text)                                \
-    do {                                                                                           \
-        if (read((command).env, object, out) != 0) {                                               \
-            return answerUnreadPlane(command);                                                     \
-        }                                                                                          \
-        TAKE_SURFACE(command, object, carrier, class_text);                                        \
-    } while (false)
-
-/// Whether a control type of the captions or the BML browser passes: 255, or anything up to 4.
-constexpr bool isControlType(jint type) {
-    return type == 255 || type <= 4;
+/// Checks a control type of the captions or of the BML browser: 255, or anything up to 4, is
+/// accepted. Otherwise the call is refused with the line.
+template <class Trace>
+uint8_t readControlType(NativeCall& call, jint type, const Trace& trace) {
+    if (!call.refused() && type != 255 && type > 4) {
+        call.refuse(trace);
+    }
+    return static_cast<uint8_t>(type);
 }
 
 void traceScreenDrawingInfo(const char* function, const SCREEN_DRAWING_INFO& info);

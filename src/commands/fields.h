@@ -1,87 +1,121 @@
-// Reading the Java objects that commands take. A field is found by its name at each call: the
-// argument classes are Java's, and a missing field is an argument that is refused.
+// The fields of Java objects that the commands read, as constants: field::BG_TS_DTVSVLIB_START_PLAY
+// holds those of that class. They are the rows of field_table.def.
 #pragma once
 
-#include "binding/signature.h"
-#include "commands/command.h"
-#include "records/field_text.h"
+#include "binding/java_names.h"
+#include "entry/trace.h"
 
-/// The class of an object; null for a null object.
-inline jclass classOf(JNIEnv* env, jobject object) {
-    return object != nullptr ? env->GetObjectClass(object) : nullptr;
-}
+/// Writes the line of a field that cannot be read, on behalf of a source line of `function`.
+/// `number` is what the line shows as "ret".
+using FieldLine = void (*)(const char* function, int line, int number);
+/// Writes the line of a value that is not accepted.
+using ValueLine = void (*)(const char* function, int line, int value, int number);
 
-/// A field of a class, or null, without an exception pending. A null class has no fields.
-inline jfieldID findField(JNIEnv* env, jclass clazz, const char* name, const char* type) {
-    if (clazz == nullptr) {
-        return nullptr;
-    }
-    const jfieldID field = env->GetFieldID(clazz, name, type);
-    if (field == nullptr) {
-        env->ExceptionClear();
-    }
-    return field;
-}
-
-/// An enum-typed field: its name, its type's descriptor, and the getter of the type's int.
-struct EnumField {
+struct IntField {
     const char* name;
-    const char* type;
-    const char* getter;
+    FieldLine missing;
 };
 
-inline int getEnumValue(JNIEnv* env, jobject holder, const EnumField& field, int* value) {
-    return getEnumValue(env, holder, field.name, field.type, field.getter, value);
-}
+struct LimitedIntField : IntField {
+    ValueLine too_large;
+};
 
-// The macros below end the native method, or the group of its checks, that a field fails.
+struct EnumField {
+    const char* name;
+    const char* type; ///< descriptor
+    const char* getter;
+    FieldLine unreadable;
+};
 
-/// Declares `clazz`, the class of a command's object. A null object is refused with `null_text`,
-/// one without a class with `class_text`, both with PARAM_NG.
-#define TAKE_CLASS(command, object, clazz, null_text, class_text)                                  \
-    if ((object) == nullptr) {                                                                     \
-        REFUSE(command, null_text, kResultParamNg);                                                \
-    }                                                                                              \
-    const jclass clazz = classOf((command).env, object);                                           \
-    if (clazz == nullptr) {                                                                        \
-        REFUSE(command, class_text, kResultParamNg);                                               \
+struct LimitedEnumField : EnumField {
+    ValueLine too_large;
+};
+
+/// A String or an array of bytes.
+struct DataField {
+    const char* name;
+    FieldLine missing;
+    FieldLine null;
+    ValueLine too_long; ///< null: any length is accepted
+};
+struct TextField : DataField {};
+struct BytesField : DataField {};
+
+struct ObjectField {
+    const char* name;
+    const char* type; ///< descriptor
+    FieldLine missing;
+    FieldLine null; ///< null: the object may be null
+};
+
+// ---- The lines of the rows.
+
+#define PLAIN(text)                                                                                \
+    [](const char* function, int line, int) {                                                      \
+        TRACE_NATIVE_AT(line, trace::kDebug, function, text);                                      \
+    }
+#define NUMBERED(text)                                                                             \
+    [](const char* function, int line, int number) {                                               \
+        TRACE_NATIVE_AT(line, trace::kDebug, function, text, number);                              \
+    }
+#define LENGTH(text)                                                                               \
+    [](const char* function, int line, int length, int) {                                          \
+        TRACE_NATIVE_AT(line, trace::kDebug, function, text, length);                              \
+    }
+#define LENGTH_NUMBERED(text)                                                                      \
+    [](const char* function, int line, int length, int number) {                                   \
+        TRACE_NATIVE_AT(line, trace::kDebug, function, text, length, number);                      \
     }
 
-/// Reads an enum field; an unreadable one is refused with `text` and getEnumValue's result.
-#define READ_ENUM(command, object, field, value, text)                                             \
-    do {                                                                                           \
-        const int unread = getEnumValue((command).env, object, field, value);                      \
-        if ((command).env->ExceptionCheck()) {                                                     \
-            return nullptr;                                                                        \
-        }                                                                                          \
-        if (unread != 0) {                                                                         \
-            REFUSE(command, text, unread);                                                         \
-        }                                                                                          \
-    } while (false)
+namespace field {
+#define INT_FIELD(java_class, name)                                                                \
+    namespace java_class {                                                                         \
+    inline constexpr IntField name = {#name, NUMBERED(#name " fieldID is NULL, ret = %d")};        \
+    }
+#define LIMITED_INT_FIELD(java_class, name)                                                        \
+    namespace java_class {                                                                         \
+    inline constexpr LimitedIntField name = {                                                      \
+        {#name, NUMBERED(#name " fieldID is NULL, ret = %d")},                                     \
+        LENGTH_NUMBERED(#name " is too large : %d, ret = %d")};                                    \
+    }
+#define NAMED_ENUM_FIELD(java_class, name, text, enumeration, getter)                              \
+    namespace java_class {                                                                         \
+    inline constexpr EnumField name = {#name, VALUE_TYPE(enumeration), #getter,                    \
+                                       NUMBERED(text " getEnumValue Error, ret = %d")};            \
+    }
+#define ENUM_FIELD(java_class, name, enumeration, getter)                                          \
+    NAMED_ENUM_FIELD(java_class, name, #name, enumeration, getter)
+#define LIMITED_ENUM_FIELD(java_class, name, enumeration, getter)                                  \
+    namespace java_class {                                                                         \
+    inline constexpr LimitedEnumField name = {                                                     \
+        {#name, VALUE_TYPE(enumeration), #getter,                                                  \
+         NUMBERED(#name " getEnumValue Error, ret = %d")},                                         \
+        LENGTH_NUMBERED(#name " is too large : %d, ret = %d")};                                    \
+    }
+#define TEXT_FIELD(java_class, name, missing, null, too_long)                                      \
+    namespace java_class {                                                                         \
+    inline constexpr TextField name = {{#name, missing, null, too_long}};                          \
+    }
+#define BYTES_FIELD(java_class, name, missing, null, too_long)                                     \
+    namespace java_class {                                                                         \
+    inline constexpr BytesField name = {{#name, missing, null, too_long}};                         \
+    }
+#define OBJECT_FIELD(java_class, name, object_class, missing, null)                                \
+    namespace java_class {                                                                         \
+    inline constexpr ObjectField name = {#name, VALUE_TYPE(object_class), missing, null};          \
+    }
+#define SURFACE_FIELD(java_class, name)                                                            \
+    namespace java_class {                                                                         \
+    inline constexpr const char* name = #name;                                                     \
+    }
+#define SURFACE_ADDRESS_FIELD(name)                                                                \
+    namespace Surface {                                                                            \
+    inline constexpr const char* name = #name;                                                     \
+    }
+#include "commands/field_table.def"
+} // namespace field
 
-/// Looks up a field; a missing one is refused with `text` and PARAM_NG.
-#define FIND_FIELD(command, clazz, name, type, field, text)                                        \
-    do {                                                                                           \
-        *(field) = findField((command).env, clazz, name, type);                                    \
-        if (*(field) == nullptr) {                                                                 \
-            REFUSE(command, text, kResultParamNg);                                                 \
-        }                                                                                          \
-    } while (false)
-
-/// Copies a text into a field of the record. When the VM has no memory for it the native ends with
-/// the VM's exception pending.
-#define COPY_TEXT(command, string, target)                                                         \
-    do {                                                                                           \
-        g_listener->convJStringToChar((command).env, string, target, sizeof(target));              \
-        if ((command).env->ExceptionCheck()) {                                                     \
-            return nullptr;                                                                        \
-        }                                                                                          \
-    } while (false)
-
-/// Reads an int field whose name is a literal.
-#define READ_INT(command, clazz, object, name, value)                                              \
-    do {                                                                                           \
-        jfieldID int_field = nullptr;                                                              \
-        FIND_FIELD(command, clazz, name, "I", &int_field, name " fieldID is NULL, ret = %d");      \
-        *(value) = (command).env->GetIntField(object, int_field);                                  \
-    } while (false)
+#undef PLAIN
+#undef NUMBERED
+#undef LENGTH
+#undef LENGTH_NUMBERED

@@ -1,71 +1,64 @@
-// The synchronous commands without Java objects. Those with them stand beside their twins.
+// The synchronous commands without Java objects. Those with them are beside their asynchronous
+// variants.
 #include "commands/command.h"
-#include "commands/enum_fields.h"
 #include "commands/natives.h"
-#include "records/command_records.h"
-#include "records/message_ids.h"
 
 using trace::kDebug;
 
 namespace {
 
-/// The two decoders' request. A refusal answers the result enumeration's constant although Java
-/// declares another class; callers that pass checked values never meet it.
-Ended readOnOff(const Command& command, jint onoff, TS_ONE_VALUE_REQ& record) {
-    if (onoff > kLastOnOff) {
-        const jobject refused = getRetCode(command.env, kResultParamNg);
-        TRACE_NATIVE(kDebug, command.function, "onoff too large : %d, ret = %d", onoff,
-                     kResultParamNg);
-        return refused;
-    }
-    record.handle = command.handle();
-    record.value = static_cast<uint8_t>(onoff);
-    return kGoOn;
+constexpr jint kLastOnOff = 1;
+
+/// The request of the two decoders. A refusal answers the constant of the result enumeration
+/// although Java declares another class; callers that pass checked values never get it.
+jobject refuseOnOff(const NativeCall& call, jint onoff) {
+    const jobject refused = getRetCode(call.env(), kResultParamNg);
+    TRACE_NATIVE(kDebug, call.function(), "onoff too large : %d, ret = %d", onoff, kResultParamNg);
+    return refused;
 }
 
 } // namespace
 
 jobject dtvSvLibRelease_Sync(JNIEnv* env, jobject, jint handle) {
-    return sendHandle(env, __func__, command_id::kRelease_Sync, handle);
+    return sendHandle(env, __func__, command_row::kRelease_Sync, handle);
 }
 
 jobject dtvSvLibCancelScan_Sync(JNIEnv* env, jobject, jint handle) {
-    return sendHandle(env, __func__, command_id::kCancelScan_Sync, handle);
+    return sendHandle(env, __func__, command_row::kCancelScan_Sync, handle);
 }
 
 jobject dtvSvLibTerminateBroadcastReceiving_Sync(JNIEnv* env, jobject, jint handle) {
-    return sendHandle(env, __func__, command_id::kTerminateBroadcastReceiving_Sync, handle);
+    return sendHandle(env, __func__, command_row::kTerminateBroadcastReceiving_Sync, handle);
 }
 
 jobject dtvSvLibBMLEndTvLinkReq_Sync(JNIEnv* env, jobject, jint handle) {
-    return sendHandle(env, __func__, command_id::kBMLEndTvLink_Sync, handle);
+    return sendHandle(env, __func__, command_row::kBMLEndTvLink_Sync, handle);
 }
 
 jobject dtvSvLibTerminatePlay_Sync(JNIEnv* env, jobject, jint handle) {
-    return sendHandle(env, __func__, command_id::kTerminatePlay_Sync, handle,
-                      SENDS_HANDLE("SEND, TERMINATE_PLAY : dtvsv_handle = %d"));
+    return sendHandle(env, __func__, command_row::kTerminatePlay_Sync, handle,
+                      HANDLE_LINE("SEND, TERMINATE_PLAY : dtvsv_handle = %d"));
 }
 
 jobject dtvSvLibControlDecodeScreen_Sync(JNIEnv* env, jobject, jint handle, jint onoff) {
-    const Command command =
-        beginCommand(env, __func__, command_id::kControlDecodeScreen_Sync, handle);
-    TS_ONE_VALUE_REQ record = {};
-    if (const Ended ended = readOnOff(command, onoff, record)) {
-        return *ended;
+    Command command(env, __func__, command_row::kControlDecodeScreen_Sync, handle);
+    if (onoff > kLastOnOff) {
+        return refuseOnOff(command, onoff);
     }
-    TRACE_NATIVE(kDebug, __func__, "SEND, dtvsv_handle = %d, onoff = %d", record.handle,
-                 record.value);
-    return send(command, record);
+    command.record.value = static_cast<uint8_t>(onoff);
+    TRACE_NATIVE(kDebug, __func__, "SEND, dtvsv_handle = %d, onoff = %d", command.record.handle,
+                 command.record.value);
+    return command.send();
 }
 
 jobject dtvSvLibControlDecodeAudio_Sync(JNIEnv* env, jobject, jint handle, jint onoff) {
-    const Command command =
-        beginCommand(env, __func__, command_id::kControlDecodeAudio_Sync, handle);
-    TS_ONE_VALUE_REQ record = {};
-    if (const Ended ended = readOnOff(command, onoff, record)) {
-        return *ended;
+    Command command(env, __func__, command_row::kControlDecodeAudio_Sync, handle);
+    if (onoff > kLastOnOff) {
+        return refuseOnOff(command, onoff);
     }
+    command.record.value = static_cast<uint8_t>(onoff);
     // The label is that of the end of a playback.
-    TRACE_NATIVE(kDebug, __func__, "SEND, TERMINATE_PLAY : dtvsv_handle = %d", record.handle);
-    return send(command, record);
+    TRACE_NATIVE(kDebug, __func__, "SEND, TERMINATE_PLAY : dtvsv_handle = %d",
+                 command.record.handle);
+    return command.send();
 }

@@ -1,8 +1,6 @@
 #include "commands/sync_reply.h"
 
 #include "binding/signature.h"
-#include "records/command_records.h"
-#include "records/reply_records.h"
 
 #include <cstring>
 
@@ -13,46 +11,28 @@ using trace::kInfo;
 
 namespace {
 
-/// The class of a synchronous command's answer.
+/// The constructor of a synchronous command's answer.
 struct SyncAnswer {
     int message_id;
     TE_DTVSV_METHODID constructor;
 };
 
 constexpr SyncAnswer kSyncAnswers[] = {
-    {command_id::kRelease_Sync, kNew_BG_TS_DTVSVLIB_RELEASE_REPLY_SYNC_INFO},
-    {command_id::kCancelScan_Sync, kNew_BG_TS_DTVSVLIB_CANCEL_SCAN_SYNC_INFO},
-    {command_id::kTerminateBroadcastReceiving_Sync,
-     kNew_BG_TS_DTVSVLIB_TERMINATE_BROADCAST_RECEIVING_REPLY_SYNC_INFO},
-    {command_id::kControlDecodeScreen_Sync, kNew_BG_TS_DTVSVLIB_CONTROL_DECODE_SCREEN_SYNC_INFO},
-    {command_id::kControlDecodeAudio_Sync, kNew_BG_TS_DTVSVLIB_CONTROL_DECODE_AUDIO_SYNC_INFO},
-    {command_id::kControlCap_Sync, kNew_BG_TS_DTVSVLIB_CONTROL_CAP_SYNC_INFO},
-    {command_id::kControlBML_Sync, kNew_BG_TS_DTVSVLIB_CONTROL_BML_SYNC_INFO},
-    {command_id::kBMLEndTvLink_Sync, kNew_BG_TS_DTVSVLIB_END_TVLINK_SYNC_INFO},
-    {command_id::kTerminateRec_Sync, kNew_BG_TS_DTVSVLIB_TERMINATE_REC_SYNC_INFO},
-    {command_id::kTerminatePlay_Sync, kNew_BG_TS_DTVSVLIB_TERMINATE_PLAY_REPLY_SYNC_INFO},
+#define EXCHANGE(id, name, record, reply, java_class) {id, kNew_##java_class},
+#include "records/message_table.def"
 };
 
-static_assert(kSyncAnswers[0].message_id == command_id::kRelease_Sync,
-              "isSynchronous begins where the table does");
+using TerminateRec = Object<class_id::kBG_TS_DTVSVLIB_TERMINATE_REC_REPLY>;
 
-/// Whether the constructor takes a result and a handle.
-constexpr bool takesResultAndHandle(const SyncAnswer& answer) {
-    const char* const text = kMethodTable[answer.constructor].signature;
-    return answer.message_id == command_id::kTerminateRec_Sync
-               ? signature::takes<jint, jint, jobject>(text)
-               : signature::takes<jint, jint>(text);
-}
-
-constexpr bool allTakeResultAndHandle() {
-    for (const SyncAnswer& answer : kSyncAnswers) {
-        if (!takesResultAndHandle(answer)) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(allTakeResultAndHandle());
+// The constructor of an answer takes a result and a handle, and for the end of a recording what was
+// recorded.
+#define EXCHANGE(id, name, record, reply, java_class)                                              \
+    static_assert((id) == command_id::kTerminateRec_Sync                                           \
+                      ? signature::takes<jint, jint, TerminateRec>(                                \
+                            kMethodTable[kNew_##java_class].signature)                             \
+                      : signature::takes<jint, jint>(kMethodTable[kNew_##java_class].signature),   \
+                  #java_class " takes what its answer is made of");
+#include "records/message_table.def"
 
 const SyncAnswer* findAnswer(int message_id) {
     for (const SyncAnswer& answer : kSyncAnswers) {
@@ -185,20 +165,20 @@ jobject makeComReplyObjSync(JNIEnv* env, int message_id, const void* reply, int 
     return object;
 }
 
-jobject answerSyncRefusal(const Command& command) {
-    const TS_HANDLE_REQ request = {command.handle()};
-    return makeComReplyObjSync(command.env, command.message_id, nullptr, kResultParamNg, &request);
+jobject answerSyncRefusal(const NativeCall& call) {
+    const TS_HANDLE_REQ request = {call.handle()};
+    return makeComReplyObjSync(call.env(), call.row().id, nullptr, kResultParamNg, &request);
 }
 
 namespace {
 
-/// A synchronous command's reply: its bytes, and what the trace and the empty-reply test make of
-/// them. The two kinds differ in where they look for the handle.
+/// The reply of a synchronous command: its bytes, and what the trace and the check for an empty
+/// reply read of them. The two kinds differ in the place of the handle.
 struct CommonReply {
     TS_COMMON_SYNC_REPLY record = {};
 
-    /// The trace takes the reply's two values the other way round: what it calls the handle stands
-    /// behind what it calls the return value.
+    /// The trace reads the two values of the reply the other way round: what it calls the handle
+    /// follows what it calls the return value.
     TS_TRACED_SYNC_REPLY traced() const { return readAs<TS_TRACED_SYNC_REPLY>(&record); }
 
     uint16_t testedHandle() const { return traced().handle; }
@@ -225,37 +205,35 @@ struct TerminateRecReply {
 };
 
 template <typename Reply>
-jobject exchange(const Command& command, void* request, int size, TS_DTVSV_SP* carrier) {
+jobject exchange(const NativeCall& call, void* request, int size, TS_DTVSV_SP* surfaces) {
     Reply reply;
     int reply_size = 0;
-    const int ret = carrier != nullptr
-                        ? g_listener->sendEventToServer(command.message_id, request, size, carrier,
-                                                        &reply.record, &reply_size)
-                        : g_listener->sendEventToServer(command.message_id, request, size,
-                                                        &reply.record, &reply_size);
+    const int id = call.row().id;
+    const int ret =
+        surfaces != nullptr
+            ? g_listener->sendEventToServer(id, request, size, surfaces, &reply.record, &reply_size)
+            : g_listener->sendEventToServer(id, request, size, &reply.record, &reply_size);
     if (ret != 0) {
-        const jobject answer =
-            makeComReplyObjSync(command.env, command.message_id, nullptr, kResultNg, request);
-        if (!command.env->ExceptionCheck()) {
-            TRACE_NATIVE(kFuncEnd, command.function, "ret = %d", ret);
+        const jobject answer = makeComReplyObjSync(call.env(), id, nullptr, kResultNg, request);
+        if (!call.env()->ExceptionCheck()) {
+            TRACE_NATIVE(kFuncEnd, call.function(), "ret = %d", ret);
         }
         return answer;
     }
-    TRACE_NATIVE(kDebug, command.function, "RECV, reply_size = %d", reply_size);
-    reply.trace(command.function);
+    TRACE_NATIVE(kDebug, call.function(), "RECV, reply_size = %d", reply_size);
+    reply.trace(call.function());
     if (reply_size == 0 && reply.testedHandle() == 0) {
-        TRACE_NATIVE(kFuncEnd, command.function, "return DTVSVLIB_RESULT_ABORT_NG");
-        return makeComReplyObjSync(command.env, command.message_id, nullptr, kResultAbortNg,
-                                   request);
+        TRACE_NATIVE(kFuncEnd, call.function(), "return DTVSVLIB_RESULT_ABORT_NG");
+        return makeComReplyObjSync(call.env(), id, nullptr, kResultAbortNg, request);
     }
-    TRACE_NATIVE(kFuncEnd, command.function, "ret = %d", 0);
-    return makeComReplyObjSync(command.env, command.message_id, &reply.record, kResultOk, request);
+    TRACE_NATIVE(kFuncEnd, call.function(), "ret = %d", 0);
+    return makeComReplyObjSync(call.env(), id, &reply.record, kResultOk, request);
 }
 
 } // namespace
 
-jobject exchangeRecord(const Command& command, void* record, int size, TS_DTVSV_SP* carrier) {
-    return command.message_id == command_id::kTerminateRec_Sync
-               ? exchange<TerminateRecReply>(command, record, size, carrier)
-               : exchange<CommonReply>(command, record, size, carrier);
+jobject exchangeRecord(const NativeCall& call, void* record, int size, TS_DTVSV_SP* surfaces) {
+    return call.row().id == command_id::kTerminateRec_Sync
+               ? exchange<TerminateRecReply>(call, record, size, surfaces)
+               : exchange<CommonReply>(call, record, size, surfaces);
 }

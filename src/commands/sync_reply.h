@@ -3,12 +3,6 @@
 #pragma once
 
 #include "commands/command.h"
-#include "records/message_ids.h"
-
-/// Whether a command waits for its reply record.
-constexpr bool isSynchronous(int message_id) {
-    return message_id >= command_id::kRelease_Sync;
-}
 
 /// The *_SYNC_INFO object of a synchronous command: from `reply` when there is one, else from `ret`
 /// and the handle that `request` begins with. A reply that cannot be turned into an object answers
@@ -22,7 +16,7 @@ jobject makeComSubReplyObjSync(JNIEnv* env, int message_id, const void* reply, i
                                const void* request);
 
 /// The object that answers a refused argument of a synchronous command.
-jobject answerSyncRefusal(const Command& command);
+jobject answerSyncRefusal(const NativeCall& call);
 
 /// Sends the record of a synchronous command, waits for the reply, and answers its object.
-jobject exchangeRecord(const Command& command, void* record, int size, TS_DTVSV_SP* carrier);
+jobject exchangeRecord(const NativeCall& call, void* record, int size, TS_DTVSV_SP* surfaces);

@@ -3,6 +3,8 @@
 #include "entry/native_methods.h"
 #include "entry/trace.h"
 
+#include <new>
+
 using trace::kDebug;
 using trace::kFuncEnd;
 using trace::kFuncStart;
@@ -11,7 +13,7 @@ android::sp<JNIDtvSvLibListener> g_listener;
 
 namespace {
 
-/// What the registration of the native methods came to.
+/// The result of registerNatives.
 int registration_result = 0;
 
 /// Room for the local references that the look-up of the classes leaves.
@@ -20,6 +22,7 @@ constexpr jint kLoadFrame = kClassCount + 16;
 /// Fills the registries. A class or method that is missing is logged and passed over: its events
 /// will fail, the others will not.
 int DtvSvLibListenerInit(JNIEnv* env) {
+    // Logged twice; log readers rely on it.
     TRACE_NATIVE(kDebug, __func__, "env = %p", static_cast<void*>(env));
     TRACE_NATIVE(kDebug, __func__, "env = %p", static_cast<void*>(env));
 
@@ -28,7 +31,7 @@ int DtvSvLibListenerInit(JNIEnv* env) {
         env->ExceptionClear();
     }
     for (int id = 0; id < kClassCount; ++id) {
-        if (g_listener->setJavaClass(env, id, kClassNames[id + 1]) != 0) {
+        if (g_listener->setJavaClass(env, id, kClassTable[id].name) != 0) {
             env->ExceptionClear();
         }
     }
@@ -54,7 +57,11 @@ jint load(JavaVM* vm) {
         TRACE_NATIVE(kDebug, "JNI_OnLoad", "registerNatives failed");
         return -1;
     }
-    g_listener = new JNIDtvSvLibListener();
+    g_listener = new (std::nothrow) JNIDtvSvLibListener();
+    if (g_listener.get() == nullptr) {
+        unregisterNatives(env);
+        return -1;
+    }
     g_listener->setVM(vm);
     DtvSvLibListenerInit(env);
     return JNI_VERSION_1_4;

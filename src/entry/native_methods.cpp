@@ -1,13 +1,14 @@
 #include "entry/native_methods.h"
 
 #include "binding/class_table.h"
-#include "binding/signature.h"
 #include "commands/natives.h"
 #include "entry/trace.h"
+#include "records/messages.h"
 
 #include <android_runtime/AndroidRuntime.h>
 
 #include <cstddef>
+#include <string_view>
 
 using trace::kDebug;
 using trace::kFuncEnd;
@@ -15,11 +16,27 @@ using trace::kFuncStart;
 
 namespace {
 
-/// Whether a native function has the parameters that its Java signature says.
-template <typename... Arguments>
-constexpr bool matches(const char* text, jobject (*)(JNIEnv*, jobject, Arguments...)) {
-    return signature::takes<Arguments...>(text);
-}
+// ---- What a native method answers is what its message says: the result, or the class that a
+// synchronous command's reply becomes.
+
+#define COMMAND(id, name, record, reply_event)                                                     \
+    constexpr std::string_view kAnswerOf##name = "BG_TE_DTVSVLIB_RESULT";
+#define EXCHANGE(id, name, record, reply, java_class)                                              \
+    constexpr std::string_view kAnswerOf##name = #java_class;
+#include "records/message_table.def"
+
+#define NATIVE(command, function, parameters, result)                                              \
+    static_assert(kAnswerOf##command == #result, #command " answers what its message says");
+#include "commands/native_table.def"
+
+/// One name for each native method: none is given twice.
+enum {
+#define NATIVE(command, function, parameters, result) kNativeOf##command,
+#include "commands/native_table.def"
+    kNativeMethodCount
+};
+static_assert(kNativeMethodCount == sizeof(kCommandRows) / sizeof(kCommandRows[0]),
+              "every command has its native method");
 
 struct NativeMethod {
     const char* name;
@@ -27,18 +44,14 @@ struct NativeMethod {
     void* function;
 };
 
-#define NATIVE(name, signature, function)                                                          \
-    static_assert(matches(signature, function), #name " takes what its signature says");
-#include "entry/native_methods.def"
-#undef NATIVE
-
-const NativeMethod kNativeMethods[] = {
-#define NATIVE(name, signature, function) {#name, signature, reinterpret_cast<void*>(function)},
-#include "entry/native_methods.def"
-#undef NATIVE
+const NativeMethod kNativeMethods[kNativeMethodCount] = {
+#define INT "I"
+#define OBJECT(java_class) VALUE_TYPE(java_class)
+#define NATIVE(command, function, parameters, result)                                              \
+    {"DtvSvLib_" #command, "(" parameters ")" VALUE_TYPE(result),                                  \
+     reinterpret_cast<void*>(function)},
+#include "commands/native_table.def"
 };
-constexpr size_t kNativeMethodCount = sizeof(kNativeMethods) / sizeof(kNativeMethods[0]);
-static_assert(kNativeMethodCount == 65, "the proxy has 65 native methods");
 
 } // namespace
 
@@ -54,9 +67,31 @@ int registerNatives(JNIEnv* env) {
     const int ret = android::AndroidRuntime::registerNativeMethods(
         env, kNativeClassName, methods, static_cast<int>(kNativeMethodCount));
     if (ret < 0) {
+        // A VM binds the rows before the one that it refuses. The library is unloaded after this:
+        // a row that stayed bound would be called in memory that is gone.
+        unregisterNatives(env);
         TRACE_NATIVE(kDebug, __func__, "registerNatives, failed for '%s'", kNativeClassName);
         return 0;
     }
     TRACE_NATIVE(kFuncEnd, __func__, "ret = %d", ret);
     return 1;
+}
+
+void unregisterNatives(JNIEnv* env) {
+    const jthrowable pending = env->ExceptionOccurred();
+    if (pending != nullptr) {
+        env->ExceptionClear();
+    }
+    const jclass clazz = env->FindClass(kNativeClassName);
+    if (clazz != nullptr) {
+        env->UnregisterNatives(clazz);
+        env->DeleteLocalRef(clazz);
+    }
+    if (env->ExceptionCheck()) {
+        env->ExceptionClear();
+    }
+    if (pending != nullptr) {
+        env->Throw(pending);
+        env->DeleteLocalRef(pending);
+    }
 }

@@ -56,24 +56,27 @@ inline unsigned int threadId() {
 
 // A line without values needs a call of its own shape, as ISO C++17 has no empty variadic
 // arguments.
-#define TRACE_TEXT(level, module, function, text)                                                  \
+#define TRACE_TEXT(level, module, line, function, text)                                            \
     DtvSvCom_Log(2, (level).kind, module, (level).mask, TRACE_PREFIX text,                         \
-                 DtvSvCom_GetMyTaskName(), (level).word, function, __LINE__)
-#define TRACE_VALUES(level, module, function, text, ...)                                           \
+                 DtvSvCom_GetMyTaskName(), (level).word, function, line)
+#define TRACE_VALUES(level, module, line, function, text, ...)                                     \
     DtvSvCom_Log(2, (level).kind, module, (level).mask, TRACE_PREFIX text,                         \
-                 DtvSvCom_GetMyTaskName(), (level).word, function, __LINE__, __VA_ARGS__)
+                 DtvSvCom_GetMyTaskName(), (level).word, function, line, __VA_ARGS__)
 #define TRACE_SHAPE(text, v1, v2, v3, v4, v5, v6, v7, v8, v9, v10, shape, ...) shape
-#define TRACE(level, module, function, ...)                                                        \
+#define TRACE(level, module, line, function, ...)                                                  \
     TRACE_SHAPE(__VA_ARGS__, TRACE_VALUES, TRACE_VALUES, TRACE_VALUES, TRACE_VALUES, TRACE_VALUES, \
                 TRACE_VALUES, TRACE_VALUES, TRACE_VALUES, TRACE_VALUES, TRACE_VALUES, TRACE_TEXT,  \
                 0)                                                                                 \
-    (level, module, function, __VA_ARGS__)
+    (level, module, line, function, __VA_ARGS__)
 
 /// TRACE_NATIVE(level, function, text, values...): a line of the native methods and their helpers.
-#define TRACE_NATIVE(level, ...) TRACE(level, trace::kNative, __VA_ARGS__)
+#define TRACE_NATIVE(level, ...) TRACE(level, trace::kNative, __LINE__, __VA_ARGS__)
+
+/// The same for a helper that writes on behalf of another source line.
+#define TRACE_NATIVE_AT(line, level, ...) TRACE(level, trace::kNative, line, __VA_ARGS__)
 
 /// TRACE_LISTENER(level, function, text, values...): a line of the listener.
-#define TRACE_LISTENER(level, ...) TRACE(level, trace::kListener, __VA_ARGS__)
+#define TRACE_LISTENER(level, ...) TRACE(level, trace::kListener, __LINE__, __VA_ARGS__)
 
 #define TRACE_COPY_TEXT(module, function, text)                                                    \
     std::printf(TRACE_COPY_PREFIX text "\n", module, static_cast<int>(getpid()),                   \
@@ -85,13 +88,13 @@ inline unsigned int threadId() {
 /// An ERROR line of the listener without values, and its copy on standard output.
 #define TRACE_LISTENER_ERROR(function, text)                                                       \
     do {                                                                                           \
-        TRACE_TEXT(trace::kError, trace::kListener, function, text);                               \
+        TRACE_TEXT(trace::kError, trace::kListener, __LINE__, function, text);                     \
         TRACE_COPY_TEXT(trace::kListener, function, text);                                         \
     } while (false)
 
 /// An ERROR line of the listener with one value, and its copy on standard output.
 #define TRACE_LISTENER_ERROR_VALUE(function, text, value)                                          \
     do {                                                                                           \
-        TRACE_VALUES(trace::kError, trace::kListener, function, text, value);                      \
+        TRACE_VALUES(trace::kError, trace::kListener, __LINE__, function, text, value);            \
         TRACE_COPY_VALUE(trace::kListener, function, text, value);                                 \
     } while (false)

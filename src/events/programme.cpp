@@ -1,7 +1,6 @@
-// What the service learns about the broadcast: networks and services found, and the streams of the
-// service that is received. The programme guide stands in guide.cpp.
+// What the service reports about the broadcast: networks and services found, the streams of the
+// service that is received, and its programme guide.
 #include "events/event.h"
-#include "records/programme_records.h"
 
 using trace::asLong;
 using trace::kDebug;
@@ -16,98 +15,82 @@ namespace {
 constexpr int kMostServicesOfNetwork = 7;
 constexpr int kMostServicesOfScan = 8;
 
-/// The two names of a network as Java strings.
+/// A network on its way to Java: the strings and their lengths come before its count is checked,
+/// the array of its services after. The lengths are those of the strings, not of the record.
 struct NetworkNames {
     jstring ts_name;
     jstring nw_name;
+    jint ts_name_length;
+    jint nw_name_length;
 
     NetworkNames(EventBuilder& event, const NETWORK_INFO& network)
         : ts_name(event.text(network.ts_name_size != 0 ? FieldText(network.ts_name).text : "")),
-          nw_name(event.text(network.nw_name_size != 0 ? FieldText(network.nw_name).text : "")) {}
-
-    bool made() const { return ts_name != nullptr && nw_name != nullptr; }
+          nw_name(event.text(network.nw_name_size != 0 ? FieldText(network.nw_name).text : "")),
+          ts_name_length(event.lengthOf(ts_name)), nw_name_length(event.lengthOf(nw_name)) {}
 };
 
-/// The network as a Java object, when its service count has been judged. The lengths are those of
-/// the strings, not of the record.
-jobject buildNetwork(EventBuilder& event, const NETWORK_INFO& network, const NetworkNames& names) {
-    JNIEnv* const env = event.env();
-    const jsize count = network.partialsvc_cnt;
-    const jint ts_name_length = env->GetStringUTFLength(names.ts_name);
-    const jint nw_name_length = env->GetStringUTFLength(names.nw_name);
-    const auto services = static_cast<jintArray>(event.keep(env->NewIntArray(count)));
-    if (services == nullptr) {
-        return nullptr;
+Object<class_id::kBG_TS_DTVSVLIB_NETWORK_INFO>
+buildNetwork(EventBuilder& event, const NETWORK_INFO& network, const NetworkNames& names) {
+    jint services[kMostServicesOfScan] = {};
+    for (int i = 0; i < network.partialsvc_cnt; ++i) {
+        services[i] = network.partialsvc[i];
     }
-    jint ids[kMostServicesOfScan] = {};
-    for (jsize i = 0; i < count; ++i) {
-        ids[i] = network.partialsvc[i];
-    }
-    env->SetIntArrayRegion(services, 0, count, ids);
-    return event.build<kNew_BG_TS_DTVSVLIB_NETWORK_INFO>(
-        network.ts_id, ts_name_length, names.ts_name, network.nw_id, nw_name_length, names.nw_name,
-        network.remocon_id, network.partialsvc_cnt, services);
+    const jintArray partialsvc = event.ints(services, network.partialsvc_cnt);
+    return event.build<class_id::kBG_TS_DTVSVLIB_NETWORK_INFO>(
+        network.ts_id, names.ts_name_length, names.ts_name, network.nw_id, names.nw_name_length,
+        names.nw_name, network.remocon_id, network.partialsvc_cnt, partialsvc);
 }
 
-#define TRACE_NETWORK(function, network)                                                           \
-    TRACE_LISTENER(kDebug, function,                                                               \
-                   "NETWORK_INFO : ts_id = %d, ts_name_size = %d, ts_name = |%s|, nw_id = %d, "    \
-                   "nw_name_size = %d, nw_name = |%s|, remocon_id = %d, partialsvc_cnt = %d",      \
-                   (network).ts_id, (network).ts_name_size, FieldText((network).ts_name).text,     \
-                   (network).nw_id, (network).nw_name_size, FieldText((network).nw_name).text,     \
-                   (network).remocon_id, (network).partialsvc_cnt)
+void traceNetwork(const char* handler, const NETWORK_INFO& network) {
+    TRACE_LISTENER(kDebug, handler,
+                   "NETWORK_INFO : ts_id = %d, ts_name_size = %d, ts_name = |%s|, nw_id = %d, "
+                   "nw_name_size = %d, nw_name = |%s|, remocon_id = %d, partialsvc_cnt = %d",
+                   network.ts_id, network.ts_name_size, FieldText(network.ts_name).text,
+                   network.nw_id, network.nw_name_size, FieldText(network.nw_name).text,
+                   network.remocon_id, network.partialsvc_cnt);
+}
 
 } // namespace
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_network_info_notify(JNIEnv* env, void* data, int size) {
     TRACE_LISTENER(kFuncStart, __func__, "recv_size = %d", size);
-    const auto record = viewRecord<TS_NETWORK_INFO_NOTIFY>(data, size);
-    TRACE_LISTENER(kDebug, __func__, "handle = %d", record.handle);
-    TRACE_NETWORK(__func__, record.network);
-    EventBuilder event(*this, env, __func__, Reports::kSizeAsError);
-    if (!event.hasSizeOf<TS_NETWORK_INFO_NOTIFY>(size)) {
+    Event<event_id::kNetworkInfoNotify> event(*this, env, __func__, data, size,
+                                              Reports::kSizeAsError);
+    TRACE_LISTENER(kDebug, __func__, "handle = %d", event->handle);
+    traceNetwork(__func__, event->network);
+    const NetworkNames names(event, event->network);
+    if (!event.accepted()) {
         return 1;
     }
-    const NetworkNames names(event, record.network);
-    if (!names.made()) {
-        TRACE_LISTENER_ERROR(__func__, "ERROR NewStringUTF");
-        return 1;
-    }
-    if (record.network.partialsvc_cnt > kMostServicesOfNetwork) {
+    if (event->network.partialsvc_cnt > kMostServicesOfNetwork) {
         TRACE_LISTENER(kDebug, __func__, "ERROR partialsvc_cnt is over count");
         return 1;
     }
-    const jobject network = buildNetwork(event, record.network, names);
-    return event.deliver<kNew_BG_EV_DTVSV_NETWORK_INFO_NOTIFY, kCall_onEvDtvsvNetworkInfoNotify>(
-        record.handle, network, zeroExtended(record.physical_channel));
+    const auto network = buildNetwork(event, event->network, names);
+    return event.deliver(event->handle, network, zeroExtended(event->physical_channel));
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_scan_notify(JNIEnv* env, void* data, int size) {
     TRACE_LISTENER(kFuncStart, __func__, "");
-    const auto record = viewRecord<TS_SCAN_NOTIFY>(data, size);
+    Event<event_id::kScanNotify> event(*this, env, __func__, data, size);
     TRACE_LISTENER(kDebug, __func__, "handle = %d, result = %ld, result_channnel_num = %d",
-                   record.handle, asLong(record.result), record.result_channnel_num);
-    TRACE_LISTENER(kDebug, __func__, "SCAN_RESULT : channnel = %ld", asLong(record.channnel));
-    TRACE_NETWORK(__func__, record.network);
-    EventBuilder event(*this, env, __func__);
-    if (!event.hasSizeOf<TS_SCAN_NOTIFY>(size)) {
+                   event->handle, asLong(event->result), event->result_channnel_num);
+    TRACE_LISTENER(kDebug, __func__, "SCAN_RESULT : channnel = %ld", asLong(event->channnel));
+    traceNetwork(__func__, event->network);
+    const NetworkNames names(event, event->network);
+    if (!event.accepted()) {
         return 1;
     }
-    const NetworkNames names(event, record.network);
-    if (!names.made()) {
-        TRACE_LISTENER_ERROR(__func__, "ERROR NewStringUTF");
-        return 1;
-    }
-    if (record.network.partialsvc_cnt > kMostServicesOfScan) {
+    if (event->network.partialsvc_cnt > kMostServicesOfScan) {
         TRACE_LISTENER(kDebug, __func__, "ERROR partialsvc_cnt is over count : %d",
-                       record.network.partialsvc_cnt);
+                       event->network.partialsvc_cnt);
         return 1;
     }
-    const jobject network = buildNetwork(event, record.network, names);
-    const jobject scan_result =
-        event.build<kNew_BG_TS_DTVSVLIB_SCAN_RESULT>(asJint(record.channnel), network);
-    return event.deliver<kNew_BG_EV_DTVSV_SCAN_NOTIFY, kCall_onEvDtvsvScanNotify>(
-        record.handle, asJint(record.result), scan_result, record.result_channnel_num);
+    const auto network = buildNetwork(event, event->network, names);
+    const auto scan_result =
+        event.build<class_id::kBG_TS_DTVSVLIB_SCAN_RESULT>(asJint(event->channnel), network);
+    return event.deliver(event->handle, asJint(event->result), scan_result,
+                         event->result_channnel_num);
 }
 
 // ---- The services of a transport stream.
@@ -116,165 +99,216 @@ namespace {
 
 constexpr int kMostServices = 8;
 
-/// Fills the array with the services of the list. False when one could not be made.
-bool fillServices(EventBuilder& event, const TS_SERVICE_INFO_NOTIFY& record,
-                  jobjectArray services) {
-    JNIEnv* const env = event.env();
-    for (jsize i = 0; i < record.svc_cnt; ++i) {
-        const SERVICE_INFO& entry = record.service[i];
-        const jstring name = event.text(entry.name_size != 0 ? FieldText(entry.name).text : "");
-        if (name == nullptr) {
-            return false;
-        }
-        const jint name_length = env->GetStringUTFLength(name);
-        const jobject service = event.build<kNew_BG_TS_DTVSVLIB_SERVICE_INFO>(
-            asJint(entry.service_id), name_length, name);
-        if (service == nullptr) {
-            return false;
-        }
-        env->SetObjectArrayElement(services, i, service);
-    }
-    return true;
+Object<class_id::kBG_TS_DTVSVLIB_SERVICE_INFO> buildService(EventBuilder& event,
+                                                            const SERVICE_INFO& service) {
+    const jstring name =
+        event.text(service.name_size != 0 ? FieldText(service.name).text : "", nullptr);
+    return event.build<class_id::kBG_TS_DTVSVLIB_SERVICE_INFO>(asJint(service.service_id),
+                                                               event.lengthOf(name), name);
 }
 
 } // namespace
 
-// The size is not judged: entries that were not sent have id 0 and an empty name.
+// The size is not checked: entries that were not sent have id 0 and an empty name.
 int JNIDtvSvLibListener::dtvsv_msgid_lib_service_info_notify(JNIEnv* env, void* data, int size) {
     TRACE_LISTENER(kFuncStart, __func__, "recv_size = %d", size);
-    const auto record = viewRecord<TS_SERVICE_INFO_NOTIFY>(data, size);
-    TRACE_LISTENER(kDebug, __func__, "handle = %d", record.handle);
-    TRACE_LISTENER(kDebug, __func__, "STREAM_INFO ts_id = %ld, svc_cnt = %d", asLong(record.ts_id),
-                   record.svc_cnt);
-    if (record.svc_cnt > kMostServices) {
+    Event<event_id::kServiceInfoNotify> event(*this, env, __func__, data, size, Reports::kDebug,
+                                              Sizes::kAny);
+    TRACE_LISTENER(kDebug, __func__, "handle = %d", event->handle);
+    TRACE_LISTENER(kDebug, __func__, "STREAM_INFO ts_id = %ld, svc_cnt = %d", asLong(event->ts_id),
+                   event->svc_cnt);
+    if (event->svc_cnt > kMostServices) {
         TRACE_LISTENER(kDebug, __func__, "ERROR svc_cnt is over count");
         return 1;
     }
-    const jclass service_class = getJavaClass(class_id::kBG_TS_DTVSVLIB_SERVICE_INFO);
-    if (service_class == nullptr) {
+    if (getJavaClass(class_id::kBG_TS_DTVSVLIB_SERVICE_INFO) == nullptr) {
         TRACE_LISTENER(kDebug, __func__, "ERROR find class");
         return 1;
     }
-    EventBuilder event(*this, env, __func__);
-    const auto services = static_cast<jobjectArray>(
-        event.keep(env->NewObjectArray(record.svc_cnt, service_class, nullptr)));
-    if (services == nullptr || !fillServices(event, record, services)) {
+    const auto services = event.array<class_id::kBG_TS_DTVSVLIB_SERVICE_INFO>(event->svc_cnt);
+    for (int i = 0; i < event->svc_cnt; ++i) {
+        event.put(services, i, buildService(event, event->service[i]));
+    }
+    const auto stream = event.build<class_id::kBG_TS_DTVSVLIB_STREAM_INFO>(
+        asJint(event->ts_id), event->svc_cnt, services);
+    return event.deliver(event->handle, stream, zeroExtended(event->physical_channel),
+                         event->service_no);
+}
+
+// ---- The programme guide: what is on, what is next, and up to eight programmes that follow.
+
+namespace {
+
+constexpr int kMostFollowing = 8;
+constexpr int kMostNibbles = 7;
+
+// What the sizes of a record may claim at most, in UTF-16 units.
+constexpr uint32_t kLongestName = 98;
+constexpr uint32_t kLongestText = 194;
+static_assert(kLongestName * 2 == sizeof(PRG_INFO::name));
+static_assert(kLongestText * 2 == sizeof(PRG_INFO::text));
+
+/// A text of the guide: as many units as its size says, up to what its field holds.
+jstring buildGuideText(EventBuilder& event, const char* units, uint32_t size, uint32_t longest) {
+    return size != 0 ? event.utf16(units, static_cast<int>(size < longest ? size : longest))
+                     : event.utf16("", 0);
+}
+
+Object<class_id::kBG_TS_DTVSVLIB_TIME> buildTime(EventBuilder& event, const TIME& time) {
+    return event.build<class_id::kBG_TS_DTVSVLIB_TIME>(time.hour, time.min, time.sec, time.mil_sec);
+}
+
+using Programme = Object<class_id::kBG_TS_DTVSVLIB_PRG_INFO>;
+
+Programme buildProgramme(EventBuilder& event, const PRG_INFO& programme) {
+    const auto date = event.build<class_id::kBG_TS_DTVSVLIB_DATE>(
+        programme.start_date.year, programme.start_date.month, programme.start_date.day);
+    const auto time = buildTime(event, programme.start_time);
+    const auto start = event.build<class_id::kBG_TS_DTVSVLIB_DATE_TIME>(date, time);
+    const auto duration = buildTime(event, programme.duration);
+    const jstring name = buildGuideText(event, programme.name, programme.name_size, kLongestName);
+    const jstring text = buildGuideText(event, programme.text, programme.text_size, kLongestText);
+    const jint name_length = event.lengthOf(name);
+    const jint text_length = event.lengthOf(text);
+    const jint nibbles = programme.nibble_cnt < kMostNibbles ? programme.nibble_cnt : kMostNibbles;
+    const jbyteArray content_nibble = event.bytes(programme.content_nibble, nibbles);
+    const jbyteArray user_nibble = event.bytes(programme.user_nibble, nibbles);
+    return event.build<class_id::kBG_TS_DTVSVLIB_PRG_INFO>(
+        asJint(programme.evtId), start, programme.start_day_of_week, duration, programme.freeca,
+        nibbles, content_nibble, user_nibble, name_length, name, text_length, text);
+}
+
+/// All programmes that follow are built before the array that takes them.
+ObjectArray<class_id::kBG_TS_DTVSVLIB_PRG_INFO>
+buildFollowing(EventBuilder& event, const TS_RECEIVE_EPG_INFO_NOTIFY& record) {
+    Programme following[kMostFollowing] = {};
+    for (int i = 0; i < record.after_prg_infoCnt; ++i) {
+        following[i] = buildProgramme(event, record.after[i]);
+    }
+    const auto programmes =
+        event.array<class_id::kBG_TS_DTVSVLIB_PRG_INFO>(record.after_prg_infoCnt);
+    for (int i = 0; i < record.after_prg_infoCnt; ++i) {
+        event.put(programmes, i, following[i]);
+    }
+    return programmes;
+}
+
+#define TRACE_DATE(function, label, date)                                                          \
+    TRACE_LISTENER(kDebug, function, label " DATE : year = %d, month = %d, day = %d", (date).year, \
+                   (date).month, (date).day)
+#define TRACE_TIME(function, label, time)                                                          \
+    TRACE_LISTENER(kDebug, function, label " TIME : hour = %d, min = %d, sec = %d, mil_sec = %d",  \
+                   (time).hour, (time).min, (time).sec, (time).mil_sec)
+
+void traceGuide(const char* function, const TS_RECEIVE_EPG_INFO_NOTIFY& record) {
+    TRACE_LISTENER(kDebug, function, "handle = %d", record.handle);
+    TRACE_LISTENER(kDebug, function, "EPG_INFO : svc_id = %d, after_prg_infoCnt = %d",
+                   record.svc_id, record.after_prg_infoCnt);
+    TRACE_DATE(function, "CUR START", record.current.start_date);
+    TRACE_TIME(function, "CUR START", record.current.start_time);
+    TRACE_TIME(function, "CUR DURATION", record.current.duration);
+    TRACE_DATE(function, "NEXT START", record.next.start_date);
+    TRACE_TIME(function, "NEXT START", record.next.start_time);
+    TRACE_TIME(function, "NEXTDURATION", record.next.duration);
+    const PRG_INFO& next = record.next;
+    TRACE_LISTENER(kDebug, function,
+                   "NEXT PRG_INFO : evtId = %ld, start_day_of_week = %d, freeca = %d, "
+                   "nibble_cnt = %d, content_nibble = %d, user_nibble = %d, name_size = %ld, "
+                   "name = |%s|, text_size = %ld, text = |%s|",
+                   asLong(next.evtId), next.start_day_of_week, next.freeca, next.nibble_cnt,
+                   next.content_nibble[0], next.user_nibble[0], asLong(next.name_size),
+                   FieldText(next.name).text, asLong(next.text_size), FieldText(next.text).text);
+}
+
+} // namespace
+
+int JNIDtvSvLibListener::dtvsv_msgid_lib_receive_epg_info_notify(JNIEnv* env, void* data,
+                                                                 int size) {
+    TRACE_LISTENER(kFuncStart, __func__, "");
+    Event<event_id::kReceiveEpgInfoNotify> event(*this, env, __func__, data, size);
+    traceGuide(__func__, *event);
+    if (!event.accepted()) {
         return 1;
     }
-    const jobject stream = event.build<kNew_BG_TS_DTVSVLIB_STREAM_INFO>(asJint(record.ts_id),
-                                                                        record.svc_cnt, services);
-    return event.deliver<kNew_BG_EV_DTVSV_SERVICE_INFO_NOTIFY, kCall_onEvDtvsvServiceInfoNotify>(
-        record.handle, stream, zeroExtended(record.physical_channel), record.service_no);
+    if (event->after_prg_infoCnt > kMostFollowing) {
+        TRACE_LISTENER(kDebug, __func__, "ERROR after_prg_infoCnt is over count");
+        return 1;
+    }
+    event.openFrame();
+    const auto current = buildProgramme(event, event->current);
+    const auto next = buildProgramme(event, event->next);
+    const auto following = buildFollowing(event, *event);
+    const auto guide = event.build<class_id::kBG_TS_DTVSVLIB_EPG_INFO>(
+        event->svc_id, current, next, event->after_prg_infoCnt, following);
+    return event.deliver(event->handle, guide, zeroExtended(event->physical_channel),
+                         event->service_no);
 }
 
 // ---- The streams of the service, and the ends of scans and searches. These log no field.
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_component_info_notify(JNIEnv* env, void* data, int size) {
     TRACE_LISTENER(kFuncStart, __func__, "");
-    const auto record = viewRecord<TS_COMPONENT_INFO_NOTIFY>(data, size);
-    EventBuilder event(*this, env, __func__);
-    if (!event.hasSizeOf<TS_COMPONENT_INFO_NOTIFY>(size)) {
-        return 1;
-    }
-    const jobject component = event.build<kNew_BG_TS_DTVSVLIB_COMPONENT_INFO>(
-        record.cap_exist_flg, record.bml_exist_flg, record.audio_es_num);
-    return event
-        .deliver<kNew_BG_EV_DTVSV_COMPONENT_INFO_NOTIFY, kCall_onEvDtvsvComponentInfoNotify>(
-            record.handle, component, zeroExtended(record.physical_channel), record.service_no);
+    Event<event_id::kComponentInfoNotify> event(*this, env, __func__, data, size);
+    const auto component = event.build<class_id::kBG_TS_DTVSVLIB_COMPONENT_INFO>(
+        event->cap_exist_flg, event->bml_exist_flg, event->audio_es_num);
+    return event.deliver(event->handle, component, zeroExtended(event->physical_channel),
+                         event->service_no);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_update_video_info_notify(JNIEnv* env, void* data,
                                                                   int size) {
     TRACE_LISTENER(kFuncStart, __func__, "");
-    const auto record = viewRecord<TS_UPDATE_VIDEO_INFO_NOTIFY>(data, size);
-    EventBuilder event(*this, env, __func__);
-    if (!event.hasSizeOf<TS_UPDATE_VIDEO_INFO_NOTIFY>(size)) {
-        return 1;
-    }
-    const jobject video = event.build<kNew_BG_TS_DTVSVLIB_VIDEO_INFO>(record.size_h, record.size_v);
-    return event
-        .deliver<kNew_BG_EV_DTVSV_UPDATE_VIDEO_INFO_NOTIFY, kCall_onEvDtvsvUpdateVideoInfoNotify>(
-            record.handle, video, zeroExtended(record.physical_channel), record.service_no);
+    Event<event_id::kUpdateVideoInfoNotify> event(*this, env, __func__, data, size);
+    const auto video =
+        event.build<class_id::kBG_TS_DTVSVLIB_VIDEO_INFO>(event->size_h, event->size_v);
+    return event.deliver(event->handle, video, zeroExtended(event->physical_channel),
+                         event->service_no);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_update_audio_info_notify(JNIEnv* env, void* data,
                                                                   int size) {
     TRACE_LISTENER(kFuncStart, __func__, "");
-    const auto record = viewRecord<TS_UPDATE_AUDIO_INFO_NOTIFY>(data, size);
-    EventBuilder event(*this, env, __func__);
-    if (!event.hasSizeOf<TS_UPDATE_AUDIO_INFO_NOTIFY>(size)) {
-        return 1;
-    }
-    return event
-        .deliver<kNew_BG_EV_DTVSV_UPDATE_AUDIO_INFO_NOTIFY, kCall_onEvDtvsvUpdateAudioInfoNotify>(
-            record.handle, record.dualmono, record.audio_mode,
-            zeroExtended(record.physical_channel), record.service_no);
+    Event<event_id::kUpdateAudioInfoNotify> event(*this, env, __func__, data, size);
+    return event.deliver(event->handle, event->dualmono, event->audio_mode,
+                         zeroExtended(event->physical_channel), event->service_no);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_get_caption_data_notify(JNIEnv* env, void* data,
                                                                  int size) {
     TRACE_LISTENER(kFuncStart, __func__, "");
-    const auto record = viewRecord<TS_GET_CAPTION_DATA_NOTIFY>(data, size);
-    EventBuilder event(*this, env, __func__);
-    if (!event.hasSizeOf<TS_GET_CAPTION_DATA_NOTIFY>(size)) {
-        return 1;
-    }
-    const jobject caption = event.build<kNew_BG_TS_DTVSVLIB_GET_CAPTION_DATA_NOTIFY>(
-        record.valid_lang_num, record.cap_lang);
-    return event
-        .deliver<kNew_BG_EV_DTVSV_GET_CAPTION_DATA_NOTIFY, kCall_onEvDtvsvGetCaptionDataNotify>(
-            record.handle, caption);
+    Event<event_id::kGetCaptionDataNotify> event(*this, env, __func__, data, size);
+    const auto caption = event.build<class_id::kBG_TS_DTVSVLIB_GET_CAPTION_DATA_NOTIFY>(
+        event->valid_lang_num, event->cap_lang);
+    return event.deliver(event->handle, caption);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_select_audio_component_notify(JNIEnv* env, void* data,
                                                                        int size) {
     TRACE_LISTENER(kFuncStart, __func__, "");
-    const auto record = viewRecord<TS_SELECT_AUDIO_COMPONENT_NOTIFY>(data, size);
-    EventBuilder event(*this, env, __func__);
-    if (!event.hasSizeOf<TS_SELECT_AUDIO_COMPONENT_NOTIFY>(size)) {
-        return 1;
-    }
-    return event.deliver<kNew_BG_EV_DTVSV_SELECT_AUDIO_COMPONENT_NOTIFY,
-                         kCall_onEvDtvsvSelectAudioComponentNotify>(record.handle,
-                                                                    asJint(record.result));
+    Event<event_id::kSelectAudioComponentNotify> event(*this, env, __func__, data, size);
+    return event.deliver(event->handle, asJint(event->result));
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_start_search_channel_notify(JNIEnv* env, void* data,
                                                                      int size) {
     TRACE_LISTENER(kFuncStart, __func__, "");
-    const auto record = viewRecord<TS_START_SEARCH_CHANNEL_NOTIFY>(data, size);
-    EventBuilder event(*this, env, __func__);
-    if (!event.hasSizeOf<TS_START_SEARCH_CHANNEL_NOTIFY>(size)) {
-        return 1;
-    }
-    return event.deliver<kNew_BG_EV_DTVSV_START_SEARCH_CHANNEL_NOTIFY,
-                         kCall_onEvDtvsvStartSearchChannelNotify>(record.handle,
-                                                                  asJint(record.physical_channel));
+    Event<event_id::kStartSearchChannelNotify> event(*this, env, __func__, data, size);
+    return event.deliver(event->handle, asJint(event->physical_channel));
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_terminate_search_channel_notify(JNIEnv* env, void* data,
                                                                          int size) {
     TRACE_LISTENER(kFuncStart, __func__, "recv_size = %d", size);
-    const auto record = viewRecord<TS_TERMINATE_SEARCH_CHANNEL_NOTIFY>(data, size);
-    EventBuilder event(*this, env, __func__, Reports::kSizeAsError);
-    if (!event.hasSizeOf<TS_TERMINATE_SEARCH_CHANNEL_NOTIFY>(size)) {
-        return 1;
-    }
-    const jobject found = event.build<kNew_BG_TS_DTVSVLIB_BROADCAST_INFO>(
-        asJint(record.physical_channel), record.service_no);
-    return event.deliver<kNew_BG_EV_DTVSV_TERMINATE_SEARCH_CHANNEL_NOTIFY,
-                         kCall_onEvDtvsvTerminateSearchChannelNotify>(record.handle,
-                                                                      asJint(record.result), found);
+    Event<event_id::kTerminateSearchChannelNotify> event(*this, env, __func__, data, size,
+                                                         Reports::kSizeAsError);
+    const auto found = event.build<class_id::kBG_TS_DTVSVLIB_BROADCAST_INFO>(
+        asJint(event->physical_channel), event->service_no);
+    return event.deliver(event->handle, asJint(event->result), found);
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_terminate_scan_notify(JNIEnv* env, void* data, int size) {
     TRACE_LISTENER(kFuncStart, __func__, "recv_size = %d", size);
-    const auto record = viewRecord<TS_TERMINATE_SCAN_NOTIFY>(data, size);
-    EventBuilder event(*this, env, __func__, Reports::kSizeAsError);
-    if (!event.hasSizeOf<TS_TERMINATE_SCAN_NOTIFY>(size)) {
-        return 1;
-    }
-    return event
-        .deliver<kNew_BG_EV_DTVSV_TERMINATE_SCAN_NOTIFY, kCall_onEvDtvsvTerminateScanNotify>(
-            record.handle, asJint(record.result));
+    Event<event_id::kTerminateScanNotify> event(*this, env, __func__, data, size,
+                                                Reports::kSizeAsError);
+    return event.deliver(event->handle, asJint(event->result));
 }

@@ -2,8 +2,6 @@
 #include "binding/JNIDtvSvLibListener.h"
 #include "entry/trace.h"
 #include "events/event.h"
-#include "records/message_ids.h"
-#include "records/reply_records.h"
 
 using trace::kDebug;
 using trace::kFuncEnd;
@@ -14,15 +12,18 @@ namespace {
 /// Room for the local references of one event. A guide of ten programmes takes 93 of them.
 constexpr jint kEventFrame = 128;
 
-/// The record of a generic reply. That of the start of a TV link has its result in one byte.
-template <int Id>
-using ReplyRecord = std::conditional_t<Id == event_id::kBmlStartTvlinkReply,
-                                       TS_BML_START_TVLINK_REPLY, TS_COMMON_REPLY>;
-
-/// Whether an event is built from a handle and a result, and is what the callback takes.
-constexpr bool isReply(TE_DTVSV_METHODID constructor, TE_DTVSV_METHODID callback) {
-    return signature::takes<jint, jint>(kMethodTable[constructor].signature) &&
-           signature::takesClass(kMethodTable[callback].signature, classNameOf(constructor));
+/// Delivers a reply of a handle and a result. Both are read whatever the size says: every message
+/// buffer holds as many bytes.
+template <int EventId>
+int deliverReply(JNIDtvSvLibListener& listener, JNIEnv* env, const void* data) {
+    using Traits = EventTraits<EventId>;
+    using Record = typename Traits::Record;
+    constexpr TE_DTVSV_METHODID kConstructor = kConstructorOf<Traits::kClass>;
+    static_assert(signature::takes<jint, jint>(kMethodTable[kConstructor].signature),
+                  "a reply's class takes a handle and a result");
+    const RecordView<Record> reply(data, static_cast<int>(sizeof(Record)));
+    return listener.dtvsv_msgid_lib_common_reply(env, reply->handle, reply->result, kConstructor,
+                                                 Traits::kCallback);
 }
 
 /// One bad callback must not spoil the thread for the events that follow.
@@ -57,28 +58,17 @@ int JNIDtvSvLibListener::recvEventFromServer(int id, void* data, int size) {
 
 int JNIDtvSvLibListener::DoListenerEvent(JNIEnv* env, int id, void* data, int size) {
     TRACE_LISTENER(kFuncStart, __func__, "");
-    if (data == nullptr) {
-        return 1;
-    }
     int ret = 1;
     switch (id) {
-        // Every message buffer holds the handle and the result, whatever the size says.
-#define REPLY(reply_id, event_class, callback)                                                     \
-    case event_id::reply_id: {                                                                     \
-        static_assert(isReply(kNew_##event_class, kCall_##callback));                              \
-        const auto reply =                                                                         \
-            viewRecord<ReplyRecord<event_id::reply_id>>(data, sizeof(TS_COMMON_REPLY));            \
-        ret = dtvsv_msgid_lib_common_reply(env, reply.handle, reply.result, kNew_##event_class,    \
-                                           kCall_##callback);                                      \
-        break;                                                                                     \
-    }
-#define HANDLER(handled_id, event)                                                                 \
-    case event_id::handled_id:                                                                     \
-        ret = dtvsv_msgid_lib_##event(env, data, size);                                            \
+#define REPLY(reply_id, name, record, java_class)                                                  \
+    case reply_id:                                                                                 \
+        ret = data != nullptr ? deliverReply<reply_id>(*this, env, data) : 1;                      \
         break;
-#include "binding/event_table.def"
-#undef REPLY
-#undef HANDLER
+#define EVENT(event_id, name, record, handler, java_class)                                         \
+    case event_id:                                                                                 \
+        ret = data != nullptr ? dtvsv_msgid_lib_##handler(env, data, size) : 1;                    \
+        break;
+#include "records/message_table.def"
     default:
         break;
     }

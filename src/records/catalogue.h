@@ -45,7 +45,7 @@ struct Message {
     const Record* reply; ///< of a synchronous command; null for others
 };
 
-/// The 55 commands that do not wait, the 10 that do, the 83 events.
+/// In the order of their ids.
 const std::vector<Message>& commands();
 const std::vector<Message>& events();
 

@@ -1,162 +1,19 @@
 // The numbers of the messages exchanged with the DTV service: commands out, events in.
 #pragma once
 
-/// Commands, 0x10000000 and up. 0x10000008 is not used.
+/// Commands, by name: command_id::kCreate is 0x10000000.
 namespace command_id {
-constexpr int kCreate = 0x10000000;
-constexpr int kRelease = 0x10000001;
-constexpr int kStartScan = 0x10000002;
-constexpr int kCancelScan = 0x10000003;
-constexpr int kStartBroadcastReceiving = 0x10000004;
-constexpr int kTerminateBroadcastReceiving = 0x10000005;
-constexpr int kSelectChannel = 0x10000006;
-constexpr int kStartSearchChannel = 0x10000007;
-constexpr int kCancelSearchChannel = 0x10000009;
-constexpr int kSetFirstComponent = 0x1000000a;
-constexpr int kSetDisplayAll = 0x1000000b;
-constexpr int kSetScreenDisplay = 0x1000000c;
-constexpr int kSetCapDisplay = 0x1000000d;
-constexpr int kSetBMLDisplay = 0x1000000e;
-constexpr int kReleaseDisplay = 0x1000000f;
-constexpr int kControlDisplayModeReq = 0x10000010;
-constexpr int kControlScreenDisplay = 0x10000011;
-constexpr int kControlDecodeScreen = 0x10000012;
-constexpr int kChangeAudioComponent = 0x10000013;
-constexpr int kChangeSoundDualMono = 0x10000014;
-constexpr int kSetSoundVideoDelay = 0x10000015;
-constexpr int kControlDecodeAudio = 0x10000016;
-constexpr int kControlCap = 0x10000017;
-constexpr int kControlBML = 0x10000018;
-constexpr int kChangeCapLang = 0x10000019;
-constexpr int kControlLNA = 0x1000001a;
-constexpr int kSetTunerLog = 0x1000001b;
-constexpr int kGetTunerLogStatus = 0x1000001c;
-constexpr int kBMLStartTvLinkReq = 0x1000001d;
-constexpr int kBMLEndTvLinkReq = 0x1000001e;
-constexpr int kBMLKeyEventNotify = 0x1000001f;
-constexpr int kBMLPermissionReply = 0x10000020;
-constexpr int kBMLAuthReply = 0x10000021;
-constexpr int kBMLWriteNvramReply = 0x10000022;
-constexpr int kBMLReadNvramReply = 0x10000023;
-constexpr int kBMLFepReply = 0x10000024;
-constexpr int kBMLMailReply = 0x10000025;
-constexpr int kBMLPhonebookReply = 0x10000026;
-constexpr int kBMLCallReply = 0x10000027;
-constexpr int kBMLScheduleReply = 0x10000028;
-constexpr int kBMLBrowserReply = 0x10000029;
-constexpr int kBMLSavePictureReply = 0x1000002a;
-constexpr int kBMLStartTvlinkReply = 0x1000002b;
-constexpr int kBMLEnrolTvlinkReply = 0x1000002c;
-constexpr int kBMLRebootBrowserReq = 0x1000002d;
-constexpr int kStartRec = 0x1000002e;
-constexpr int kTerminateRec = 0x1000002f;
-constexpr int kStartPlay = 0x10000030;
-constexpr int kChangePlaySpeed = 0x10000031;
-constexpr int kPausePlay = 0x10000032;
-constexpr int kReStartPlay = 0x10000033;
-constexpr int kSkipPlay = 0x10000034;
-constexpr int kFrameSlidePlay = 0x10000035;
-constexpr int kTerminatePlay = 0x10000036;
-constexpr int kMovePausePosition = 0x10000037;
-// The synchronous twins: the sender waits for the reply record.
-constexpr int kRelease_Sync = 0x10000038;
-constexpr int kCancelScan_Sync = 0x10000039;
-constexpr int kTerminateBroadcastReceiving_Sync = 0x1000003a;
-constexpr int kControlDecodeScreen_Sync = 0x1000003b;
-constexpr int kControlDecodeAudio_Sync = 0x1000003c;
-constexpr int kControlCap_Sync = 0x1000003d;
-constexpr int kControlBML_Sync = 0x1000003e;
-constexpr int kBMLEndTvLink_Sync = 0x1000003f;
-constexpr int kTerminateRec_Sync = 0x10000040;
-constexpr int kTerminatePlay_Sync = 0x10000041;
+#define COMMAND(id, name, record, reply_event) constexpr int k##name = id;
+#define EXCHANGE(id, name, record, reply, java_class) constexpr int k##name = id;
+#include "records/message_table.def"
 } // namespace command_id
 
-/// Events, 0x10000042 to 0x1000009e. 0x10000075 to 0x1000007e are not used.
+/// Events, by name: event_id::kBmlPermissionReq is 0x10000042.
 namespace event_id {
-// Requests of the BML browser.
-constexpr int kBmlPermissionReq = 0x10000042;
-constexpr int kBmlAuthReq = 0x10000043;
-constexpr int kBmlWriteNvramReq = 0x10000044;
-constexpr int kBmlReadNvramReq = 0x10000045;
-constexpr int kBmlStartFepReq = 0x10000046;
-constexpr int kBmlMailReq = 0x10000047;
-constexpr int kBmlPhonebookReq = 0x10000048;
-constexpr int kBmlCallReq = 0x10000049;
-constexpr int kBmlScheduleReq = 0x1000004a;
-constexpr int kBmlBrowserReq = 0x1000004b;
-constexpr int kBmlSavePictureReq = 0x1000004c;
-constexpr int kBmlStartTvlinkReq = 0x1000004d;
-constexpr int kBmlEnrolTvlinkReq = 0x1000004e;
-// Replies to commands.
-constexpr int kCreateReply = 0x1000004f;
-constexpr int kReleaseReply = 0x10000050;
-constexpr int kStartScanReply = 0x10000051;
-constexpr int kStartBroadcastReceivingReply = 0x10000052;
-constexpr int kTerminateBroadcastReceivingReply = 0x10000053;
-constexpr int kSelectChannelReply = 0x10000054;
-constexpr int kStartSearchChannelReply = 0x10000055;
-constexpr int kSetDisplayAllReply = 0x10000056;
-constexpr int kSetScreenDisplayReply = 0x10000057;
-constexpr int kSetCapDisplayReply = 0x10000058;
-constexpr int kSetBmlDisplayReply = 0x10000059;
-constexpr int kReleaseDisplayReply = 0x1000005a;
-constexpr int kControlDisplayModeReply = 0x1000005b;
-constexpr int kControlScreenDisplayReply = 0x1000005c;
-constexpr int kControlDecodeScreenReply = 0x1000005d;
-constexpr int kChangeAudioComponentReply = 0x1000005e;
-constexpr int kChangeSoundDualMonoReply = 0x1000005f;
-constexpr int kSetSoundVideoDelayReply = 0x10000060;
-constexpr int kControlDecodeAudioReply = 0x10000061;
-constexpr int kControlCapReply = 0x10000062;
-constexpr int kControlBmlReply = 0x10000063;
-constexpr int kChangeCapLangReply = 0x10000064;
-constexpr int kControlLNAReply = 0x10000065;
-constexpr int kSetTunerLogReply = 0x10000066;
-constexpr int kTunerLogStatusReply = 0x10000067;
-constexpr int kBmlStartTvlinkReply = 0x10000068;
-constexpr int kBmlEndTvlinkReply = 0x10000069;
-constexpr int kBmlRebootBrowserReply = 0x1000006a;
-constexpr int kStartRecReply = 0x1000006b;
-constexpr int kTerminateRecReply = 0x1000006c;
-constexpr int kStartPlayReply = 0x1000006d;
-constexpr int kChangePlaySpeedReply = 0x1000006e;
-constexpr int kPausePlayReply = 0x1000006f;
-constexpr int kRestartPlayReply = 0x10000070;
-constexpr int kSkipPlayReply = 0x10000071;
-constexpr int kFrameSlidePlayReply = 0x10000072;
-constexpr int kTerminatePlayReply = 0x10000073;
-constexpr int kMovePausePositionReply = 0x10000074;
-// Notifications.
-constexpr int kScanNotify = 0x1000007f;
-constexpr int kTerminateScanNotify = 0x10000080;
-constexpr int kStartSearchChannelNotify = 0x10000081;
-constexpr int kTerminateSearchChannelNotify = 0x10000082;
-constexpr int kChangeAudioMainSubNotify = 0x10000083;
-constexpr int kSelectAudioComponentNotify = 0x10000084;
-constexpr int kBmlStatusNotify = 0x10000085;
-constexpr int kCapStatusNotify = 0x10000086;
-constexpr int kAssignVideoAreaNotify = 0x10000087;
-constexpr int kGetCaptionDataNotify = 0x10000088;
-constexpr int kBmlDispIconNotify = 0x10000089;
-constexpr int kBmlEndFepNotify = 0x1000008a;
-constexpr int kGoodSensNotify = 0x1000008b;
-constexpr int kBadSensNotify = 0x1000008c;
-constexpr int kBmlSavePictureNotify = 0x1000008d;
-constexpr int kCaInfoNotify = 0x1000008e;
-constexpr int kReceiveSensitivityNotify = 0x1000008f;
-constexpr int kNetworkInfoNotify = 0x10000090;
-constexpr int kServiceInfoNotify = 0x10000091;
-constexpr int kComponentInfoNotify = 0x10000092;
-constexpr int kReceiveEpgInfoNotify = 0x10000093;
-constexpr int kUpdateVideoInfoNotify = 0x10000094;
-constexpr int kUpdateAudioInfoNotify = 0x10000095;
-constexpr int kCopyControlInfoNotify = 0x10000096;
-constexpr int kBroadcastFatalErrorNotify = 0x10000097;
-constexpr int kRecStatusNotify = 0x10000098;
-constexpr int kCaptionFatalErrorNotify = 0x10000099;
-constexpr int kRecInfoNotify = 0x1000009a;
-constexpr int kPlayStatusNotify = 0x1000009b;
-constexpr int kPlayEventNotify = 0x1000009c;
-constexpr int kPlayErrorNotify = 0x1000009d;
-constexpr int kTunerSensitivityDataNotify = 0x1000009e;
+#define REPLY(id, name, record, java_class) constexpr int k##name = id;
+#define EVENT(id, name, record, handler, java_class) constexpr int k##name = id;
+#include "records/message_table.def"
+
+/// In the row of a command that no reply event follows.
+constexpr int kNO_REPLY = 0;
 } // namespace event_id

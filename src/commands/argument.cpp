@@ -1,0 +1,190 @@
+#include "commands/argument.h"
+
+#include "commands/java_access.h"
+
+#include <cstring>
+
+void Argument::requireObject(FieldLine null, int line) {
+    if (!refused() && object_ == nullptr) {
+        refuse(null, line);
+    }
+}
+
+void Argument::requireClass(FieldLine missing, int line) {
+    if (refused()) {
+        return;
+    }
+    class_ = classOf(env_, object_);
+    if (class_ == nullptr) {
+        refuse(missing, line);
+    }
+}
+
+void Argument::requireField(const IntField& field, int line) {
+    if (!refused() && findField(env_, class_, field.name, "I") == nullptr) {
+        refuse(field.missing, line);
+    }
+}
+
+ReadInt Argument::readInt(const IntField& field, jint unread, int line) {
+    jint value = unread;
+    readValue(field, line, &value);
+    return ReadInt(value);
+}
+
+ReadInt Argument::readIntUpTo(jint limit, const LimitedIntField& field, jint unread, int line) {
+    jint value = unread;
+    if (readValue(field, line, &value) && value > limit) {
+        refuse(field.too_large, line, value);
+        value = unread;
+    }
+    return ReadInt(value);
+}
+
+ReadInt Argument::readPosition(const LimitedIntField& field, jint unread, int line) {
+    jint value = unread;
+    if (readValue(field, line, &value) && value < 0) {
+        refuse(field.too_large, line, value);
+        value = unread;
+    }
+    return ReadInt(value);
+}
+
+ReadInt Argument::readEnum(const EnumField& field, jint unread, int line) {
+    jint value = unread;
+    readConstant(field, line, &value);
+    return ReadInt(value);
+}
+
+ReadInt Argument::readEnumUpTo(jint limit, const LimitedEnumField& field, jint unread, int line) {
+    jint value = unread;
+    if (readConstant(field, line, &value) && value > limit) {
+        refuse(field.too_large, line, value);
+        value = unread;
+    }
+    return ReadInt(value);
+}
+
+ReadInt Argument::readEnumIfPossible(const EnumField& field, jint unread) {
+    jint value = unread;
+    if (!refused()) {
+        getEnumValue(env_, object_, field.name, field.type, field.getter, &value);
+        threw();
+    }
+    return ReadInt(value);
+}
+
+jobject Argument::readObject(const ObjectField& field, int line) {
+    return readReference(field.name, field.type, field.missing, field.null, line);
+}
+
+jsize Argument::copyText(const TextField& field, char* target, int size, jsize limit, int line) {
+    const auto text = static_cast<jstring>(
+        readReference(field.name, STRING_TYPE, field.missing, field.null, line));
+    if (refused()) {
+        return 0;
+    }
+    jsize length = 0;
+    if (field.too_long != nullptr) {
+        length = env_->GetStringUTFLength(text);
+        if (length > limit) {
+            refuse(field.too_long, line, length);
+            return 0;
+        }
+    }
+    // When the VM has no memory for the text, its exception is pending.
+    g_listener->convJStringToChar(env_, text, target, size);
+    threw();
+    return length;
+}
+
+void Argument::copyBytes(const BytesField& field, uint8_t* target, jsize limit, int line) {
+    const auto array =
+        static_cast<jbyteArray>(readReference(field.name, "[B", field.missing, field.null, line));
+    if (refused()) {
+        return;
+    }
+    jbyte* const elements = env_->GetByteArrayElements(array, nullptr);
+    if (elements == nullptr) {
+        // The VM has no memory for them, and its exception is pending.
+        call_->abandon();
+        return;
+    }
+    const jsize length = env_->GetArrayLength(array);
+    if (length <= limit) {
+        std::memcpy(target, elements, static_cast<size_t>(length));
+    }
+    env_->ReleaseByteArrayElements(array, elements, 0);
+    if (length > limit) {
+        refuse(field.too_long, line, length);
+    }
+}
+
+/// A local reference to what a field refers to. Null when that was refused, or when the field may
+/// be null and is.
+jobject Argument::readReference(const char* name, const char* type, FieldLine missing,
+                                FieldLine null, int line) {
+    if (refused()) {
+        return nullptr;
+    }
+    const jfieldID id = findField(env_, class_, name, type);
+    if (id == nullptr) {
+        refuse(missing, line);
+        return nullptr;
+    }
+    const jobject reference = env_->GetObjectField(object_, id);
+    if (reference == nullptr && null != nullptr) {
+        refuse(null, line);
+    }
+    return reference;
+}
+
+bool Argument::readValue(const IntField& field, int line, jint* value) {
+    if (refused()) {
+        return false;
+    }
+    const jfieldID id = findField(env_, class_, field.name, "I");
+    if (id == nullptr) {
+        refuse(field.missing, line);
+        return false;
+    }
+    *value = env_->GetIntField(object_, id);
+    return true;
+}
+
+bool Argument::readConstant(const EnumField& field, int line, jint* value) {
+    if (refused()) {
+        return false;
+    }
+    jint read = 0;
+    const int unread = getEnumValue(env_, object_, field.name, field.type, field.getter, &read);
+    if (threw()) {
+        return false;
+    }
+    if (unread != 0) {
+        // The line shows what getEnumValue answered.
+        refuse([&] { field.unreadable(function_, line, unread); });
+        return false;
+    }
+    *value = read;
+    return true;
+}
+
+void Argument::refuse(FieldLine field_line, int line) {
+    refuse([&] { field_line(function_, line, number_); });
+}
+
+void Argument::refuse(ValueLine value_line, int line, jint value) {
+    refuse([&] { value_line(function_, line, value, number_); });
+}
+
+bool Argument::threw() {
+    if (!env_->ExceptionCheck()) {
+        return false;
+    }
+    refused_ = true;
+    if (call_ != nullptr) {
+        call_->abandon();
+    }
+    return true;
+}
