@@ -14,6 +14,7 @@ namespace harness {
 using strict_jni::Calls;
 using strict_jni::FailJni;
 using strict_jni::isModifiedUtf8;
+using strict_jni::JniCall;
 using strict_jni::ObservedJni;
 using strict_jni::StrictJni;
 

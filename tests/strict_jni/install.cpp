@@ -30,7 +30,7 @@ std::string& watched() {
     return instance;
 }
 std::atomic<StrictJni::Reporter> reporter{nullptr};
-std::atomic<const StrictJni::Observer*> observed{nullptr};
+std::atomic<const StrictJni::Observer*> observer_of_all{nullptr};
 std::atomic<bool> looking{false}; ///< a library is named but its addresses are not known yet
 std::atomic<uintptr_t> code_begin{0};
 std::atomic<uintptr_t> code_end{0};
@@ -69,16 +69,21 @@ enum InvokeRow {
     detachRow
 };
 
-bool counted(InvokeRow index, const void* caller) {
+long long addressOf(const void* arguments) {
+    return static_cast<long long>(reinterpret_cast<intptr_t>(arguments));
+}
+
+bool counted(InvokeRow index, const void* caller, std::vector<long long> numbers) {
     if (!isWatched(caller)) {
         return false;
     }
     called(invoke_rows[index]);
+    observe(invoke_rows[index], std::move(numbers));
     return nextTurn(invoke_rows[index], nullptr) == Turn::fails;
 }
 
 jint JNICALL getEnv(JavaVM* on, void** env, jint version) {
-    if (counted(getEnvRow, __builtin_return_address(0))) {
+    if (counted(getEnvRow, __builtin_return_address(0), {version})) {
         *env = nullptr;
         return JNI_EDETACHED;
     }
@@ -86,20 +91,20 @@ jint JNICALL getEnv(JavaVM* on, void** env, jint version) {
 }
 
 jint JNICALL attach(JavaVM* on, void** env, void* arguments) {
-    return counted(attachRow, __builtin_return_address(0))
+    return counted(attachRow, __builtin_return_address(0), {addressOf(arguments)})
                ? JNI_ERR
                : vm_invoke.AttachCurrentThread(on, env, arguments);
 }
 
 jint JNICALL attachAsDaemon(JavaVM* on, void** env, void* arguments) {
-    return counted(attachAsDaemonRow, __builtin_return_address(0))
+    return counted(attachAsDaemonRow, __builtin_return_address(0), {addressOf(arguments)})
                ? JNI_ERR
                : vm_invoke.AttachCurrentThreadAsDaemon(on, env, arguments);
 }
 
 jint JNICALL detach(JavaVM* on) {
-    return counted(detachRow, __builtin_return_address(0)) ? JNI_ERR
-                                                           : vm_invoke.DetachCurrentThread(on);
+    return counted(detachRow, __builtin_return_address(0), {}) ? JNI_ERR
+                                                               : vm_invoke.DetachCurrentThread(on);
 }
 
 Row& rowNamed(const std::string& function) {
@@ -144,8 +149,15 @@ void report(const std::string& text) {
 
 void called(Row& row) {
     ++row.calls;
-    if (const StrictJni::Observer* const told = observed.load()) {
-        (*told)(row.name);
+}
+
+bool isObserved() {
+    return observer_of_all.load() != nullptr;
+}
+
+void observe(const Row& row, std::vector<long long> numbers) {
+    if (const StrictJni::Observer* const told = observer_of_all.load()) {
+        (*told)({row.name, std::move(numbers)});
     }
 }
 
@@ -181,11 +193,11 @@ void StrictJni::reportTo(Reporter to) {
 }
 
 ObservedJni::ObservedJni(StrictJni::Observer to) : observer(std::move(to)) {
-    observed = &observer;
+    observer_of_all = &observer;
 }
 
 ObservedJni::~ObservedJni() {
-    observed = nullptr;
+    observer_of_all = nullptr;
 }
 
 void StrictJni::install(JavaVM* of, bool judge) {

@@ -55,8 +55,11 @@ bool isWatched(const void* address);
 bool broken(const char* function, const std::string& rule);
 void report(const std::string& text);
 
-/// Counts a call of the watched library and tells the observer.
+/// Counts a call of the watched library.
 void called(Row& row);
+/// Whether somebody observes calls, and what tells that observer.
+bool isObserved();
+void observe(const Row& row, std::vector<long long> numbers);
 
 /// What becomes of a call.
 enum class Turn {

@@ -12,8 +12,17 @@
 #include <functional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace strict_jni {
+
+/// One call, as an observer sees it.
+struct JniCall {
+    const char* function; ///< as StrictJni::calls names it
+    /// Its jint arguments in order (a mode, a length, a version); of AttachCurrentThread the
+    /// address of the thread's arguments, 0 for null.
+    std::vector<long long> numbers;
+};
 
 /// Everything here counts what the watched library does, in every mode; rules are judged in the
 /// strict mode alone (the VM's own -Xcheck:jni judges in the other).
@@ -26,9 +35,9 @@ public:
     /// it would in the strictest VM.
     static void reportTo(Reporter reporter);
 
-    /// Gets the name of every JNI and invocation function that the watched library calls, on the
-    /// calling thread and before the call is made. It makes no JNI call itself.
-    using Observer = std::function<void(const char* function)>;
+    /// Gets every call of the watched library to a JNI or invocation function, on the calling
+    /// thread and before the call is made. It makes no JNI call itself.
+    using Observer = std::function<void(const JniCall& call)>;
 
     /// Puts the table over the VM's, for every thread at once and for good. Called when the VM is
     /// made.

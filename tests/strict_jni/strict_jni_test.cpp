@@ -262,16 +262,25 @@ TEST(ObservedJni, NamesEachCallOfTheLibraryInOrder) {
     auto* make = probe<jstring(JNIEnv*, const char*)>("makeText");
     auto* frame = probe<jint(JNIEnv*)>("makeFrame");
     auto* pop = probe<Breach>("popTooMuch");
+    auto* ask = probe<jint(JavaVM*, void**)>("askEnv");
     std::vector<std::string> names;
+    std::vector<std::vector<long long>> numbers;
     {
-        ObservedJni observed([&names](const char* function) { names.emplace_back(function); });
+        ObservedJni observed([&](const JniCall& call) {
+            names.emplace_back(call.function);
+            numbers.push_back(call.numbers);
+        });
+        void* own = nullptr;
+        ask(VirtualMachine::instance().vm(), &own);
         frame(env());
         make(env(), "one");
         env()->GetVersion();
         pop(env());
     }
     make(env(), "two");
-    EXPECT_EQ(names, (std::vector<std::string>{"PushLocalFrame", "NewStringUTF", "PopLocalFrame"}));
+    EXPECT_EQ(names, (std::vector<std::string>{"GetEnv", "PushLocalFrame", "NewStringUTF",
+                                               "PopLocalFrame"}));
+    EXPECT_EQ(numbers, (std::vector<std::vector<long long>>{{0x10004}, {4}, {}, {}}));
     StrictJni::settle();
 }
 

@@ -132,6 +132,17 @@ struct Entry<Member> {
             return (vm_table.*Member)(env, arguments...);
         }
         called(row);
+        if (isObserved()) {
+            std::vector<long long> numbers;
+            auto note = [&numbers](auto value) {
+                if constexpr (std::is_same_v<decltype(value), jint>) {
+                    numbers.push_back(value);
+                }
+            };
+            (void)note;
+            (note(arguments), ...);
+            observe(row, std::move(numbers));
+        }
         const Turn turn = nextTurn(row, env);
         if (turn == Turn::fails) {
             if constexpr (std::is_same_v<R, jint>) {

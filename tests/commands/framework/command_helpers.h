@@ -2,7 +2,9 @@
 // library whose JNI calls the strict table can judge.
 #pragma once
 
+#include <gui/Surface.h>
 #include <jni.h>
+#include <utils/StrongPointer.h>
 
 #define COMMAND_HELPERS_EXPORT __attribute__((visibility("default")))
 
@@ -25,5 +27,16 @@ COMMAND_HELPERS_EXPORT int enumValue(JNIEnv* env, const char* name, const char* 
 /// makeComReplyObjSync.
 COMMAND_HELPERS_EXPORT jobject syncAnswer(JNIEnv* env, int message_id, const void* reply, int ret,
                                           const void* request);
+
+/// The same object by a reference that counts as the bridge's own: it ends with the caller's frame.
+COMMAND_HELPERS_EXPORT jobject adopt(JNIEnv* env, jobject object);
+
+/// The routines that read the planes' objects; `out` is the record's bytes.
+COMMAND_HELPERS_EXPORT int screenDrawingInfo(JNIEnv* env, jobject info, void* out);
+COMMAND_HELPERS_EXPORT int capDrawingInfo(JNIEnv* env, jobject info, void* out);
+COMMAND_HELPERS_EXPORT int capDisplayInfo(JNIEnv* env, jobject info, void* out);
+COMMAND_HELPERS_EXPORT int bmlDrawingInfo(JNIEnv* env, jobject info, void* out);
+COMMAND_HELPERS_EXPORT int surface(JNIEnv* env, jclass info_class, jobject info,
+                                   android::sp<android::Surface>* slot);
 
 } // namespace commands
