@@ -1,5 +1,5 @@
 // The field operations, whose registry nothing fills: they fail, and ask nothing of the VM.
-#include "listener.h"
+#include "binding/listener.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // CallMethod: construction, the calls that the return type selects, and rows that are empty.
-#include "listener.h"
+#include "binding/listener.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "listener.h"
+#include "binding/listener.h"
 
 #include <cstdlib>
 

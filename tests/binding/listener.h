@@ -1,7 +1,7 @@
 // The listener as the tests call it: the operations by their own names.
 #pragma once
 
-#include "probe.h"
+#include "binding/probe.h"
 
 #include "harness/harness.h"
 

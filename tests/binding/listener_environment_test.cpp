@@ -1,5 +1,5 @@
 // The environment table's operations that only the listener's owner calls.
-#include "listener.h"
+#include "binding/listener.h"
 
 #include <cstdio>
 

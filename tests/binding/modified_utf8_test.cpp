@@ -1,5 +1,5 @@
 // OrgNewStringUTF with texts of every kind, the hostile ones included.
-#include "listener.h"
+#include "binding/listener.h"
 
 #include <cstring>
 #include <random>

@@ -1,6 +1,6 @@
 // Compiled without sibling calls: a call of the bridge's that is the last jump of an operation
 // returns to here then, and is known as the bridge's.
-#include "probe.h"
+#include "binding/probe.h"
 
 namespace {
 

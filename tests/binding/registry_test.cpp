@@ -1,7 +1,7 @@
 // The class, method and field registries: what a load fills in, what the setters store and log, and
 // what the destructor releases.
-#include "java_tables.h"
-#include "listener.h"
+#include "binding/listener.h"
+#include "entry/java_tables.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
 // Strings of UTF-16 units toward Java, and Java strings into fixed fields.
-#include "listener.h"
+#include "binding/listener.h"
 
 #include <cstring>
 

@@ -30,8 +30,8 @@
 #include "harness/product.h"
 #include "harness/service_double.h"
 #include "harness/stdout_capture.h"
-#include "harness/strict_jni.h"
 #include "harness/virtual_machine.h"
+#include "strict_jni/strict_jni.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,6 @@
 #include "harness/product.h"
 
 #include "harness/java_objects.h"
-#include "harness/strict_jni.h"
 #include "harness/virtual_machine.h"
 
 #include <gtest/gtest.h>

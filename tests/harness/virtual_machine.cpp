@@ -1,7 +1,5 @@
 #include "harness/virtual_machine.h"
 
-#include "harness/strict_jni.h"
-
 #include <gtest/gtest.h>
 
 #include <condition_variable>
@@ -22,6 +20,18 @@ bool made = false;
     std::fprintf(stderr, "harness: %s\n", why.c_str());
     std::fflush(nullptr);
     std::_Exit(71);
+}
+
+/// A broken rule fails the running test. Outside a test nobody would hear of a failure: the process
+/// ends as the strict VM's does.
+void failTest(const std::string& text) {
+    if (testing::UnitTest::GetInstance()->current_test_info() != nullptr) {
+        ADD_FAILURE() << text;
+        return;
+    }
+    std::fprintf(stderr, "%s (outside a test)\n", text.c_str());
+    std::fflush(nullptr);
+    std::_Exit(70);
 }
 
 std::string environment(const char* name) {
@@ -79,6 +89,7 @@ VirtualMachine::VirtualMachine() {
         give_up("the Java VM cannot be made");
     }
     made = true;
+    StrictJni::reportTo(&failTest);
     StrictJni::install(java_vm, mode() == Mode::strict);
     // The main thread never returns to Java; -Xcheck:jni wants to be told of what it may hold.
     env()->EnsureLocalCapacity(512);

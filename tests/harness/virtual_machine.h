@@ -1,6 +1,8 @@
 // The Java VM of the test process: one, made when it is first asked for, on the main thread.
 #pragma once
 
+#include "strict_jni/strict_jni.h"
+
 #include <jni.h>
 
 #include <functional>
@@ -8,6 +10,13 @@
 #include <string>
 
 namespace harness {
+
+using strict_jni::Calls;
+using strict_jni::FailJni;
+using strict_jni::isModifiedUtf8;
+using strict_jni::JniCall;
+using strict_jni::ObservedJni;
+using strict_jni::StrictJni;
 
 /// How a test process judges JNI, from DTV_TEST_MODE.
 enum class Mode {

@@ -37,6 +37,10 @@ public final class StrictProbe {
     /** Keeps many references: the VM ends them with the call. */
     public native void makeMany(int count);
 
+    /** Answers the sum of all its numbers, and 1000 for a reference that is not null. */
+    public native double mix(boolean a, byte b, char c, short d, int e, long f, float g, double h,
+            Object i, int[] j, int k);
+
     @Override
     public String toString() {
         return number + text + shared;

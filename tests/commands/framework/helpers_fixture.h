@@ -1,0 +1,29 @@
+// The product's helpers on a listener of the test's own, under the rules of the strict table.
+#pragma once
+
+#include "commands/framework/command_helpers.h"
+#include "harness/harness.h"
+
+namespace commands {
+
+class Helpers : public testing::Test {
+protected:
+    void SetUp() override {
+        harness::VirtualMachine& machine = harness::VirtualMachine::instance();
+        harness::StrictJni::watch(COMMAND_HELPERS_FILE);
+        log = harness::LogRecorder::install();
+        newListener(machine.vm());
+        log->clear();
+        harness::StrictJni::settle();
+    }
+
+    void TearDown() override {
+        // What a helper leaves would stay in the test's frame as it stays in a native's.
+        EXPECT_EQ(harness::StrictJni::liveLocals(), 0);
+        harness::StrictJni::settle();
+    }
+
+    std::shared_ptr<harness::LogRecorder> log;
+};
+
+} // namespace commands

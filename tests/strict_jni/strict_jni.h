@@ -1,0 +1,129 @@
+// A JNI function table that is as strict as the strictest VM the bridge runs on. The desk's VM runs
+// on where another one stops the process; this table reports such a
+// call to whoever asked to be told of it. It knows the VM and nothing else of the tests.
+//
+// It judges the calls that come from the watched library and hands those of everybody else (the
+// JDK's own natives, the test) straight to the VM. Who calls is told by the return address, so a
+// call that the compiler turned into the last jump of a function is taken for its caller's.
+#pragma once
+
+#include <jni.h>
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace strict_jni {
+
+/// One call, as an observer sees it.
+struct JniCall {
+    const char* function; ///< as StrictJni::calls names it
+    /// Its jint arguments in order (a mode, a length, a version); of AttachCurrentThread the
+    /// address of the thread's arguments, 0 for null.
+    std::vector<long long> numbers;
+};
+
+/// Everything here counts what the watched library does, in every mode; rules are judged in the
+/// strict mode alone (the VM's own -Xcheck:jni judges in the other).
+class StrictJni {
+public:
+    /// Gets the text of every broken rule, and of every wrong use of this table, on the thread
+    /// where it happens.
+    using Reporter = void (*)(const std::string& text);
+    /// Without a reporter the text goes to standard error and the process ends with status 70, as
+    /// it would in the strictest VM.
+    static void reportTo(Reporter reporter);
+
+    /// Gets every call of the watched library to a JNI or invocation function, on the calling
+    /// thread and before the call is made. It makes no JNI call itself.
+    using Observer = std::function<void(const JniCall& call)>;
+
+    /// Puts the table over the VM's, for every thread at once and for good. Called when the VM is
+    /// made.
+    static void install(JavaVM* vm, bool strict);
+
+    /// Names the library whose calls are judged, by its file. It need not be loaded yet.
+    static void watch(const std::string& library);
+
+    static bool strict();
+
+    /// Rules broken since the process began.
+    static int violations();
+
+    /// How often the watched library called the JNI or invocation function of this name
+    /// ("NewObjectV", "AttachCurrentThread"; jni.h's C++ calls end in the functions named ...V).
+    /// 0 and a report for a name that there is not.
+    static int calls(const std::string& function);
+
+    /// Local references that the watched library made and that live now, on all threads.
+    static int liveLocals();
+
+    /// The most that lived at once on one thread since the last resetPeakLocals.
+    static int peakLocals();
+    static void resetPeakLocals();
+
+    /// Forgets the calling thread's local references: its native frame has ended.
+    static void settle();
+
+    static int globalsMade();
+    static int globalsDeleted();
+
+    /// Characters and elements that were taken (GetStringUTFChars and the like) and not yet
+    /// released.
+    static int unreleased();
+};
+
+/// While it lives, calls of the watched library are observed. One at a time; when it ends, no other
+/// thread is in a call of the watched library.
+class ObservedJni {
+public:
+    explicit ObservedJni(StrictJni::Observer observer);
+    ~ObservedJni();
+    ObservedJni(const ObservedJni&) = delete;
+    ObservedJni& operator=(const ObservedJni&) = delete;
+
+private:
+    StrictJni::Observer observer;
+};
+
+/// Counts the watched library's calls of one JNI function from here on.
+class Calls {
+public:
+    explicit Calls(std::string name)
+        : function(std::move(name)), before(StrictJni::calls(function)) {}
+    int made() const { return StrictJni::calls(function) - before; }
+
+private:
+    std::string function;
+    int before;
+};
+
+/// While it lives, one call of the watched library to a JNI or invocation function does nothing and
+/// fails: null or JNI_ERR (GetEnv: JNI_EDETACHED), with an OutOfMemoryError pending if asked for.
+/// `Leaves::result` is for the functions of the JNI table alone.
+class FailJni {
+public:
+    enum class Leaves {
+        exception, ///< as a VM does that has run out of memory
+        nothing,
+        result ///< the call is made and its result is answered, with the exception pending
+    };
+    /// `let_through` calls succeed first.
+    explicit FailJni(const std::string& function, int let_through = 0,
+                     Leaves leaves = Leaves::exception);
+    /// Reports when the call never came.
+    ~FailJni();
+    FailJni(const FailJni&) = delete;
+    FailJni& operator=(const FailJni&) = delete;
+
+    bool fired() const;
+
+private:
+    std::string function;
+};
+
+/// Modified UTF-8 by the strictest VM's rules: no four-byte forms, nothing overlong but C0 80.
+bool isModifiedUtf8(const char* text);
+
+} // namespace strict_jni
