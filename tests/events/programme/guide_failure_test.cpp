@@ -77,14 +77,31 @@ TEST_F(GuideFailure, ArrayOfProgrammesThatCannotBeMade) {
     expectGoesOn(guide);
 }
 
-TEST_F(GuideFailure, DeletesWhatADeliveredGuideMade) {
-    int before = StrictJni::calls("DeleteLocalRef");
-    EXPECT_EQ(deliver(guide.id, guideRecord(0).bytes()), 0);
-    // Nine for each programme, their array, the guide and the event.
-    EXPECT_EQ(StrictJni::calls("DeleteLocalRef") - before, 21);
-    before = StrictJni::calls("DeleteLocalRef");
-    EXPECT_EQ(deliver(guide.id, guideRecord(8).bytes()), 0);
-    EXPECT_EQ(StrictJni::calls("DeleteLocalRef") - before, 93);
+/// What a delivered guide made goes with one call: nine objects for each programme, their array,
+/// the guide and the event.
+TEST_F(GuideFailure, DropsWhatADeliveredGuideMadeAtOnce) {
+    for (int following : {0, 8}) {
+        int deleted = StrictJni::calls("DeleteLocalRef");
+        int popped = StrictJni::calls("PopLocalFrame");
+        EXPECT_EQ(deliver(guide.id, guideRecord(following).bytes()), 0);
+        EXPECT_EQ(StrictJni::calls("DeleteLocalRef") - deleted, 0);
+        EXPECT_EQ(StrictJni::calls("PopLocalFrame") - popped, 2) << "its own and the event's";
+        EXPECT_EQ(StrictJni::liveLocals(), 0);
+    }
+}
+
+/// Where the guide can have no frame of its own the references go one by one.
+TEST_F(GuideFailure, DropsReferencesOneByOneWithoutAFrame) {
+    for (auto leaves : {FailJni::Leaves::exception, FailJni::Leaves::nothing}) {
+        int deleted = StrictJni::calls("DeleteLocalRef");
+        int popped = StrictJni::calls("PopLocalFrame");
+        FailJni fail("PushLocalFrame", 1, leaves);
+        EXPECT_EQ(deliver(guide.id, guideRecord(8).bytes()), 0);
+        EXPECT_TRUE(fail.fired());
+        EXPECT_EQ(StrictJni::calls("DeleteLocalRef") - deleted, 93);
+        EXPECT_EQ(StrictJni::calls("PopLocalFrame") - popped, 1);
+        EXPECT_EQ(StrictJni::liveLocals(), 0);
+    }
 }
 
 /// Ten thousand guides in a row that break off at another place each time, on one thread that the
