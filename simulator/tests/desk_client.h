@@ -5,7 +5,8 @@
 #include "records/command_records.h"
 #include "records/message_ids.h"
 #include "records/reply_records.h"
-#include "simulator/simulator.h"
+#include "service/request.h"
+#include "simulator.h"
 
 #include <gtest/gtest.h>
 

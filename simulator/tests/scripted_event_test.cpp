@@ -3,7 +3,6 @@
 
 #include "records/programme_records.h"
 #include "records/status_records.h"
-#include "simulator/session.h"
 
 namespace {
 

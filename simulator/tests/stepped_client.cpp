@@ -1,6 +1,6 @@
 #include "stepped_client.h"
 
-#include "script_text.h"
+#include "script/script_text.h"
 
 #include <algorithm>
 #include <utility>
