@@ -153,7 +153,7 @@ void Delivery::deliverPosted(std::unique_lock<std::mutex>& lock, Event event) {
         end(call);
     } else if (closed_) {
         first_dropped_ = std::min(first_dropped_, event.number);
-    } // else its listener has gone meanwhile: nobody misses it
+    } // else its listener was destroyed meanwhile, and the event is lost
     in_delivery_.erase(std::find(in_delivery_.begin(), in_delivery_.end(), event.number));
     progress_.notify_all();
 }

@@ -39,7 +39,7 @@ struct Event {
 /// The events of the process, on the threads of their own and on foreign ones.
 class Delivery {
 public:
-    /// Never destroyed: its threads are there until the process is gone.
+    /// Never destroyed: its threads are there until the process ends.
     static Delivery& instance() {
         static Delivery& delivery = *new Delivery;
         return delivery;

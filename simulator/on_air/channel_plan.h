@@ -1,4 +1,4 @@
-// What is on the air in one place: the stations of a channel table, by physical channel.
+// The stations of a channel table, by physical channel.
 #pragma once
 
 #include <cstdint>
@@ -41,7 +41,7 @@ struct ChannelPlan {
     /// The next station in `step` direction (1 or -1) from a channel, which itself comes last; null
     /// when the plan is empty. Channels go around at the ends of the band.
     const Station* next(int physical_channel, int step) const;
-    /// How many physical channels carry something.
+    /// The number of physical channels that carry a station.
     int occupiedChannels() const;
 };
 
@@ -61,7 +61,7 @@ struct ChannelNumber {
 ChannelNumber channelNumber(uint32_t frequency_hz, const std::string& country);
 
 /// Reads a channel table in the DVBv5 format; the two letters before the first '-' of its file name
-/// name its country. Nothing, and the reason in `error`, when it cannot be read.
+/// name its country. Empty, and the reason in `error`, when it cannot be read.
 std::optional<ChannelPlan> readChannelTable(const std::string& path, std::string& error);
 
 } // namespace simulator

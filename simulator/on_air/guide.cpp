@@ -98,7 +98,7 @@ void orderAndEnd(std::vector<Programme>& programmes) {
                      programmes.end());
 }
 
-bool bearsName(const GuideChannel& channel, const Station& station) {
+bool hasName(const GuideChannel& channel, const Station& station) {
     const std::vector<std::string_view> parts = station.serviceNames();
     const auto& names = channel.names;
     return std::any_of(names.begin(), names.end(), [&](const std::string& name) {
@@ -119,7 +119,7 @@ const GuideChannel* Guide::channelOf(const Station& station, const ChannelPlan& 
         return nullptr;
     }
     for (const GuideChannel& channel : channels) {
-        if (bearsName(channel, station)) {
+        if (hasName(channel, station)) {
             return &channel;
         }
     }

@@ -5,7 +5,7 @@
 namespace simulator {
 namespace {
 
-/// Takes so many digits from the front; nothing when there are fewer.
+/// Takes `count` digits from the front; empty when there are fewer.
 std::optional<int> takeDigits(std::string_view& text, size_t count) {
     if (text.size() < count) {
         return std::nullopt;

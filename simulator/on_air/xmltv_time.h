@@ -12,8 +12,8 @@ struct XmltvTime {
     int utc_offset; ///< seconds east of Greenwich
 };
 
-/// Digits from the year on, at least to the day; then, behind a blank, the offset from Greenwich
-/// (+hhmm, -hhmm, Z or UTC), which is 0 when it is missing. Nothing for what is no time.
+/// Digits from the year on, at least to the day; then, after a blank, the offset from Greenwich
+/// (+hhmm, -hhmm, Z or UTC), which is 0 when it is missing. Empty for a text that is no time.
 std::optional<XmltvTime> parseXmltvTime(std::string_view text);
 
 } // namespace simulator

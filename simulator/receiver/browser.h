@@ -1,5 +1,5 @@
-// The browser of data broadcasting: it shows the station's document, or a bookmarked page, which
-// asks the application for thirteen things, one after the other.
+// The browser of data broadcasting: it shows the station's document, or a bookmarked page. Either
+// sends thirteen requests to the application, one after the other.
 #pragma once
 
 #include "service/request.h"
@@ -13,7 +13,7 @@ struct Session;
 /// plane alone. Refused when nothing is received or played, without a plane, and when it is in that
 /// state already.
 Answer controlBrowser(Service& service, Session& session, const Request& request);
-/// Shows the document anew; refused when none is shown.
+/// Loads the document again; refused when none is shown.
 Answer rebootBrowser(Service& service, Session& session, const Request& request);
 
 /// Shows a bookmarked page (control type 1, or 255). Refused while the browser runs.
@@ -24,8 +24,8 @@ Answer endTvLink(Service& service, Session& session, const Request& request);
 /// A key or a touch; not taken when nothing is shown.
 Answer keyEvent(Service& service, Session& session, const Request& request);
 
-// Answers to what the document asked for. Not taken when it did not ask for that just before, or
-// under another task number, or when a block is said to hold other than what was written to it.
+// Answers to the requests of the document. Not taken when the last request was another one or had
+// another task number, or when the contents of a block differ from those that were written to it.
 Answer answerPermission(Service& service, Session& session, const Request& request);
 Answer answerAuth(Service& service, Session& session, const Request& request);
 Answer answerWriteNvram(Service& service, Session& session, const Request& request);
@@ -40,7 +40,7 @@ Answer answerSavePicture(Service& service, Session& session, const Request& requ
 Answer answerStartTvLink(Service& service, Session& session, const Request& request);
 Answer answerEnrolTvLink(Service& service, Session& session, const Request& request);
 
-/// Begins with the station's document if the session was told to.
+/// Shows the station's document if that was set for the beginning of reception.
 void beginBrowser(Service& service, Session& session);
 void endBrowser(Service& service, Session& session);
 

@@ -1,4 +1,4 @@
-// What a document of data broadcasting asks the application for.
+// The requests of a document of data broadcasting to the application.
 #pragma once
 
 #include "service/nvram.h"
@@ -10,7 +10,7 @@ namespace simulator {
 
 class Service;
 
-/// In the order in which the document asks.
+/// In the order in which the document sends them.
 enum class BrowserRequest : size_t {
     kPermission,
     kAuth,

@@ -15,7 +15,7 @@ Answer controlCaptions(Service& service, Session& session, const Request& reques
 /// Refused when nothing is received or played.
 Answer changeCaptionLanguage(Service& service, Session& session, const Request& request);
 
-/// Begins with captions if the session was told to.
+/// Turns captions on if they were set for the beginning of reception.
 void beginCaptions(Service& service, Session& session);
 void endCaptions(Service& service, Session& session);
 

@@ -21,7 +21,7 @@ Answer changePlaySpeed(Service& service, Session& session, const Request& reques
 Answer pausePlay(Service& service, Session& session, const Request& request);
 /// Back to normal speed; refused when it is played so already.
 Answer restartPlay(Service& service, Session& session, const Request& request);
-/// Forward (0) or backward (1) by so many seconds, but not beyond the ends.
+/// Forward (0) or backward (1) by the number of seconds, but not beyond the ends.
 Answer skipPlay(Service& service, Session& session, const Request& request);
 /// One picture forward (0) or backward (1); refused unless paused.
 Answer frameSlidePlay(Service& service, Session& session, const Request& request);

@@ -1,4 +1,4 @@
-// Where and how a programme is presented: the planes, the sound, the tuner's settings.
+// The presentation of a programme: the planes, the sound; and the settings of the tuner.
 #pragma once
 
 #include "service/request.h"
@@ -8,15 +8,15 @@ namespace simulator {
 class Service;
 struct Session;
 
-// Each keeps the surfaces that it is given, one for each of its planes, in place of those before
-// them. A missing one is refused.
+// Each stores the surfaces that it is given, one for each of its planes, in place of those before
+// them. A command without one of them is refused.
 Answer setFirstComponent(Service& service, Session& session, const Request& request);
 Answer setDisplayAll(Service& service, Session& session, const Request& request);
 Answer setScreenDisplay(Service& service, Session& session, const Request& request);
 Answer setCapDisplay(Service& service, Session& session, const Request& request);
 Answer setBmlDisplay(Service& service, Session& session, const Request& request);
 
-/// Lets the surface of a plane go; refused when there is none.
+/// Releases the surface of a plane; refused when there is none.
 Answer releaseDisplay(Service& service, Session& session, const Request& request);
 
 // Refused without a video plane.
@@ -32,7 +32,7 @@ Answer changeSoundDualMono(Service& service, Session& session, const Request& re
 Answer setSoundVideoDelay(Service& service, Session& session, const Request& request);
 
 Answer controlLna(Service& service, Session& session, const Request& request);
-/// Switches on (1) or off (2) what the tuner tells about itself once a second during reception.
+/// Switches the tuner's log on (1) or off (2): during reception it is sent once a second.
 Answer setTunerLog(Service& service, Session& session, const Request& request);
 Answer getTunerLogStatus(Service& service, Session& session, const Request& request);
 

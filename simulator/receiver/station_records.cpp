@@ -37,7 +37,7 @@ PRG_INFO programmeInfo(const Programme& programme) {
     const std::time_t local = programme.start + programme.utc_offset;
     std::tm start{};
     gmtime_r(&local, &start);
-    // Programmes of a service start at different minutes: that tells them apart.
+    // Programmes of a service start at different minutes, so this number is unique.
     info.evtId = static_cast<uint32_t>(programme.start / 60) & 0xFFFFU;
     info.start_date = dateOf(start);
     info.start_time = {static_cast<uint16_t>(start.tm_hour), static_cast<uint16_t>(start.tm_min),

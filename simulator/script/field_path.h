@@ -11,7 +11,7 @@
 
 namespace simulator {
 
-/// Where a field lies.
+/// The place of a field in a record.
 struct Place {
     size_t offset; ///< bytes from the start of the outermost record
     size_t size;   ///< bytes

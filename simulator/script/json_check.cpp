@@ -5,7 +5,7 @@
 namespace simulator {
 namespace {
 
-constexpr int kDeepest = 16; ///< objects and lists in one another; nobody needs so many
+constexpr int kDeepest = 16; ///< objects and lists in one another; no script needs more
 constexpr size_t kNowhere = std::string_view::npos;
 
 /// The length of the character that the text begins with; 0 when that is none.
@@ -85,7 +85,7 @@ size_t lengthOfWord(std::string_view text) {
 
 } // namespace
 
-size_t firstNoUtf8(std::string_view text) {
+size_t firstInvalidUtf8(std::string_view text) {
     for (size_t at = 0; at < text.size();) {
         const size_t length = lengthOfCharacter(text.substr(at));
         if (length == 0) {
@@ -96,7 +96,7 @@ size_t firstNoUtf8(std::string_view text) {
     return kNowhere;
 }
 
-Oddity firstOddity(std::string_view text) {
+JsonViolation firstViolation(std::string_view text) {
     int depth = 0;
     bool in_string = false;
     for (size_t at = 0; at < text.size(); ++at) {

@@ -27,7 +27,7 @@ std::string withoutByteOrderMark(std::string text) {
     return text;
 }
 
-/// At most so many bytes of a text, on one line.
+/// At most `longest` bytes of a text, on one line.
 std::string printable(std::string_view text, size_t longest) {
     std::string shown(text.substr(0, fittingBytes(text, longest)));
     for (char& character : shown) {
@@ -84,7 +84,7 @@ bool JsonReader::parse(Json::Value& root) {
     if (zero != kNowhere) {
         return refuse(zero, "a zero byte has no place in JSON");
     }
-    const size_t no_character = firstNoUtf8(text_);
+    const size_t no_character = firstInvalidUtf8(text_);
     if (no_character != kNowhere) {
         return refuse(no_character, "this is not UTF-8");
     }
@@ -92,9 +92,9 @@ bool JsonReader::parse(Json::Value& root) {
     if (first != kNowhere && text_[first] != '{') {
         return refuse(first, "an object is wanted here");
     }
-    const Oddity oddity = firstOddity(text_);
-    if (oddity.offset != kNowhere) {
-        return refuse(oddity.offset, oddity.reason);
+    const JsonViolation violation = firstViolation(text_);
+    if (violation.offset != kNowhere) {
+        return refuse(violation.offset, violation.reason);
     }
 
     Json::CharReaderBuilder builder;

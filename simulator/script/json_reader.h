@@ -1,4 +1,4 @@
-// Reads a JSON text that a person wrote, and tells which mistake comes first in it.
+// Reads a JSON text that a person wrote, and reports the first mistake in it.
 #pragma once
 
 #include <json/json.h>
@@ -19,8 +19,8 @@ std::string quoted(std::string_view text);
 /// says so.
 std::optional<std::string> readFile(const std::string& path, std::string& reason);
 
-/// Strict JSON: no comments, no member twice. The values that its functions take are parts of what
-/// parse() gave.
+/// Strict JSON: no comments, no member twice. Its functions take values out of the one that parse()
+/// read.
 class JsonReader {
 public:
     /// The path is for the errors.
@@ -34,8 +34,7 @@ public:
 
     /// Something is wrong with a value.
     void fail(const Json::Value& value, const std::string& reason);
-    /// Something is wrong with an object although each of its members may be right: what is wrong
-    /// with a member comes before it.
+    /// Something is wrong with an object as a whole. A mistake in one of its members comes first.
     void failWhole(const Json::Value& object, const std::string& reason);
 
     /// Whether the value is an object of these members and no other.

@@ -52,7 +52,7 @@ Patch PatchReader::fieldPatch(const catalogue::Record& record, const std::string
         bytes = numberBytes(*place, value.asInt64(), reason);
     } else if (!value.isString()) {
         reason = "a whole number or a text is wanted here";
-    } else if (firstNoUtf8(value.asString()) != std::string::npos) {
+    } else if (firstInvalidUtf8(value.asString()) != std::string::npos) {
         reason = "the text has half of a character";
     } else {
         bytes = textBytes(*place, value.asString(), reason);

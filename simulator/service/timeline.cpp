@@ -56,7 +56,7 @@ void Timeline::pass(std::chrono::milliseconds delay, const Step& after_step) {
             after_step();
         }
     }
-    // Another thread may have gone further meanwhile.
+    // Another thread may have advanced further meanwhile.
     const std::lock_guard<std::mutex> lock(mutex_);
     stepped_to_ = std::max(stepped_to_, end);
 }
@@ -65,7 +65,7 @@ bool Timeline::advance() {
     return advanceTo(Clock::time_point::max());
 }
 
-/// Stepped time: does the next step, unless it lies behind `limit`.
+/// Stepped time: does the next step, unless its moment is after `limit`.
 bool Timeline::advanceTo(Clock::time_point limit) {
     Step step;
     {
@@ -73,7 +73,7 @@ bool Timeline::advanceTo(Clock::time_point limit) {
         if (steps_.empty() || steps_.begin()->first.first > limit) {
             return false;
         }
-        // What was asked for too late is done now: time does not run backwards.
+        // A step whose moment has passed is done now: time does not run backwards.
         stepped_to_ = std::max(stepped_to_, steps_.begin()->first.first);
         step = std::move(steps_.begin()->second);
         steps_.erase(steps_.begin());

@@ -1,4 +1,4 @@
-// The simulator's clock: things to do after a while, done one after another.
+// The simulator's clock: steps that are done at their moments, one after another.
 #pragma once
 
 #include <chrono>
@@ -15,8 +15,8 @@ namespace simulator {
 /// How time passes.
 enum class Pace {
     kClock,   ///< by itself; steps are done on a thread of the timeline's own
-    kStepped, ///< from one step to the next, when it is told to; so that nothing depends on how
-              ///< fast the machine is
+    kStepped, ///< from one step to the next, when advance() or pass() is called, so that nothing
+              ///< depends on the speed of the machine
 };
 
 class Timeline {
@@ -33,7 +33,7 @@ public:
 
     /// Time since the beginning, in the seconds that the delays are given in.
     std::chrono::milliseconds now() const;
-    /// The moment that lies `delay` ahead.
+    /// The moment `delay` from now.
     Clock::time_point ahead(std::chrono::milliseconds delay) const;
     /// Does `step` at `moment`; steps of the same moment in the order in which they were given.
     /// Returns at once.
@@ -43,7 +43,7 @@ public:
     void pass(std::chrono::milliseconds delay, const Step& after_step = {});
 
     bool isStepped() const { return pace_ == Pace::kStepped; }
-    /// Stepped time only: goes on to the next step and does it, on the calling thread. False when
+    /// Stepped time only: advances to the next step and does it, on the calling thread. False when
     /// there is none, and then no time passes.
     bool advance();
 

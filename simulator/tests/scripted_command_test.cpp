@@ -10,7 +10,7 @@ using namespace simulator;
 
 class ScriptedCommandTest : public SteppedTest {
 protected:
-    /// Puts a simulator behind libDtv with these rules for commands.
+    /// Connects a simulator to libDtv with these rules for commands.
     void rule(const std::string& rules) {
         follow(R"({"version": 1, "commands": [)" + rules + "]}");
     }
@@ -214,14 +214,14 @@ TEST_F(ScriptedCommandTest, LetsTheThreadThatDeliversWait) {
     rule(R"({"command": "TerminatePlay_Sync", "delay_ms": 100})");
     const int handle = openSession();
     int answer = 77;
-    listener().tell([&](const Event& event) {
+    listener().setCallback([&](const Event& event) {
         if (event.id == event_id::kStartScanReply) {
             answer = exchangeResult(command_id::kTerminatePlay_Sync, handle);
         }
     });
     const auto begun = std::chrono::steady_clock::now();
     EXPECT_EQ(0, send(command_id::kStartScan, handle));
-    // The scan goes on while the callback waits, and its events come when the callback is over.
+    // The scan continues while the callback waits, and its events come when the callback is over.
     EXPECT_EQ(165, await(event_id::kStartScanReply).moment);
     EXPECT_EQ(kNotNow, answer);
     EXPECT_EQ(13U, countOf(until(165), event_id::kScanNotify));
@@ -245,7 +245,7 @@ TEST_F(ScriptedCommandTest, AnswersAsThingsAreWhenTheWaitEnds) {
                "commands": [{"command": "TerminatePlay_Sync", "delay_ms": 100}],
                "events": [{"at_ms": 70, "event": "CaInfoNotify"}]})");
     const int handle = openSession();
-    listener().tell([&](const Event& event) {
+    listener().setCallback([&](const Event& event) {
         if (event.id == event_id::kCaInfoNotify) {
             EXPECT_EQ(0, send(command_id::kRelease, handle));
         }

@@ -12,8 +12,10 @@ using Bytes = std::vector<uint8_t>;
 
 class ScriptedRecordTest : public SteppedTest {
 protected:
-    /// Puts a simulator behind libDtv that bends records so.
-    void bend(const std::string& rules) { follow(R"({"version": 1, "records": [)" + rules + "]}"); }
+    /// Connects a simulator to libDtv with these rules for records.
+    void modify(const std::string& rules) {
+        follow(R"({"version": 1, "records": [)" + rules + "]}");
+    }
 
     /// The reply to a command that answers 01 00 00 00 00 00 00 00.
     Bytes reply() {
@@ -23,7 +25,7 @@ protected:
 };
 
 TEST_F(ScriptedRecordTest, HasNumbersOfItsOwn) {
-    bend(R"({"event": "ControlLNAReply", "nth": 1, "fields": {"result": -2, "handle": 515}},
+    modify(R"({"event": "ControlLNAReply", "nth": 1, "fields": {"result": -2, "handle": 515}},
             {"event": "ControlLNAReply", "nth": 2, "fields": {"result": 2147483647}})");
     openSession();
     EXPECT_EQ((Bytes{3, 2, 0, 0, 0xFE, 0xFF, 0xFF, 0xFF}), reply());
@@ -32,7 +34,7 @@ TEST_F(ScriptedRecordTest, HasNumbersOfItsOwn) {
 }
 
 TEST_F(ScriptedRecordTest, HasTextsOfItsOwn) {
-    bend(R"({"event": "NetworkInfoNotify",
+    modify(R"({"event": "NetworkInfoNotify",
              "fields": {"network.ts_name": "Oculto", "network.ts_name_size": 65535,
                         "network.partialsvc[7]": 258, "physical_channel": 4294967295}},
             {"event": "ServiceInfoNotify", "fields": {"service[1].name": "日本",
@@ -74,7 +76,7 @@ TEST_F(ScriptedRecordTest, HasBytesAndUtf16TextsOfItsOwn) {
 }
 
 TEST_F(ScriptedRecordTest, HasBytesOverItsFields) {
-    bend(R"({"event": "ControlLNAReply", "nth": 1, "bytes": {"hex": "aabb"}},
+    modify(R"({"event": "ControlLNAReply", "nth": 1, "bytes": {"hex": "aabb"}},
             {"event": "ControlLNAReply", "nth": 2, "fields": {"result": 1},
              "bytes": {"offset": 5, "hex": "cc"}},
             {"event": "ControlLNAReply", "nth": 3, "bytes": {"offset": 9, "hex": "0102"}},
@@ -88,7 +90,7 @@ TEST_F(ScriptedRecordTest, HasBytesOverItsFields) {
 }
 
 TEST_F(ScriptedRecordTest, IsCutOrFilledUp) {
-    bend(R"({"event": "ControlLNAReply", "nth": 1, "size": 7},
+    modify(R"({"event": "ControlLNAReply", "nth": 1, "size": 7},
             {"event": "ControlLNAReply", "nth": 2, "size": 9, "fields": {"result": 1}},
             {"event": "ControlLNAReply", "nth": 3, "size": 0},
             {"event": "ControlLNAReply", "nth": 4, "size": 65536})");
@@ -100,7 +102,7 @@ TEST_F(ScriptedRecordTest, IsCutOrFilledUp) {
 }
 
 TEST_F(ScriptedRecordTest, IsNeverSentWhenItIsDropped) {
-    bend(R"({"event": "ScanNotify", "nth": 3, "drop": true},
+    modify(R"({"event": "ScanNotify", "nth": 3, "drop": true},
             {"event": "TerminateScanNotify", "drop": true, "size": 4})");
     const int handle = openSession();
     EXPECT_EQ(0, send(command_id::kStartScan, handle));
@@ -116,7 +118,7 @@ TEST_F(ScriptedRecordTest, IsNeverSentWhenItIsDropped) {
 }
 
 TEST_F(ScriptedRecordTest, FollowsTheFirstRuleThatFits) {
-    bend(R"({"event": "ControlLNAReply", "nth": 2, "size": 1},
+    modify(R"({"event": "ControlLNAReply", "nth": 2, "size": 1},
             {"event": "ControlLNAReply", "size": 2},
             {"event": "ControlLNAReply", "nth": 3, "size": 3})");
     openSession();

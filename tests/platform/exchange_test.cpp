@@ -1,4 +1,4 @@
-// libDtv.so at the desk: commands reach the service behind it, events its listener, lines its log.
+// libDtv.so at the desk: commands reach its service, events its listener, lines its log.
 #include "platform/listener_double.h"
 
 #include "harness/harness.h"

@@ -17,7 +17,7 @@ using simulator::readChannelTable;
 using simulator::Station;
 using Band = simulator::ChannelNumber::Band;
 
-/// A channel table that is gone after the test.
+/// A channel table that is removed after the test.
 class TableFile {
 public:
     TableFile(const std::string& name, const std::string& text)

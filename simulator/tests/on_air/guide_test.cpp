@@ -64,7 +64,7 @@ protected:
         };
         add("20260401060000", "20260401120000", "A");
         add("20260401120000", "20260401180000", "B");
-        add("20260401200000", "20260402060000", "C"); // behind a gap of two hours
+        add("20260401200000", "20260402060000", "C"); // after a gap of two hours
     }
 
     std::string currentAt(const char* now) {

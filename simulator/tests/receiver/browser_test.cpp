@@ -98,7 +98,7 @@ protected:
         return expectLater(event_id::kBmlStatusNotify).as<TS_CHANGE_STATUS_NOTIFY>().change_status;
     }
 
-    /// The next event, but for those that tell of the signal and the like, which go on for ever.
+    /// The next event, without those about the signal and the like, which never end.
     Event expectNextOfBrowser(int event_id) {
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
         while (std::chrono::steady_clock::now() < end) {

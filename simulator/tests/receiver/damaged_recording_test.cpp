@@ -74,7 +74,7 @@ TEST_F(DamagedRecordingTest, IsNotToldBackwards) {
     recordAndPlay(16000);
     until(playing_from_ + 15000);
     changeSpeed(10, true);
-    // Back at the beginning it turns around.
+    // At the beginning it plays forward again.
     std::vector<TimedEvent> events;
     do {
         const std::vector<TimedEvent> more = until(now() + 1);

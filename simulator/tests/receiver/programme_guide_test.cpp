@@ -32,7 +32,7 @@ TEST(ProgrammeGuideTest, FillsTheRecord) {
     EXPECT_EQ(2026, notify.current.start_date.year);
     EXPECT_EQ(4, notify.current.start_date.month);
     EXPECT_EQ(1, notify.current.start_date.day);
-    EXPECT_EQ(19, notify.current.start_time.hour) << "where the file's clock stands";
+    EXPECT_EQ(19, notify.current.start_time.hour) << "in the time zone of the file";
     EXPECT_EQ(30, notify.current.start_time.min);
     EXPECT_EQ(3, notify.current.start_day_of_week) << "a Wednesday";
     EXPECT_EQ(1, notify.current.duration.hour);

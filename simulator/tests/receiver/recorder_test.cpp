@@ -33,7 +33,7 @@ protected:
         return record;
     }
 
-    /// Records so many seconds of channel 20 and leaves the session idle. The programme's number.
+    /// Records `seconds` of channel 20 and leaves the session idle. Returns the programme's number.
     int record(int handle, uint32_t seconds) {
         EXPECT_EQ(0, send(command_id::kSelectChannel, serviceOf(handle, 20)));
         EXPECT_EQ(kDone, resultOf(event_id::kSelectChannelReply, handle));

@@ -5,7 +5,7 @@
 
 namespace {
 
-/// What is wrong with a rule that stands in line 3, after its opening brace.
+/// The error about a rule in line 3, without its opening brace.
 std::string errorIn(const std::string& list, const std::string& members) {
     return errorOf("{\"version\": 1,\n\"" + list + "\": [\n{" + members + "}]}");
 }
@@ -231,7 +231,7 @@ TEST(ScriptErrorTest, TellsTheFirstOfSeveralMistakes) {
               errorOf("{\n" + commands + ",\n" + stop + "}"));
     EXPECT_EQ("3: \"Nowhere\" is the name of no command",
               errorOf("{\n" + stop + ",\n" + commands + "}"));
-    // A misspelt member is told rather than the missing one.
+    // The error is about the misspelt member, not about the missing one.
     EXPECT_EQ("4: \"comand\" is not known here; known are: command, nth, delay_ms, result, "
               "send_result, answer",
               errorOfCommand("\n\"comand\": \"Create\""));

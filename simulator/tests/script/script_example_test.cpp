@@ -31,7 +31,7 @@ std::map<std::string, std::string> scripts() {
     return texts;
 }
 
-/// What stands between the fences of JSON on the page.
+/// The blocks of JSON on the page.
 std::set<std::string> blocksOfPage() {
     const std::string page = textOf(DTV_SCRIPT_PAGE);
     const std::string fence = "```json\n";
@@ -53,12 +53,12 @@ TEST_F(ScriptExampleTest, IsARightScript) {
         names.insert(name);
         EXPECT_EQ("", errorOf(text)) << name;
     }
-    EXPECT_EQ((std::set<std::string>{"corrupted-record.json", "falls-silent.json",
-                                     "slow-and-refusing.json"}),
+    EXPECT_EQ((std::set<std::string>{"corrupted-record.json", "slow-and-refusing.json",
+                                     "stops-answering.json"}),
               names);
 }
 
-TEST_F(ScriptExampleTest, StandsOnThePageAsItIs) {
+TEST_F(ScriptExampleTest, IsOnThePageAsItIs) {
     std::set<std::string> texts;
     for (const auto& [name, text] : scripts()) {
         texts.insert(text);
@@ -93,14 +93,14 @@ TEST_F(ScriptExampleTest, IsSlowAndRefuses) {
 }
 
 TEST_F(ScriptExampleTest, CorruptsRecords) {
-    simulator::Options bent = options();
+    simulator::Options modified = options();
     std::string error;
     std::optional<Guide> guide = readGuide(DTV_GUIDE_FILE, error);
     ASSERT_TRUE(guide.has_value()) << error;
-    bent.guide = std::move(*guide);
-    bent.script = scriptOf(scripts()["corrupted-record.json"]);
-    bent.wall_clock = [] { return std::time_t{1775080800}; };
-    follow(std::move(bent));
+    modified.guide = std::move(*guide);
+    modified.script = scriptOf(scripts()["corrupted-record.json"]);
+    modified.wall_clock = [] { return std::time_t{1775080800}; };
+    follow(std::move(modified));
     const int handle = openSession();
     EXPECT_EQ(0, send(command_id::kSelectChannel, serviceOf(handle, 20)));
     const auto network = await(event_id::kNetworkInfoNotify).event.as<TS_NETWORK_INFO_NOTIFY>();
@@ -117,8 +117,8 @@ TEST_F(ScriptExampleTest, CorruptsRecords) {
     EXPECT_EQ((std::vector<uint8_t>{1, 2, 3, 4, 5}), await(0x12345678).event.bytes);
 }
 
-TEST_F(ScriptExampleTest, FallsSilent) {
-    follow(scripts()["falls-silent.json"]);
+TEST_F(ScriptExampleTest, StopsAnswering) {
+    follow(scripts()["stops-answering.json"]);
     const int handle = openSession();
     EXPECT_EQ(0, send(command_id::kStartScan, handle));
     EXPECT_TRUE(until(10000).empty());

@@ -13,7 +13,7 @@ std::string errorOfFile(const std::string& path) {
     return error;
 }
 
-/// So many brackets of a kind.
+/// `count` brackets of a kind.
 std::string brackets(size_t count, char bracket) {
     return std::string(count, bracket);
 }

@@ -188,16 +188,16 @@ TEST(ScriptTest, ReadsARecordRule) {
     EXPECT_EQ(std::nullopt, dropped.size);
     EXPECT_TRUE(dropped.patches.empty());
 
-    const RecordRule bent = recordOf(R"("event": "ScanNotify", "fields": {"channnel": 258},
+    const RecordRule modified = recordOf(R"("event": "ScanNotify", "fields": {"channnel": 258},
                                         "bytes": {"offset": 400, "hex": "01 02"}, "size": 0)");
-    EXPECT_EQ(std::nullopt, bent.which.nth);
-    EXPECT_FALSE(bent.drop);
-    EXPECT_EQ(0U, bent.size);
-    ASSERT_EQ(2U, bent.patches.size());
-    EXPECT_EQ(8U, bent.patches[0].offset);
-    EXPECT_EQ((Bytes{2, 1, 0, 0}), bent.patches[0].bytes);
-    EXPECT_EQ(400U, bent.patches[1].offset);
-    EXPECT_EQ((Bytes{1, 2}), bent.patches[1].bytes);
+    EXPECT_EQ(std::nullopt, modified.which.nth);
+    EXPECT_FALSE(modified.drop);
+    EXPECT_EQ(0U, modified.size);
+    ASSERT_EQ(2U, modified.patches.size());
+    EXPECT_EQ(8U, modified.patches[0].offset);
+    EXPECT_EQ((Bytes{2, 1, 0, 0}), modified.patches[0].bytes);
+    EXPECT_EQ(400U, modified.patches[1].offset);
+    EXPECT_EQ((Bytes{1, 2}), modified.patches[1].bytes);
 }
 
 TEST(ScriptTest, ReadsWhenTheServiceStops) {
