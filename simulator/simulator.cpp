@@ -1,8 +1,10 @@
-#include "simulator/simulator.h"
+#include "simulator.h"
 
+#include "handlers.h"
+#include "messages/reply_record.h"
+#include "records/catalogue.h"
 #include "records/command_records.h"
 #include "records/message_ids.h"
-#include "records/reply_records.h"
 
 #include <chrono>
 #include <cstring>
@@ -11,13 +13,13 @@
 namespace simulator {
 namespace {
 
-constexpr std::chrono::milliseconds kMessage{5}; ///< the least time between a command and its reply
+constexpr std::chrono::milliseconds kMessage{5}; ///< the least time from a command to its reply
 constexpr std::chrono::milliseconds kCreation{55};
 constexpr std::chrono::milliseconds kNoDelay{0};
 /// Far longer than Java takes for an event, also where it is emulated.
 constexpr std::chrono::seconds kDelivery{60};
-/// The same for events whose listener may itself wait for who sent a command.
-constexpr std::chrono::seconds kPatience{5};
+/// The same while a sender waits: the callback of an event may wait for that sender.
+constexpr std::chrono::seconds kDeliveryWhileSending{5};
 
 constexpr int kTaken = 0;
 constexpr int kNotTaken = 1;
@@ -27,8 +29,11 @@ uint16_t handleOf(const dtv::Command& command) {
     return static_cast<const TS_HANDLE_REQ*>(command.data)->handle;
 }
 
-bool fits(const dtv::Command& command, int size) {
-    return command.data != nullptr && command.size == size;
+/// Whether the record is there and as long as that of the command.
+bool hasItsRecord(const dtv::Command& command) {
+    const catalogue::Message* message = catalogue::find(command.message_id);
+    return message != nullptr && command.data != nullptr && command.size >= 0 &&
+           static_cast<size_t>(command.size) == message->record->size;
 }
 
 /// A new session, whose handle the reply names.
@@ -39,33 +44,33 @@ Answer create(Service& service, const TS_CREATE_REQ& wanted, Session*& session) 
     }
     session->max_delay_time = wanted.max_delay_time;
     Answer answer;
-    answer.work = kCreation;
+    answer.duration = kCreation;
     return answer;
 }
 
-/// Whether the script has an answer in place of the service's own.
-bool isBent(const CommandRule* rule) {
+/// Whether the script has a result in place of the service's own.
+bool hasScriptedResult(const CommandRule* rule) {
     return rule != nullptr && rule->result.has_value();
 }
 
 /// Carries a command out, unless the script has another result for it.
 Answer handle(Service& service, Session* session, const CommandRow& row,
               const dtv::Command& command, const CommandRule* rule) {
-    if (isBent(rule)) {
+    if (hasScriptedResult(rule)) {
         Answer answer;
-        answer.result = *rule->result;
+        answer.reply.result = *rule->result;
         return answer;
     }
     if (session == nullptr) {
         return answerWith(kUnknownHandle);
     }
-    return row.handle(service, *session, Request{command.data, command.carrier});
+    return findHandler(row.command_id)(service, *session, Request{command.data, command.carrier});
 }
 
 /// Closes the session whose release was carried out.
 void closeIfReleased(Service& service, Session* session, const CommandRow& row,
                      const CommandRule* rule) {
-    if (session != nullptr && row.command_id == command_id::kRelease && !isBent(rule)) {
+    if (session != nullptr && row.command_id == command_id::kRelease && !hasScriptedResult(rule)) {
         service.close(*session);
     }
 }
@@ -82,39 +87,44 @@ void writeReply(const dtv::Reply& reply, const std::vector<uint8_t>& record) {
 
 } // namespace
 
-Simulator::Simulator(Options options) : service_(std::move(options)) {}
+Simulator::Simulator(Options options)
+    : service_(static_cast<ServiceOptions&&>(options)),
+      scripted_(service_, std::move(options.script)) {}
 
-Simulator::~Simulator() = default;
+Simulator::~Simulator() {
+    // Steps on the timeline use all members.
+    service_.timeline().stop();
+}
 
 int Simulator::onCommand(const dtv::Command& command) {
     const std::lock_guard<std::mutex> lock(service_.mutex());
     const CommandRow* row = findCommand(command.message_id);
-    if (row == nullptr || !fits(command, row->size)) {
+    if (row == nullptr || !hasItsRecord(command)) {
         return kNotTaken;
     }
-    const Direction::Arrival arrival = service_.arrive(command.message_id);
+    const ScriptRun::Arrival arrival = scripted_.arrive(command.message_id);
     // The record that opens a session has no handle yet.
     std::optional<uint16_t> session_handle;
     if (row->command_id != command_id::kCreate) {
         session_handle = handleOf(command);
     }
     const int taken = take(*row, command, arrival.rule, session_handle);
-    service_.sendAfter(arrival, session_handle);
+    scripted_.sendAfter(arrival, session_handle);
     return taken;
 }
 
 /// Takes a command about the session with this handle; without one it opens a session and names it.
 int Simulator::take(const CommandRow& row, const dtv::Command& command, const CommandRule* rule,
                     std::optional<uint16_t>& session_handle) {
-    if (service_.stopped()) {
-        return *service_.stopped();
+    if (scripted_.stopped()) {
+        return *scripted_.stopped();
     }
     if (rule != nullptr && (rule->send_result || !rule->answer)) {
         return rule->send_result.value_or(kTaken);
     }
     Session* session = session_handle ? service_.find(*session_handle) : nullptr;
     Answer answer;
-    if (session_handle || isBent(rule)) {
+    if (session_handle || hasScriptedResult(rule)) {
         answer = handle(service_, session, row, command, rule);
     } else {
         answer = create(service_, *static_cast<const TS_CREATE_REQ*>(command.data), session);
@@ -123,13 +133,13 @@ int Simulator::take(const CommandRow& row, const dtv::Command& command, const Co
         }
     }
     if (row.form == ReplyForm::kNone) {
-        return answer.result == kDone ? kTaken : kNotTaken;
+        return answer.reply.result == kDone ? kTaken : kNotTaken;
     }
     const std::chrono::milliseconds delay = rule != nullptr ? rule->delay : kNoDelay;
     service_.reply(
-        session, kMessage + answer.work + delay,
+        session, kMessage + answer.duration + delay,
         [this, event = row.reply_event,
-         record = replyRecord(row.form, session_handle.value_or(0), answer)] {
+         record = replyRecord(row.form, session_handle.value_or(0), answer.reply)] {
             service_.sendBytes(event, record.data(), record.size());
         },
         std::move(answer.then));
@@ -139,21 +149,21 @@ int Simulator::take(const CommandRow& row, const dtv::Command& command, const Co
 
 int Simulator::onExchange(const dtv::Command& command, const dtv::Reply& reply) {
     std::unique_lock<std::mutex> lock(service_.mutex());
-    const CommandRow* row = findExchange(command.message_id);
-    if (row == nullptr || !fits(command, row->size) || reply.data == nullptr) {
+    const CommandRow* row = findSynchronousCommand(command.message_id);
+    if (row == nullptr || !hasItsRecord(command) || reply.data == nullptr) {
         return kNotTaken;
     }
     const uint16_t session_handle = handleOf(command);
-    const Direction::Arrival arrival = service_.arrive(command.message_id);
-    service_.sendAfter(arrival, session_handle);
+    const ScriptRun::Arrival arrival = scripted_.arrive(command.message_id);
+    scripted_.sendAfter(arrival, session_handle);
     const CommandRule* rule = arrival.rule;
-    if (rule != nullptr && rule->delay > kNoDelay && !service_.stopped()) {
+    if (rule != nullptr && rule->delay > kNoDelay && !scripted_.stopped()) {
         lock.unlock();
         pass(rule->delay);
         lock.lock();
     }
-    if (service_.stopped()) {
-        return *service_.stopped() != kTaken ? *service_.stopped() : kNotTaken;
+    if (scripted_.stopped()) {
+        return *scripted_.stopped() != kTaken ? *scripted_.stopped() : kNotTaken;
     }
     if (rule != nullptr && (rule->send_result || !rule->answer)) {
         return rule->send_result.value_or(kNotTaken);
@@ -162,9 +172,9 @@ int Simulator::onExchange(const dtv::Command& command, const dtv::Reply& reply) 
     Answer answer = handle(service_, session, *row, command, rule);
     // The record of a synchronous answer is laid out as that of the reply event with handle and
     // result, with the numbers of the recording where there is one.
-    writeReply(reply, replyRecord(row->form, session_handle, answer));
+    writeReply(reply, replyRecord(row->form, session_handle, answer.reply));
     if (session != nullptr && answer.then) {
-        service_.later(*session, kMessage + answer.work, std::move(answer.then));
+        service_.later(*session, kMessage + answer.duration, std::move(answer.then));
     }
     closeIfReleased(service_, session, *row, rule);
     return kTaken;
@@ -172,19 +182,19 @@ int Simulator::onExchange(const dtv::Command& command, const dtv::Reply& reply) 
 
 /// Lets time pass while a sender waits.
 void Simulator::pass(std::chrono::milliseconds delay) {
-    // As advance() does, so that a run is repeatable. Another thread may be one that delivers
-    // events, and would wait for itself.
+    // As advance() does, so that a run is repeatable. Not on other threads: one that delivers
+    // events would wait for itself.
     bool waits = advancing_.load() == std::this_thread::get_id();
     service_.timeline().pass(delay, [&waits] {
-        // What waits for the sender in turn is waited for once only.
-        waits = waits && dtv::waitUntilDelivered(kPatience);
+        // A callback that waits for the sender is waited for once only.
+        waits = waits && dtv::waitUntilDelivered(kDeliveryWhileSending);
     });
 }
 
 bool Simulator::advance() {
     advancing_ = std::this_thread::get_id();
     const bool advanced = service_.timeline().advance();
-    // A callback may have let time pass itself: what came of that is delivered behind it.
+    // A callback may have let time pass itself, with a command: the events of that come after it.
     while (dtv::waitUntilDelivered(kDelivery) &&
            !dtv::waitUntilDelivered(std::chrono::milliseconds{0})) {
     }
@@ -193,7 +203,7 @@ bool Simulator::advance() {
 
 uint32_t Simulator::arrivals(int command_id) {
     const std::lock_guard<std::mutex> lock(service_.mutex());
-    return service_.arrivals(command_id);
+    return scripted_.arrivals(command_id);
 }
 
 } // namespace simulator

@@ -1,6 +1,7 @@
 // The natives of tenrik.desk.Simulator: they put the simulator behind libDtv.
 #include "records/catalogue.h"
-#include "simulator/simulator.h"
+#include "script/script_reader.h"
+#include "simulator.h"
 
 #include <gui/Surface.h>
 #include <jni.h>

@@ -18,7 +18,7 @@ namespace {
 /// The VM of the process. There is one at most, and no second one after it.
 std::atomic<JavaVM*> java_vm{nullptr};
 
-/// What a new thread is to run, handed to its shell.
+/// The function of a new thread, for its shell.
 struct ThreadStart {
     android_thread_func_t function;
     void* user_data;
@@ -48,7 +48,7 @@ int runAttached(void* argument) {
     return result;
 }
 
-/// Takes the place of androidCreateRawThreadEtc behind androidCreateThreadEtc. Non-zero when the
+/// Replaces androidCreateRawThreadEtc within androidCreateThreadEtc. Non-zero when the
 /// thread was made.
 int createAttachedThread(android_thread_func_t function, void* user_data, const char* name,
                          int32_t priority, size_t stack_size, android_thread_id_t* id) {

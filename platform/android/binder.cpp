@@ -128,7 +128,7 @@ status_t BBinder::onTransact(uint32_t /*code*/, const Parcel& /*data*/, Parcel* 
     return UNKNOWN_TRANSACTION;
 }
 
-// A local object cannot die without whoever would be told.
+// A local object ends with this process, and its clients with it: there is nobody to notify.
 // NOLINTNEXTLINE(google-default-arguments)
 status_t BBinder::linkToDeath(const sp<DeathRecipient>& /*recipient*/, void* /*cookie*/,
                               uint32_t /*flags*/) {

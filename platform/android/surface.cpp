@@ -1,4 +1,4 @@
-// Surfaces for the desk, and the memory that they lie in.
+// Surfaces for the desk, and their memory.
 #pragma GCC visibility push(default)
 #include <gui/Surface.h>
 #pragma GCC visibility pop
@@ -69,7 +69,7 @@ public:
     }
 
 private:
-    /// What stands before the memory that is handed out.
+    /// The header of a block, before the memory that is handed out.
     struct alignas(std::max_align_t) Block {
         size_t size_class; ///< the block is 2 to the power of this long
         Block* next;       ///< in the list of free blocks
@@ -112,7 +112,7 @@ private:
         return nullptr;
     }
 
-    /// Null when the memory could not be had or lies elsewhere.
+    /// Null when there is no memory, or none in the low 2 GiB.
     static void* mapAt(void* hint, size_t length, int flags) {
         void* memory =
             mmap(hint, length, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | flags, -1, 0);

@@ -1,6 +1,6 @@
-// What stands behind libDtv.so at the desk: the service that takes the commands, the threads that
+// The other side of libDtv.so at the desk: the service that takes the commands, the threads that
 // deliver the events, and the sink that takes the log lines. A simulator or a test's double uses
-// this; the bridge knows nothing of it.
+// this; the bridge does not know it.
 #pragma once
 
 #include <DtvSvLibListener.h>
@@ -24,7 +24,7 @@ struct Command {
     const TS_DTVSV_SP* carrier;
 };
 
-/// Where the answer to a synchronous command goes.
+/// The place for the answer to a synchronous command.
 struct Reply {
     void* data;   ///< the caller's reply record, zeroed
     int capacity; ///< bytes that fit: 12 for the end of a recording, 8 for the others
@@ -45,7 +45,7 @@ public:
     virtual int onExchange(const Command& command, const Reply& reply) = 0;
 };
 
-/// Puts a service behind libDtv. Null takes the service away: sends answer -1 then. A call that is
+/// Sets the service that takes the commands. Null removes it: sends return -1 then. A call that is
 /// under way keeps the old endpoint alive until it ends.
 DTV_EXPORT void setServiceEndpoint(std::shared_ptr<ServiceEndpoint> endpoint);
 
@@ -53,14 +53,25 @@ DTV_EXPORT void setServiceEndpoint(std::shared_ptr<ServiceEndpoint> endpoint);
 /// listener or delivery has been stopped.
 DTV_EXPORT bool postEvent(int event_id, const void* data, int size);
 
-/// Delivers an event on the calling thread and returns what the listener returned, or noListener.
-/// The caller's record must be at least 8 bytes long, as libDtv's own are, or null.
+/// Delivers an event on the calling thread and returns what the listener returned, or noListener
+/// (also when delivery has been stopped). The caller's record must be at least 8 bytes long, as
+/// libDtv's own are, or null.
 DTV_EXPORT int deliverEvent(int event_id, void* data, int size);
 constexpr int noListener = -1000;
 
-/// How many threads deliver events: 1 unless asked for more. The number only grows, for the bridge
+/// Sets the number of threads that deliver events; 1 at first. It only grows, because the bridge
 /// never forgets a thread.
 DTV_EXPORT void setDeliveryThreads(int count);
+
+/// The first event that a thread delivers to a listener comes alone: it begins when no other event
+/// is under way, and no other event begins before its callback returns, on any thread. The bridge
+/// learns the thread with that event, in a table that has no lock. An event that is delivered
+/// inside a callback, on the thread of that callback, begins at once.
+///
+/// A callback may wait for an event of another thread. So a first event waits no longer than this
+/// time for the events under way before it, and the other events wait no longer than this time for
+/// each first event.
+constexpr std::chrono::milliseconds firstEventLimit{1000};
 
 /// Waits until every event posted so far has been delivered. False when `limit` has passed before.
 DTV_EXPORT bool waitUntilDelivered(std::chrono::milliseconds limit);

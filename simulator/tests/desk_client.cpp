@@ -23,28 +23,28 @@ DeskListener& DeskListener::instance() {
 int DeskListener::recvEventFromServer(int event_id, void* data, int size) {
     const auto* bytes = static_cast<const uint8_t*>(data);
     const Event event{event_id, {bytes, bytes + size}};
-    std::function<void(const Event&)> told;
+    std::function<void(const Event&)> callback;
     {
         const std::lock_guard<std::mutex> lock(mutex_);
         events_.push_back(event);
         arrived_.notify_all();
-        told = told_;
+        callback = callback_;
     }
-    if (told) {
-        told(event);
+    if (callback) {
+        callback(event);
     }
     return 0;
 }
 
-void DeskListener::tell(std::function<void(const Event&)> told) {
+void DeskListener::setCallback(std::function<void(const Event&)> callback) {
     const std::lock_guard<std::mutex> lock(mutex_);
-    told_ = std::move(told);
+    callback_ = std::move(callback);
 }
 
 void DeskListener::forget() {
     const std::lock_guard<std::mutex> lock(mutex_);
     events_.clear();
-    told_ = nullptr;
+    callback_ = nullptr;
 }
 
 std::optional<Event> DeskListener::next(std::chrono::milliseconds limit) {

@@ -5,7 +5,8 @@
 #include "records/command_records.h"
 #include "records/message_ids.h"
 #include "records/reply_records.h"
-#include "simulator/simulator.h"
+#include "service/request.h"
+#include "simulator.h"
 
 #include <gtest/gtest.h>
 
@@ -41,10 +42,10 @@ public:
     static DeskListener& instance();
 
     int recvEventFromServer(int event_id, void* data, int size) override;
-    /// Forgets all events, and whom to tell.
+    /// Drops all events, and the callback.
     void forget();
-    /// Calls `told` with each event, on the thread that delivers it.
-    void tell(std::function<void(const Event&)> told);
+    /// Calls `callback` with each event, on the thread that delivers it.
+    void setCallback(std::function<void(const Event&)> callback);
     /// Takes the next event; nothing when none comes.
     std::optional<Event> next(std::chrono::milliseconds limit);
 
@@ -52,7 +53,7 @@ private:
     std::mutex mutex_;
     std::condition_variable arrived_;
     std::deque<Event> events_;
-    std::function<void(const Event&)> told_;
+    std::function<void(const Event&)> callback_;
 };
 
 /// A simulator with stations on channels 20, 30 and 40, a hundred times as fast as in life.
@@ -62,7 +63,7 @@ protected:
     void TearDown() override;
 
     static simulator::Options options();
-    /// Puts another simulator behind libDtv.
+    /// Connects another simulator to libDtv.
     static void start(simulator::Options options);
 
     /// Sends a command; what sendEventToServer returned.
@@ -99,7 +100,7 @@ protected:
 
     /// A new session.
     int create();
-    /// A new session that receives channel 20, service 0, with its first notifications behind it.
+    /// A new session that receives channel 20, service 0, after its first notifications.
     int createReceiving();
 
     static DeskListener& listener() { return DeskListener::instance(); }

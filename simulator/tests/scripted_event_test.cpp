@@ -3,7 +3,6 @@
 
 #include "records/programme_records.h"
 #include "records/status_records.h"
-#include "simulator/session.h"
 
 namespace {
 
@@ -12,7 +11,7 @@ using Bytes = std::vector<uint8_t>;
 
 class ScriptedEventTest : public SteppedTest {
 protected:
-    /// Puts a simulator behind libDtv that sends these events.
+    /// Connects a simulator to libDtv that sends these events.
     void sendEvents(const std::string& rules) {
         follow(R"({"version": 1, "events": [)" + rules + "]}");
     }
@@ -210,7 +209,7 @@ TEST_F(ScriptedEventTest, StopsWhileSomebodyWaits) {
     EXPECT_EQ(1060, now()) << "what has stopped keeps nobody waiting";
 }
 
-TEST_F(ScriptedEventTest, NeitherComesNorIsBentOnceItStopped) {
+TEST_F(ScriptedEventTest, IsNeitherSentNorModifiedOnceItStopped) {
     follow(R"({"version": 1, "stop": {"from": "ControlLNA", "send_result": 2},
                "commands": [{"command": "ControlLNA", "send_result": 3}],
                "events": [{"after": "ControlLNA", "event": "CaInfoNotify"},

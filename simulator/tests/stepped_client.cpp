@@ -1,6 +1,6 @@
 #include "stepped_client.h"
 
-#include "script_text.h"
+#include "script/script_text.h"
 
 #include <algorithm>
 #include <utility>
@@ -23,10 +23,10 @@ void SteppedTest::TearDown() {
 }
 
 void SteppedTest::follow(const std::string& script, uint32_t seed) {
-    simulator::Options bent = options();
-    bent.seed = seed;
-    bent.script = scriptOf(script);
-    follow(std::move(bent));
+    simulator::Options modified = options();
+    modified.seed = seed;
+    modified.script = scriptOf(script);
+    follow(std::move(modified));
 }
 
 void SteppedTest::follow(simulator::Options options) {

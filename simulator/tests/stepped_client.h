@@ -20,9 +20,9 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    /// Puts a simulator behind libDtv that follows the script of this text.
+    /// Connects a simulator to libDtv that follows the script of this text.
     void follow(const std::string& script, uint32_t seed = 0);
-    /// Puts a simulator behind libDtv that begins so, but in stepped time.
+    /// Connects a simulator with these options to libDtv, but in stepped time.
     void follow(simulator::Options options);
 
     int64_t now() const { return service_->now().count(); }

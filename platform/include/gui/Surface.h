@@ -8,7 +8,7 @@
 namespace android {
 
 /// The native half of android.view.Surface, whose int field mSurface holds its address. So that an
-/// int can hold it on a 64-bit machine too, every Surface lies in the low 2 GiB of the address
+/// int can hold it on a 64-bit machine too, every Surface is in the low 2 GiB of the address
 /// space.
 class Surface : public RefBase {
 public:

@@ -1,0 +1,23 @@
+#include "service/planes.h"
+
+#include <algorithm>
+
+namespace simulator {
+
+bool storeSurfaces(Session& session, const Request& request, std::initializer_list<Plane> planes) {
+    const TS_DTVSV_SP* carrier = request.carrier;
+    if (carrier == nullptr || carrier->surface_count < static_cast<int>(planes.size())) {
+        return false;
+    }
+    const auto* slots = carrier->surface;
+    if (std::any_of(slots, slots + planes.size(),
+                    [](const auto& surface) { return surface == nullptr; })) {
+        return false;
+    }
+    for (const Plane plane : planes) {
+        session.surfaces[plane] = *slots++;
+    }
+    return true;
+}
+
+} // namespace simulator
