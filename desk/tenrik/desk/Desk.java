@@ -19,20 +19,19 @@ final class Desk implements AutoCloseable {
     /**
      * Starts the service and loads the bridge. Once in a process.
      *
-     * @param speed how many seconds of the service's pass in one of life, or 0 when its time
-     *     passes while the program waits, and then at once
+     * @param pace how the service's time passes
      * @throws DeskException when something is missing or unreadable; the message says what
      */
-    static Desk open(DeskOptions options, double speed) throws DeskException {
+    static Desk open(DeskOptions options, Pace pace) throws DeskException {
         Path libraries = options.libraries.toAbsolutePath();
         Path table = new ChannelTables(options.tables).find(options.city);
         System.load(libraries.resolve("libdtv_desk.so").toString());
         Simulator.takeStandardOutput(options.output);
 
         Simulator.Plan plan = Simulator.start(new SimulatedService.Settings(libraries, table,
-                options.guide, options.script, speed, options.seed));
+                options.guide, options.script, pace.speed(), options.seed));
         System.load(libraries.resolve("libDtv_jni.so").toString());
-        Mailbox mailbox = new Mailbox(speed == 0);
+        Mailbox mailbox = new Mailbox(pace);
         BGCallBack.setListener(mailbox.listener());
         return new Desk(plan, mailbox);
     }

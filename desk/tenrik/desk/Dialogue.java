@@ -1,6 +1,7 @@
 package tenrik.desk;
 
 import java.time.Duration;
+import java.util.function.BooleanSupplier;
 import java.util.function.Consumer;
 import java.util.function.IntSupplier;
 import java.util.function.Predicate;
@@ -10,16 +11,20 @@ import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_RESULT;
 
 /** Commands to the service and the events that answer them, one after the other. */
 final class Dialogue {
-    /** Longer than the service takes for anything, a scan or a recording included. */
-    private static final Duration LIMIT = Duration.ofSeconds(90);
+    /** Longer than the service takes for anything on its clock, a recording included. */
+    private static final Duration LONGEST = Duration.ofSeconds(90);
+    /** Longer than the delivery of an event takes that was sent already. */
+    private static final Duration DELIVERY = Duration.ofSeconds(10);
     private static final int DONE = 0;
 
     private final Mailbox mailbox;
+    private final Pace pace;
     private final Screen screen;
     private final Summary summary;
 
-    Dialogue(Mailbox mailbox, Screen screen, Summary summary) {
+    Dialogue(Mailbox mailbox, Pace pace, Screen screen, Summary summary) {
         this.mailbox = mailbox;
+        this.pace = pace;
         this.screen = screen;
         this.summary = summary;
     }
@@ -36,20 +41,61 @@ final class Dialogue {
     <T extends Record> T ask(
             String what, Supplier<BG_TE_DTVSVLIB_RESULT> command, Class<T> reply)
             throws DeskException, InterruptedException {
+        return ask(what, command, reply, other -> {});
+    }
+
+    /**
+     * The same with a consumer.
+     *
+     * @param others gets the events before the reply
+     */
+    <T extends Record> T ask(
+            String what, Supplier<BG_TE_DTVSVLIB_RESULT> command, Class<T> reply,
+            Consumer<Record> others) throws DeskException, InterruptedException {
         send(what, command);
-        return reply(what, reply, any -> true);
+        return accepted(what, await(what, reply, any -> true, others));
+    }
+
+    /**
+     * The same with a command that the service refuses when what it is about has ended by itself:
+     * a fast clock does not wait for the program. In stepped time that cannot be.
+     *
+     * @param ended whether an event that was awaited or that {@code others} got says that it has
+     *     ended; asked when the command is refused
+     * @return whether the command came in time
+     */
+    <T extends Record> boolean askInTime(
+            String what, Supplier<BG_TE_DTVSVLIB_RESULT> command, Class<T> reply,
+            Consumer<Record> others, BooleanSupplier ended)
+            throws DeskException, InterruptedException {
+        send(what, command);
+        T answer = await(what, reply, any -> true, others);
+        if (resultOf(answer) == Stage.NOT_NOW && isLive() && ended.getAsBoolean()) {
+            return false;
+        }
+        accepted(what, answer);
+        return true;
     }
 
     /** Waits for the event that answers a command that was sent. */
     <T extends Record> T reply(String what, Class<T> type, Predicate<T> wanted)
             throws DeskException, InterruptedException {
-        T reply = await(what, type, wanted, other -> {});
+        return accepted(what, await(what, type, wanted, other -> {}));
+    }
+
+    /** A reply that has to say 0. */
+    private <T extends Record> T accepted(String what, T reply) throws DeskException {
         if (resultOf(reply) != DONE) {
             throw new DeskException(what + ": the service answered with result " + resultOf(reply)
                     + ".");
         }
         summary.replied();
         return reply;
+    }
+
+    /** Whether the service's time passes while the program does something else. */
+    boolean isLive() {
+        return !pace.isStepped();
     }
 
     /** Sends a command without waiting. */
@@ -64,7 +110,30 @@ final class Dialogue {
     /** Sends a command that waits for its answer itself; what it returns has to be 0. */
     void exchange(String what, IntSupplier command) throws DeskException {
         screen.asked(what);
+        accepted(what, command.getAsInt());
+    }
+
+    /**
+     * The same with a command that the service refuses when what it is about has ended by itself;
+     * see {@link #askInTime}.
+     *
+     * @param end the event that says so
+     * @return whether the command came in time
+     */
+    boolean exchangeInTime(String what, IntSupplier command, Class<? extends Record> end)
+            throws DeskException, InterruptedException {
+        screen.asked(what);
         int result = command.getAsInt();
+        // The event was sent before the refusal, and is delivered on another thread.
+        if (result == Stage.NOT_NOW && isLive()
+                && mailbox.await(end, any -> true, DELIVERY, other -> {}).isPresent()) {
+            return false;
+        }
+        accepted(what, result);
+        return true;
+    }
+
+    private void accepted(String what, int result) throws DeskException {
         if (result != DONE) {
             throw new DeskException(what + ": the service answered with " + result + ".");
         }
@@ -81,7 +150,7 @@ final class Dialogue {
     <T extends Record> T await(
             String what, Class<T> type, Predicate<T> wanted, Consumer<Record> others)
             throws DeskException, InterruptedException {
-        return mailbox.await(type, wanted, LIMIT, others).orElseThrow(() -> new DeskException(
+        return mailbox.await(type, wanted, pace.limit(LONGEST), others).orElseThrow(() -> new DeskException(
                 what + ": no " + type.getSimpleName() + " came."));
     }
 

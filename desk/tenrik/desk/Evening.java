@@ -54,10 +54,9 @@ final class Evening {
         watching.run();
         new Presentation(stage).run();
         new DataBroadcast(stage).run();
-        Recordings recordings = new Recordings(stage);
-        int program = recordings.record();
+        int program = new Recordings(stage).record();
         watching.stop();
-        recordings.play(program);
+        new Playback(stage, program).run();
         twoSessions(stage, stations);
     }
 

@@ -5,6 +5,7 @@ import java.io.PrintStream;
 import java.nio.charset.StandardCharsets;
 import java.util.concurrent.Callable;
 
+import picocli.CommandLine;
 import picocli.CommandLine.Command;
 import picocli.CommandLine.Mixin;
 import picocli.CommandLine.Option;
@@ -19,8 +20,9 @@ final class EveningCommand implements Callable<Integer> {
     private DeskOptions options;
 
     @Option(names = "--live", arity = "0..1", fallbackValue = "1", paramLabel = "SPEED",
+            converter = PaceConverter.class,
             description = "Time passes by itself, so many times as fast as in life.")
-    private double live;
+    private Pace pace = Pace.STEPPED;
 
     @Option(names = "--quiet", description = "Shows the closing table alone.")
     private boolean quiet;
@@ -35,7 +37,7 @@ final class EveningCommand implements Callable<Integer> {
                 ? new PrintStream(OutputStream.nullOutputStream(), false, StandardCharsets.UTF_8)
                 : Main.OUT, options.terminal);
         Summary summary = new Summary();
-        try (Desk desk = Desk.open(options, live)) {
+        try (Desk desk = Desk.open(options, pace)) {
             introduce(screen, desk.plan());
             boolean complete = play(desk, screen, summary);
             Summary.Result result = summary.result(Simulator.calls(), desk.mailbox().received(),
@@ -49,7 +51,7 @@ final class EveningCommand implements Callable<Integer> {
     }
 
     private boolean play(Desk desk, Screen screen, Summary summary) throws InterruptedException {
-        Dialogue dialogue = new Dialogue(desk.mailbox(), screen, summary);
+        Dialogue dialogue = new Dialogue(desk.mailbox(), pace, screen, summary);
         try {
             return new Evening(desk.service(), dialogue, screen).play();
         } catch (DeskException failure) {
@@ -81,6 +83,17 @@ final class EveningCommand implements Callable<Integer> {
         }
         if (!result.ok()) {
             Main.ERRORS.println("run: " + result.failure());
+        }
+    }
+
+    private static final class PaceConverter implements CommandLine.ITypeConverter<Pace> {
+        @Override
+        public Pace convert(String speed) {
+            try {
+                return Pace.live(speed);
+            } catch (DeskException failure) {
+                throw new CommandLine.TypeConversionException(failure.getMessage());
+            }
         }
     }
 

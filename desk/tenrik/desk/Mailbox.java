@@ -20,17 +20,14 @@ import tenrik.service.dtvserver.DtvEventListener;
  * looks for it.
  */
 final class Mailbox {
-    private final boolean stepped;
+    private final Pace pace;
     private final BlockingQueue<Record> events = new LinkedBlockingQueue<>();
     private final Map<String, Integer> received = new ConcurrentHashMap<>();
     private volatile Predicate<Record> sieve = any -> true;
 
-    /**
-     * @param stepped whether the service's time passes only when it is told to: then waiting tells
-     *     it, and limits are those of its clock
-     */
-    Mailbox(boolean stepped) {
-        this.stepped = stepped;
+    /** @param pace how the service's time passes; stepped time passes while this waits */
+    Mailbox(Pace pace) {
+        this.pace = pace;
     }
 
     /** What to give to the service as the receiver of its events. */
@@ -78,7 +75,8 @@ final class Mailbox {
      * Waits for an event.
      *
      * @param wanted which one; the first that fits is taken
-     * @param limit how long to wait at most
+     * @param limit how long to wait at most: on the service's clock where its time is stepped,
+     *     otherwise in real time
      * @param others gets the events that come before it, in order
      * @return the event; empty when it has not come in time, or when nothing comes any more
      */
@@ -100,7 +98,7 @@ final class Mailbox {
 
     /** The next event; null when none comes before the end, in milliseconds of {@link #now}. */
     private Record next(long end) throws InterruptedException {
-        if (!stepped) {
+        if (!pace.isStepped()) {
             return events.poll(end - now(), TimeUnit.MILLISECONDS);
         }
         while (events.isEmpty()) {
@@ -112,6 +110,6 @@ final class Mailbox {
     }
 
     private long now() {
-        return stepped ? Simulator.now() : TimeUnit.NANOSECONDS.toMillis(System.nanoTime());
+        return pace.isStepped() ? Simulator.now() : TimeUnit.NANOSECONDS.toMillis(System.nanoTime());
     }
 }

@@ -58,7 +58,7 @@ final class Screen {
         if (!terminal && done < total) {
             return;
         }
-        int filled = BAR * done / total;
+        int filled = BAR * Math.min(done, total) / total;
         String bar = "[" + "#".repeat(filled) + ".".repeat(BAR - filled) + "] ";
         String line = Columns.fit(INDENT + bar + text, WIDTH - 1);
         if (terminal) {

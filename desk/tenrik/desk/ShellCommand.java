@@ -87,7 +87,7 @@ final class ShellCommand implements Callable<Integer> {
     }
 
     private int run(ShellOutput output, Use use) throws IOException {
-        try (Desk desk = Desk.open(options, 1);
+        try (Desk desk = Desk.open(options, Pace.REAL_TIME);
                 Remote remote = new Remote(desk, output);
                 TraceFollower trace = new TraceFollower(Path.of(options.output), output::trace)) {
             CommandLine commands = ShellCommands.create(remote, trace);

@@ -23,7 +23,8 @@ public final class SimulatedService implements AutoCloseable {
      * @param guide what they show, an XMLTV file; null when there is no guide
      * @param script how the service's behaviour is bent, a JSON file; null when it is not
      * @param speed how many seconds of the service's pass in one of life; 0 when its time passes
-     *     with {@link #advance} alone
+     *     with {@link #advance} alone; anything outside of 0.000001 to 10000 is replaced by the
+     *     nearest of the two
      * @param seed what chance begins with; null when it is left to chance, and the time of day is
      *     the clock's
      */
@@ -34,7 +35,8 @@ public final class SimulatedService implements AutoCloseable {
     /**
      * Starts the service.
      *
-     * @throws IllegalArgumentException when one of the files cannot be used; the message says why
+     * @throws IllegalArgumentException when one of the files cannot be used, or when the speed is
+     *     negative, infinite or no number; the message says why
      * @throws UnsatisfiedLinkError when the library cannot be loaded
      */
     public static SimulatedService start(Settings settings) {

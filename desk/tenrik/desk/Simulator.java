@@ -29,10 +29,10 @@ final class Simulator {
      * @throws DeskException when a file cannot be read; the message says why
      */
     static Plan start(SimulatedService.Settings settings) throws DeskException {
-        boolean stepped = settings.speed() == 0;
+        Pace pace = new Pace(settings.speed());
         boolean repeated = settings.seed() != null;
         int[] counts = startNative(settings.channelTable().toString(), text(settings.guide()),
-                text(settings.script()), stepped ? 1 : settings.speed(), stepped,
+                text(settings.script()), pace.isStepped() ? 1 : pace.speed(), pace.isStepped(),
                 repeated ? settings.seed() : ThreadLocalRandom.current().nextInt(), repeated);
         return new Plan(counts[0], counts[1], counts[2], counts[3]);
     }

@@ -71,13 +71,26 @@ final class Tuning {
 
     private void cancelledScans() throws DeskException, InterruptedException {
         start("Scan");
+        boolean[] complete = {false};
+        // A scan that has ended before it was cancelled says so with the same event.
         stage.dialogue().ask("Cancel the scan",
                 () -> stage.service().DtvSvLib_CancelScan(stage.session()),
-                BG_EV_DTVSV_TERMINATE_SCAN_NOTIFY.class);
-        stage.screen().answered("cancelled");
+                BG_EV_DTVSV_TERMINATE_SCAN_NOTIFY.class,
+                event -> complete[0] |= isLastChannel(event));
+        tellCancelled(!complete[0]);
         start("Scan");
-        stage.exchange("Cancel the scan, and wait for the answer", "cancelled",
-                () -> stage.service().DtvSvLib_CancelScan_Sync(stage.session()).return_value());
+        tellCancelled(stage.dialogue().exchangeInTime("Cancel the scan, and wait for the answer",
+                () -> stage.service().DtvSvLib_CancelScan_Sync(stage.session()).return_value(),
+                BG_EV_DTVSV_TERMINATE_SCAN_NOTIFY.class));
+    }
+
+    private static boolean isLastChannel(Record event) {
+        return event instanceof BG_EV_DTVSV_SCAN_NOTIFY news
+                && news.scan_result().channnel() == FIRST_CHANNEL + CHANNELS - 1;
+    }
+
+    private void tellCancelled(boolean inTime) {
+        stage.screen().answered(inTime ? "cancelled" : "too late, all channels were scanned");
     }
 
     private List<Station> scan() throws DeskException, InterruptedException {
