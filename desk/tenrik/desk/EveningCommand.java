@@ -35,7 +35,7 @@ final class EveningCommand implements Callable<Integer> {
     public Integer call() throws InterruptedException {
         Screen screen = new Screen(quiet || json
                 ? new PrintStream(OutputStream.nullOutputStream(), false, StandardCharsets.UTF_8)
-                : Main.OUT, options.terminal);
+                : StandardStreams.OUT, options.terminal);
         Summary summary = new Summary();
         try (Desk desk = Desk.open(options, pace)) {
             introduce(screen, desk.plan());
@@ -43,10 +43,10 @@ final class EveningCommand implements Callable<Integer> {
             Summary.Result result = summary.result(Simulator.calls(), desk.mailbox().received(),
                     complete, options.city, options.seed, Simulator.now() / 1e3);
             close(result);
-            return result.ok() ? 0 : Main.FAILED;
+            return result.ok() ? ExitStatus.OK : ExitStatus.FAILED;
         } catch (DeskException failure) {
-            Main.ERRORS.println("run: " + failure.getMessage());
-            return Main.NOT_STARTED;
+            StandardStreams.ERRORS.println("run: " + failure.getMessage());
+            return ExitStatus.NOT_STARTED;
         }
     }
 
@@ -73,16 +73,16 @@ final class EveningCommand implements Callable<Integer> {
 
     private void close(Summary.Result result) {
         if (json) {
-            Main.OUT.println(result.json());
+            StandardStreams.OUT.println(result.json());
         } else {
-            Screen screen = new Screen(Main.OUT, options.terminal);
+            Screen screen = new Screen(StandardStreams.OUT, options.terminal);
             screen.title("What the evening did");
             result.lines().forEach(screen::line);
             screen.ended(result.ok(), result.ok() ? "Everything was answered as it should be."
                     : "Not everything was answered as it should be.");
         }
         if (!result.ok()) {
-            Main.ERRORS.println("run: " + result.failure());
+            StandardStreams.ERRORS.println("run: " + result.failure());
         }
     }
 

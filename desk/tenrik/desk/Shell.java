@@ -76,7 +76,7 @@ final class Shell {
         String message = failure.getMessage();
         remote.output().failed(command + ": " + message + (message.endsWith(".") ? "" : ".")
                 + " \"help " + command + "\" says more.");
-        return Main.FAILED;
+        return ExitStatus.FAILED;
     }
 
     private int failed(Exception failure) {
@@ -87,6 +87,6 @@ final class Shell {
         } else {
             remote.output().failed(failure.toString());
         }
-        return Main.FAILED;
+        return ExitStatus.FAILED;
     }
 }

@@ -70,15 +70,24 @@ final class ShellCommand implements Callable<Integer> {
     }
 
     private int onPipe() throws IOException {
-        ShellOutput output = new ShellOutput(Main.OUT::print, print -> {
-            synchronized (Main.OUT) {
+        ShellOutput output = new ShellOutput(StandardStreams.OUT::print, print -> {
+            synchronized (StandardStreams.OUT) {
                 print.run();
-                Main.OUT.flush();
+                StandardStreams.OUT.flush();
             }
         }, options.terminal);
         BufferedReader lines = new BufferedReader(
                 new InputStreamReader(System.in, StandardCharsets.UTF_8));
-        return run(output, (shell, commands, remote) -> shell.run(lines::readLine));
+        return run(output, (shell, commands, remote) -> shell.run(() -> next(lines)));
+    }
+
+    /** The next line; null at the end, also when nobody can read what the commands print. */
+    private static String next(BufferedReader lines) throws IOException {
+        try {
+            return StandardStreams.outputFailure().isPresent() ? null : lines.readLine();
+        } catch (IOException failure) {
+            throw new IOException("standard input: " + failure.getMessage(), failure);
+        }
     }
 
     /** What is done with a shell; whether all went well. */
@@ -91,10 +100,10 @@ final class ShellCommand implements Callable<Integer> {
                 Remote remote = new Remote(desk, output);
                 TraceFollower trace = new TraceFollower(Path.of(options.output), output::trace)) {
             CommandLine commands = ShellCommands.create(remote, trace);
-            return use.of(new Shell(remote, commands), commands, remote) ? 0 : Main.FAILED;
+            return use.of(new Shell(remote, commands), commands, remote) ? ExitStatus.OK : ExitStatus.FAILED;
         } catch (DeskException failure) {
-            Main.ERRORS.println("run: " + failure.getMessage());
-            return Main.NOT_STARTED;
+            StandardStreams.ERRORS.println("run: " + failure.getMessage());
+            return ExitStatus.NOT_STARTED;
         }
     }
 
@@ -111,7 +120,7 @@ final class ShellCommand implements Callable<Integer> {
         try {
             lines.attach(editor);
         } catch (RuntimeException unreadable) {
-            Main.ERRORS.println("run: " + history + " holds no lines that were typed");
+            StandardStreams.ERRORS.println("run: " + history + " holds no lines that were typed");
         }
     }
 
@@ -130,7 +139,7 @@ final class ShellCommand implements Callable<Integer> {
         try {
             lines.save();
         } catch (IOException failure) {
-            Main.ERRORS.println("run: the history cannot be kept: " + failure.getMessage());
+            StandardStreams.ERRORS.println("run: the history cannot be kept: " + failure.getMessage());
         }
     }
 }
