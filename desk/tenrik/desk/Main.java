@@ -8,6 +8,12 @@ import java.util.concurrent.FutureTask;
 import picocli.CommandLine;
 import picocli.CommandLine.Command;
 
+import tenrik.desk.core.DeskOptions;
+import tenrik.desk.core.ExitStatus;
+import tenrik.desk.core.StandardStreams;
+import tenrik.desk.evening.EveningCommand;
+import tenrik.desk.shell.ShellCommand;
+
 /**
  * The receiver at the desk: puts the stations of a channel table on the air and uses the bridge as
  * the Java service layer does.

@@ -4,6 +4,10 @@ import android.view.Surface;
 
 import java.nio.file.Path;
 
+import tenrik.desk.core.DeskException;
+import tenrik.desk.core.Pace;
+import tenrik.desk.core.Simulator;
+
 /**
  * A simulated DTV service behind libDtv, for the tests of the code that uses the bridge. Started
  * before {@code libDtv_jni.so} is loaded; once in a process.
@@ -42,7 +46,9 @@ public final class SimulatedService implements AutoCloseable {
     public static SimulatedService start(Settings settings) {
         System.load(settings.libraries().toAbsolutePath().resolve("libdtv_desk.so").toString());
         try {
-            return new SimulatedService(Simulator.start(settings));
+            return new SimulatedService(Simulator.start(new Simulator.Settings(
+                    settings.channelTable(), settings.guide(), settings.script(),
+                    new Pace(settings.speed()), settings.seed())));
         } catch (DeskException failure) {
             throw new IllegalArgumentException(failure.getMessage(), failure);
         }
