@@ -15,6 +15,7 @@ import tenrik.desk.core.DeskException;
 final class TraceFollower implements AutoCloseable {
     private static final int PERIOD = 50; // milliseconds
     private static final int BLOCK = 8192; // bytes
+    private static final int LONGEST_LINE = 65536; // bytes; a longer one is shown in parts
 
     private final Path file;
     private final Consumer<String> lines;
@@ -88,12 +89,16 @@ final class TraceFollower implements AutoCloseable {
             read();
         }
 
+        /** Reads as far as the file is written now: a trace that grows does not hold this up. */
         private void read() throws IOException {
-            while (channel.read(block.clear()) > 0) {
+            long end = channel.size();
+            while (channel.position() < end && channel.read(block.clear()) > 0) {
                 for (block.flip(); block.hasRemaining();) {
                     byte next = block.get();
                     if (next != '\n') {
                         line.write(next);
+                    }
+                    if (next != '\n' && line.size() < LONGEST_LINE) {
                         continue;
                     }
                     String text = line.toString(StandardCharsets.UTF_8);
