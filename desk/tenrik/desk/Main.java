@@ -7,9 +7,11 @@ import java.util.concurrent.FutureTask;
 
 import picocli.CommandLine;
 import picocli.CommandLine.Command;
+import picocli.CommandLine.Option;
 
 import tenrik.desk.core.DeskOptions;
 import tenrik.desk.core.ExitStatus;
+import tenrik.desk.core.ProgramVersion;
 import tenrik.desk.core.StandardStreams;
 import tenrik.desk.evening.EveningCommand;
 import tenrik.desk.shell.ShellCommand;
@@ -18,8 +20,13 @@ import tenrik.desk.shell.ShellCommand;
  * The receiver at the desk: puts the stations of a channel table on the air and uses the bridge as
  * the Java service layer does.
  */
-@Command(name = "run", subcommands = {EveningCommand.class, ShellCommand.class})
+@Command(name = "run", subcommands = {EveningCommand.class, ShellCommand.class},
+        versionProvider = ProgramVersion.class)
 public final class Main {
+    @Option(names = "--version", versionHelp = true,
+            description = "Shows the version and ends.")
+    private boolean version;
+
     private Main() {}
 
     /**

@@ -38,6 +38,10 @@ public final class DeskOptions {
             description = "Standard output is a terminal that shows colours.")
     private boolean terminal;
 
+    @Option(names = "--version", versionHelp = true,
+            description = "Shows the version and ends.")
+    private boolean version;
+
     /** Options without values, for the parser of the command line. */
     public DeskOptions() {}
 

@@ -15,6 +15,7 @@ import tenrik.desk.core.DeskException;
 import tenrik.desk.core.DeskOptions;
 import tenrik.desk.core.ExitStatus;
 import tenrik.desk.core.Pace;
+import tenrik.desk.core.ProgramVersion;
 import tenrik.desk.core.Screen;
 import tenrik.desk.core.Simulator;
 import tenrik.desk.core.StandardStreams;
@@ -23,7 +24,7 @@ import tenrik.desk.core.StandardStreams;
  * Plays an evening of television and says what it comes to. Exit status 0 when everything was
  * answered as it should be, 1 when not, 2 when it could not start.
  */
-@Command(name = "evening")
+@Command(name = "evening", versionProvider = ProgramVersion.class)
 public final class EveningCommand implements Callable<Integer> {
     @Mixin
     private DeskOptions options;

@@ -26,6 +26,7 @@ import tenrik.desk.core.DeskException;
 import tenrik.desk.core.DeskOptions;
 import tenrik.desk.core.ExitStatus;
 import tenrik.desk.core.Pace;
+import tenrik.desk.core.ProgramVersion;
 import tenrik.desk.core.StandardStreams;
 
 /**
@@ -33,7 +34,7 @@ import tenrik.desk.core.StandardStreams;
  * are read line by line, and the exit status is 1 when one of them failed. It is 2 when the remote
  * control could not start.
  */
-@Command(name = "shell")
+@Command(name = "shell", versionProvider = ProgramVersion.class)
 public final class ShellCommand implements Callable<Integer> {
     @Mixin
     private DeskOptions options;
