@@ -28,6 +28,8 @@ public record Pace(double speed) {
     /**
      * A pace.
      *
+     * @param speed seconds of the service's clock in one second of real time, or 0; one that is too
+     *     fast or too slow for the service is replaced by the nearest that it can keep
      * @throws IllegalArgumentException when the speed is negative, infinite or no number
      */
     public Pace {
