@@ -1,4 +1,4 @@
-// The natives of tenrik.desk.Simulator: they put the simulator behind libDtv.
+// The natives of tenrik.desk.core.Simulator: they put the simulator behind libDtv.
 #include "records/catalogue.h"
 #include "script/script_reader.h"
 #include "simulator.h"
@@ -21,7 +21,7 @@
 namespace {
 
 void throwDeskException(JNIEnv* env, const std::string& message) {
-    const jclass exception = env->FindClass("tenrik/desk/DeskException");
+    const jclass exception = env->FindClass("tenrik/desk/core/DeskException");
     if (exception != nullptr) {
         env->ThrowNew(exception, message.c_str());
     }
@@ -97,7 +97,7 @@ jobjectArray commandNames(JNIEnv* env) {
 
 extern "C" {
 
-JNIEXPORT jintArray JNICALL Java_tenrik_desk_Simulator_startNative(JNIEnv* env, jclass,
+JNIEXPORT jintArray JNICALL Java_tenrik_desk_core_Simulator_startNative(JNIEnv* env, jclass,
                                                                    jstring table, jstring guide,
                                                                    jstring script, jdouble speed,
                                                                    jboolean stepped, jint seed,
@@ -131,19 +131,19 @@ JNIEXPORT jintArray JNICALL Java_tenrik_desk_Simulator_startNative(JNIEnv* env, 
     return result;
 }
 
-JNIEXPORT jboolean JNICALL Java_tenrik_desk_Simulator_advance(JNIEnv*, jclass) {
+JNIEXPORT jboolean JNICALL Java_tenrik_desk_core_Simulator_advance(JNIEnv*, jclass) {
     return service()->advance() ? JNI_TRUE : JNI_FALSE;
 }
 
-JNIEXPORT jlong JNICALL Java_tenrik_desk_Simulator_now(JNIEnv*, jclass) {
+JNIEXPORT jlong JNICALL Java_tenrik_desk_core_Simulator_now(JNIEnv*, jclass) {
     return service()->now().count();
 }
 
-JNIEXPORT jobjectArray JNICALL Java_tenrik_desk_Simulator_commands(JNIEnv* env, jclass) {
+JNIEXPORT jobjectArray JNICALL Java_tenrik_desk_core_Simulator_commands(JNIEnv* env, jclass) {
     return commandNames(env);
 }
 
-JNIEXPORT jintArray JNICALL Java_tenrik_desk_Simulator_arrivals(JNIEnv* env, jclass) {
+JNIEXPORT jintArray JNICALL Java_tenrik_desk_core_Simulator_arrivals(JNIEnv* env, jclass) {
     std::vector<jint> counts;
     for (const catalogue::Message& command : catalogue::commands()) {
         counts.push_back(static_cast<jint>(service()->arrivals(command.id)));
@@ -155,14 +155,14 @@ JNIEXPORT jintArray JNICALL Java_tenrik_desk_Simulator_arrivals(JNIEnv* env, jcl
     return result;
 }
 
-JNIEXPORT jint JNICALL Java_tenrik_desk_Simulator_newSurface(JNIEnv*, jclass) {
+JNIEXPORT jint JNICALL Java_tenrik_desk_core_Simulator_newSurface(JNIEnv*, jclass) {
     // The program's own reference is never dropped: Java objects may hold the address for ever.
     auto* surface = new android::Surface;
     surface->incStrong(surface);
     return static_cast<jint>(reinterpret_cast<intptr_t>(surface));
 }
 
-JNIEXPORT void JNICALL Java_tenrik_desk_Simulator_takeStandardOutput(JNIEnv* env, jclass,
+JNIEXPORT void JNICALL Java_tenrik_desk_core_Simulator_redirectStandardOutput(JNIEnv* env, jclass,
                                                                      jstring path) {
     const std::string name = textOf(env, path);
     std::FILE* file = std::fopen(name.c_str(), "ae");
@@ -175,7 +175,7 @@ JNIEXPORT void JNICALL Java_tenrik_desk_Simulator_takeStandardOutput(JNIEnv* env
     stdout = file;
 }
 
-JNIEXPORT void JNICALL Java_tenrik_desk_Simulator_stop(JNIEnv*, jclass) {
+JNIEXPORT void JNICALL Java_tenrik_desk_core_Simulator_stop(JNIEnv*, jclass) {
     dtv::setServiceEndpoint(nullptr);
     service().reset();
     dtv::stopDelivery();

@@ -6,6 +6,7 @@ import unittest
 
 import pexpect
 
+import desk
 from desk import width
 from shell_commands import Commands  # noqa: F401, its tests are run here
 from shell_driver import CONTROL, CTRL_C, CTRL_U, LIMIT, TAB, UP, WIDTH, ShellTest, Terminal
@@ -238,6 +239,26 @@ class Pipe(ShellTest):
         self.assertIn("* [1] SELECT_CHANNEL_REPLY[result=0, physical_channel=14", run.stdout)
         self.assertNotIn("* [2] SELECT_CHANNEL_REPLY", run.stdout)
         self.assertIn("    * 2  receives channel 32", run.stdout)
+
+    def test_a_line_of_the_trace_without_an_end_is_shown_in_parts(self):
+        shell = subprocess.Popen(
+            self.command(), stdin=subprocess.PIPE, stdout=subprocess.PIPE, encoding="utf-8",
+            env=desk.environment())
+        self.addCleanup(shell.stdout.close)
+        self.addCleanup(shell.wait)
+        self.addCleanup(shell.kill)
+        shell.stdin.write("trace on\nsessions\n")
+        shell.stdin.flush()
+        # Following has begun.
+        self.assertEqual(shell.stdout.readline(), "    no session is open\n")
+        with open(self.trace, "a", encoding="utf-8") as file:
+            file.write("x" * 70000)
+        shown = 0
+        while shown < 65536:
+            line = shell.stdout.readline()
+            self.assertRegex(line, r"^(\| |    )x+\n$")
+            shown += line.count("x")
+        shell.stdin.close()
 
     def test_an_unknown_command_is_a_failure(self):
         run = self.run_lines("sing")

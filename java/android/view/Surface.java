@@ -22,7 +22,11 @@ public class Surface {
         mSurface = nativeSurface;
     }
 
-    /** Address of the native surface, 0 for none. */
+    /**
+     * Which native surface is drawn on.
+     *
+     * @return its address, 0 for none
+     */
     public int nativeSurface() {
         return mSurface;
     }

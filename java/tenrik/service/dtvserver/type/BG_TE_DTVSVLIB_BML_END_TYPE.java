@@ -5,7 +5,9 @@ package tenrik.service.dtvserver.type;
  * numbers; the names are the desk's.
  */
 public enum BG_TE_DTVSVLIB_BML_END_TYPE {
+    /** The request was carried out. */
     OK(0),
+    /** The request was not carried out. */
     NG(1);
 
     private final int value;
@@ -14,12 +16,22 @@ public enum BG_TE_DTVSVLIB_BML_END_TYPE {
         this.value = value;
     }
 
-    /** The number that the constant is sent as. */
+    /**
+     * The number of a constant.
+     *
+     * @param constant the constant
+     * @return the number that the constant is sent as
+     */
     public static int getBmlEndValue(BG_TE_DTVSVLIB_BML_END_TYPE constant) {
         return constant.value;
     }
 
-    /** The constant with this number, or null when there is none. */
+    /**
+     * The constant with a number.
+     *
+     * @param value the number
+     * @return the constant, or null when there is none
+     */
     public static BG_TE_DTVSVLIB_BML_END_TYPE of(int value) {
         for (BG_TE_DTVSVLIB_BML_END_TYPE constant : values()) {
             if (constant.value == value) {

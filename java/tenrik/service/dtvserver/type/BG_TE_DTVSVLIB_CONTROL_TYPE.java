@@ -5,11 +5,17 @@ package tenrik.service.dtvserver.type;
  * The broadcast service owns the meaning of the numbers; the names are the desk's.
  */
 public enum BG_TE_DTVSVLIB_CONTROL_TYPE {
+    /** Turned off. */
     OFF(0),
+    /** Turned on. */
     ON(1),
+    /** Suspended. */
     SUSPEND(2),
+    /** Resumed after a suspension. */
     RESUME(3),
+    /** Started from the beginning. */
     RESTART(4),
+    /** Left as it is. */
     UNCHANGED(255);
 
     private final int value;
@@ -18,12 +24,22 @@ public enum BG_TE_DTVSVLIB_CONTROL_TYPE {
         this.value = value;
     }
 
-    /** The number that the constant is sent as. */
+    /**
+     * The number of a constant.
+     *
+     * @param constant the constant
+     * @return the number that the constant is sent as
+     */
     public static int getControlTypeValue(BG_TE_DTVSVLIB_CONTROL_TYPE constant) {
         return constant.value;
     }
 
-    /** The constant with this number, or null when there is none. */
+    /**
+     * The constant with a number.
+     *
+     * @param value the number
+     * @return the constant, or null when there is none
+     */
     public static BG_TE_DTVSVLIB_CONTROL_TYPE of(int value) {
         for (BG_TE_DTVSVLIB_CONTROL_TYPE constant : values()) {
             if (constant.value == value) {

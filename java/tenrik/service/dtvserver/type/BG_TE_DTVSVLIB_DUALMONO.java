@@ -5,10 +5,15 @@ package tenrik.service.dtvserver.type;
  * names are the desk's.
  */
 public enum BG_TE_DTVSVLIB_DUALMONO {
+    /** The main channel. */
     MAIN(0),
+    /** The sub channel. */
     SUB(1),
+    /** The main channel and the sub channel. */
     MAIN_AND_SUB(2),
+    /** The sub channel and the main channel. */
     SUB_AND_MAIN(3),
+    /** As the service chooses. */
     AUTOMATIC(4);
 
     private final int value;
@@ -17,12 +22,22 @@ public enum BG_TE_DTVSVLIB_DUALMONO {
         this.value = value;
     }
 
-    /** The number that the constant is sent as. */
+    /**
+     * The number of a constant.
+     *
+     * @param constant the constant
+     * @return the number that the constant is sent as
+     */
     public static int getDualMonoValue(BG_TE_DTVSVLIB_DUALMONO constant) {
         return constant.value;
     }
 
-    /** The constant with this number, or null when there is none. */
+    /**
+     * The constant with a number.
+     *
+     * @param value the number
+     * @return the constant, or null when there is none
+     */
     public static BG_TE_DTVSVLIB_DUALMONO of(int value) {
         for (BG_TE_DTVSVLIB_DUALMONO constant : values()) {
             if (constant.value == value) {

@@ -5,8 +5,11 @@ package tenrik.service.dtvserver.type;
  * desk's.
  */
 public enum BG_TE_DTVSVLIB_KEY_EVENT_TYPE {
+    /** The key was pressed. */
     PRESS(0),
+    /** The key was released. */
     RELEASE(1),
+    /** The key is held and repeats. */
     REPEAT(2);
 
     private final int value;
@@ -15,12 +18,22 @@ public enum BG_TE_DTVSVLIB_KEY_EVENT_TYPE {
         this.value = value;
     }
 
-    /** The number that the constant is sent as. */
+    /**
+     * The number of a constant.
+     *
+     * @param constant the constant
+     * @return the number that the constant is sent as
+     */
     public static int getKeyEventValue(BG_TE_DTVSVLIB_KEY_EVENT_TYPE constant) {
         return constant.value;
     }
 
-    /** The constant with this number, or null when there is none. */
+    /**
+     * The constant with a number.
+     *
+     * @param value the number
+     * @return the constant, or null when there is none
+     */
     public static BG_TE_DTVSVLIB_KEY_EVENT_TYPE of(int value) {
         for (BG_TE_DTVSVLIB_KEY_EVENT_TYPE constant : values()) {
             if (constant.value == value) {

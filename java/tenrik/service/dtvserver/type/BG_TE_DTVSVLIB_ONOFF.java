@@ -2,7 +2,9 @@ package tenrik.service.dtvserver.type;
 
 /** A switch. */
 public enum BG_TE_DTVSVLIB_ONOFF {
+    /** Off, or no. */
     OFF(0),
+    /** On, or yes. */
     ON(1);
 
     private final int value;
@@ -11,12 +13,22 @@ public enum BG_TE_DTVSVLIB_ONOFF {
         this.value = value;
     }
 
-    /** The number that the constant is sent as. */
+    /**
+     * The number of a constant.
+     *
+     * @param constant the constant
+     * @return the number that the constant is sent as
+     */
     public static int getOnOffValue(BG_TE_DTVSVLIB_ONOFF constant) {
         return constant.value;
     }
 
-    /** The constant with this number, or null when there is none. */
+    /**
+     * The constant with a number.
+     *
+     * @param value the number
+     * @return the constant, or null when there is none
+     */
     public static BG_TE_DTVSVLIB_ONOFF of(int value) {
         for (BG_TE_DTVSVLIB_ONOFF constant : values()) {
             if (constant.value == value) {

@@ -5,8 +5,11 @@ package tenrik.service.dtvserver.type;
  * service owns the meaning of the numbers; the names are the desk's.
  */
 public enum BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE {
+    /** The permission was given. */
     PERMIT(0),
+    /** The permission was refused. */
     REFUSE(1),
+    /** The question was cancelled. */
     CANCEL(2);
 
     private final int value;
@@ -15,12 +18,22 @@ public enum BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE {
         this.value = value;
     }
 
-    /** The number that the constant is sent as. */
+    /**
+     * The number of a constant.
+     *
+     * @param constant the constant
+     * @return the number that the constant is sent as
+     */
     public static int getPermissionValue(BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE constant) {
         return constant.value;
     }
 
-    /** The constant with this number, or null when there is none. */
+    /**
+     * The constant with a number.
+     *
+     * @param value the number
+     * @return the constant, or null when there is none
+     */
     public static BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE of(int value) {
         for (BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE constant : values()) {
             if (constant.value == value) {

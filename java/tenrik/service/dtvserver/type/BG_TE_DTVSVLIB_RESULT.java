@@ -24,12 +24,22 @@ public enum BG_TE_DTVSVLIB_RESULT {
         this.value = value;
     }
 
-    /** The code that stands for the constant. */
+    /**
+     * The number of a constant.
+     *
+     * @param constant the constant
+     * @return the code that stands for the constant
+     */
     public static int getResultValue(BG_TE_DTVSVLIB_RESULT constant) {
         return constant.value;
     }
 
-    /** The constant with this number, or null when there is none. */
+    /**
+     * The constant with a number.
+     *
+     * @param value the number
+     * @return the constant, or null when there is none
+     */
     public static BG_TE_DTVSVLIB_RESULT of(int value) {
         for (BG_TE_DTVSVLIB_RESULT constant : values()) {
             if (constant.value == value) {

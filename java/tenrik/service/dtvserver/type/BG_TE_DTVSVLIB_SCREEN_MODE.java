@@ -5,9 +5,13 @@ package tenrik.service.dtvserver.type;
  * names are the desk's.
  */
 public enum BG_TE_DTVSVLIB_SCREEN_MODE {
+    /** The normal mode. */
     NORMAL(0),
+    /** The full-screen mode. */
     FULL(1),
+    /** The zoom mode. */
     ZOOM(2),
+    /** The wide mode. */
     WIDE(3);
 
     private final int value;
@@ -16,12 +20,22 @@ public enum BG_TE_DTVSVLIB_SCREEN_MODE {
         this.value = value;
     }
 
-    /** The number that the constant is sent as. */
+    /**
+     * The number of a constant.
+     *
+     * @param constant the constant
+     * @return the number that the constant is sent as
+     */
     public static int getScreenModeValue(BG_TE_DTVSVLIB_SCREEN_MODE constant) {
         return constant.value;
     }
 
-    /** The constant with this number, or null when there is none. */
+    /**
+     * The constant with a number.
+     *
+     * @param value the number
+     * @return the constant, or null when there is none
+     */
     public static BG_TE_DTVSVLIB_SCREEN_MODE of(int value) {
         for (BG_TE_DTVSVLIB_SCREEN_MODE constant : values()) {
             if (constant.value == value) {

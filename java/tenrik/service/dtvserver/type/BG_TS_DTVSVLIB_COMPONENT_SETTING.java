@@ -22,6 +22,17 @@ public record BG_TS_DTVSVLIB_COMPONENT_SETTING(
     /**
      * The same with the enumerated values as the numbers they are sent as. A number that no
      * constant has leaves that value null, which a command refuses as an argument it cannot read.
+     *
+     * @param cap_lang the language of the captions; a number of {@link BG_TE_DTVSVLIB_CAP_LANG}
+     * @param dualmono which kind of dual mono it is; a number of {@link BG_TE_DTVSVLIB_DUALMONO}
+     * @param audio_component the sound stream; a number of {@link BG_TE_DTVSVLIB_AUDIO_COMPONENT}
+     * @param cap_start_type whether captions start, OFF or ON; a number of {@link
+     *     BG_TE_DTVSVLIB_CONTROL_TYPE}
+     * @param bml_start_type whether data broadcasting starts, OFF or ON; a number of {@link
+     *     BG_TE_DTVSVLIB_CONTROL_TYPE}
+     * @param video_drawing_info where the picture goes
+     * @param cap_drawing_info where the captions go
+     * @param bml_drawing_info where data broadcasting goes
      */
     public BG_TS_DTVSVLIB_COMPONENT_SETTING(
             int cap_lang, int dualmono, int audio_component, int cap_start_type, int bml_start_type,

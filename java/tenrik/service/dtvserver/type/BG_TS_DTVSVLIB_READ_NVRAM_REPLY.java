@@ -15,6 +15,11 @@ public record BG_TS_DTVSVLIB_READ_NVRAM_REPLY(
     /**
      * The same with the enumerated values as the numbers they are sent as. A number that no
      * constant has leaves that value null, which a command refuses as an argument it cannot read.
+     *
+     * @param bml_end_type how the request ended; a number of {@link BG_TE_DTVSVLIB_BML_END_TYPE}
+     * @param ts_name name of the transport stream, of which the first 44 bytes of modified UTF-8
+     *     are sent
+     * @param nvram_data the block, at most 64 bytes
      */
     public BG_TS_DTVSVLIB_READ_NVRAM_REPLY(int bml_end_type, String ts_name, byte[] nvram_data) {
         this(BG_TE_DTVSVLIB_BML_END_TYPE.of(bml_end_type), ts_name, nvram_data);

@@ -17,6 +17,12 @@ public record BG_TS_DTVSVLIB_SCREEN_DRAWING_INFO(
     /**
      * The same with the enumerated values as the numbers they are sent as. A number that no
      * constant has leaves that value null, which a command refuses as an argument it cannot read.
+     *
+     * @param surface_handle what is drawn on
+     * @param surface_width its width in pixels, 0 to 65535
+     * @param surface_height its height in pixels, 0 to 65535
+     * @param screen_rotate how it is turned; a number of {@link BG_TE_DTVSVLIB_SCREEN_ROTATE}
+     * @param screen_mode how the picture fills it; a number of {@link BG_TE_DTVSVLIB_SCREEN_MODE}
      */
     public BG_TS_DTVSVLIB_SCREEN_DRAWING_INFO(
             Surface surface_handle, int surface_width, int surface_height, int screen_rotate,

@@ -1,0 +1,157 @@
+package tenrik.desk.evening;
+
+import java.util.function.Supplier;
+
+import tenrik.desk.core.DeskException;
+import tenrik.desk.core.ServiceResult;
+import tenrik.service.dtvserver.events.notify.BG_EV_DTVSV_PLAY_ERROR_NOTIFY;
+import tenrik.service.dtvserver.events.notify.BG_EV_DTVSV_PLAY_EVENT_NOTIFY;
+import tenrik.service.dtvserver.events.notify.BG_EV_DTVSV_PLAY_STATUS_NOTIFY;
+import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_CHANGE_PLAY_SPEED_REPLY;
+import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_FRAME_SLIDE_PLAY_REPLY;
+import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_MOVE_PAUSE_POSITION_REPLY;
+import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_PAUSE_PLAY_REPLY;
+import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_RESTART_PLAY_REPLY;
+import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_SKIP_PLAY_REPLY;
+import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_START_PLAY_REPLY;
+import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_TERMINATE_PLAY_REPLY;
+import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_ONOFF;
+import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_PLAY_DIRECTION;
+import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_RECORDING_MEDIUM;
+import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_RESULT;
+import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_SKIP_PLAY;
+import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_SPECIAL_PLAY;
+import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_START_PLAY;
+
+/**
+ * The playback of a recording, in all ways there are; nothing is received meanwhile. With a fast
+ * clock it may reach its end before the program has asked for all of them: then it stays there,
+ * paused, and the service refuses what needs a playback that runs.
+ */
+final class Playback {
+    private static final int FORWARD = 0;
+    private static final int END_REACHED = 1;
+    private static final int NO_PROGRAMME = 99;
+
+    private final EveningContext context;
+    private final int program;
+    private boolean ended;
+    private boolean damageSeen;
+
+    /** @param program the number of a recording that is kept */
+    Playback(EveningContext context, int program) {
+        this.context = context;
+        this.program = program;
+    }
+
+    /** Plays the recording to its end, and opens it again. */
+    void run() throws DeskException, InterruptedException {
+        context.screen().title("Playback");
+        context.commands().expectRefusedByService("Play programme " + NO_PROGRAMME,
+                () -> start(NO_PROGRAMME, BG_TE_DTVSVLIB_ONOFF.OFF),
+                BG_EV_DTVSV_START_PLAY_REPLY.class, ServiceResult.NO_SUCH_THING);
+        ask("Play programme " + program, () -> start(program, BG_TE_DTVSVLIB_ONOFF.OFF),
+                BG_EV_DTVSV_START_PLAY_REPLY.class);
+        toTheEnd();
+        ask("Stop playing", () -> context.service().DtvSvLib_TerminatePlay(context.session()),
+                BG_EV_DTVSV_TERMINATE_PLAY_REPLY.class);
+        if (!damageSeen && context.commands().isLive()) {
+            toTheDamage();
+        }
+        ask("Play it again, paused", () -> start(program, BG_TE_DTVSVLIB_ONOFF.ON),
+                BG_EV_DTVSV_START_PLAY_REPLY.class);
+        context.askSync("Stop playing, and wait for the answer", "stopped",
+                () -> context.service().DtvSvLib_TerminatePlay_Sync(context.session()).return_value());
+    }
+
+    private void toTheEnd() throws DeskException, InterruptedException {
+        showStatus();
+        speed(2);
+        showStatus();
+        askInTime("Pause", () -> context.service().DtvSvLib_PausePlay(context.session()),
+                BG_EV_DTVSV_PAUSE_PLAY_REPLY.class);
+        ask("Go on by one picture",
+                () -> context.service().DtvSvLib_FrameSlidePlay(context.session(), FORWARD),
+                BG_EV_DTVSV_FRAME_SLIDE_PLAY_REPLY.class);
+        ask("Move on while paused",
+                () -> context.service().DtvSvLib_MovePausePosition(context.session(), FORWARD),
+                BG_EV_DTVSV_MOVE_PAUSE_POSITION_REPLY.class);
+        ask("Play on", () -> context.service().DtvSvLib_ReStartPlay(context.session()),
+                BG_EV_DTVSV_RESTART_PLAY_REPLY.class);
+        ask("Skip 2 seconds", () -> context.service().DtvSvLib_SkipPlay(context.session(),
+                        new BG_TS_DTVSVLIB_SKIP_PLAY(BG_TE_DTVSVLIB_PLAY_DIRECTION.FORWARD, 2)),
+                BG_EV_DTVSV_SKIP_PLAY_REPLY.class);
+        showStatus();
+        speed(10);
+        String wait = "Wait for the end";
+        context.screen().asked(wait);
+        if (!ended) {
+            context.commands().await(wait, BG_EV_DTVSV_PLAY_EVENT_NOTIFY.class, Playback::isEnd,
+                    this::show);
+        }
+        context.screen().answered("the end is reached");
+    }
+
+    /** A command may have moved the playback past the damaged place; so once more, without one. */
+    private void toTheDamage() throws DeskException, InterruptedException {
+        String what = "Play it again, to the damaged place";
+        ask(what, () -> start(program, BG_TE_DTVSVLIB_ONOFF.OFF),
+                BG_EV_DTVSV_START_PLAY_REPLY.class);
+        if (!damageSeen) {
+            show(context.commands().await(what, BG_EV_DTVSV_PLAY_ERROR_NOTIFY.class, any -> true,
+                    this::show));
+        }
+        ask("Stop playing", () -> context.service().DtvSvLib_TerminatePlay(context.session()),
+                BG_EV_DTVSV_TERMINATE_PLAY_REPLY.class);
+    }
+
+    private BG_TE_DTVSVLIB_RESULT start(int number, BG_TE_DTVSVLIB_ONOFF pause) {
+        return context.service().DtvSvLib_StartPlay(context.session(), new BG_TS_DTVSVLIB_START_PLAY(
+                BG_TE_DTVSVLIB_RECORDING_MEDIUM.INTERNAL, number, BG_TE_DTVSVLIB_ONOFF.OFF, 1,
+                pause));
+    }
+
+    private void speed(int times) throws DeskException, InterruptedException {
+        askInTime("Play " + times + " times as fast", () ->
+                context.service().DtvSvLib_ChangePlaySpeed(context.session(),
+                        new BG_TS_DTVSVLIB_SPECIAL_PLAY(BG_TE_DTVSVLIB_PLAY_DIRECTION.FORWARD,
+                                times, 1)), BG_EV_DTVSV_CHANGE_PLAY_SPEED_REPLY.class);
+    }
+
+    /** Waits for the next word on how far the playback is. */
+    private void showStatus() throws DeskException, InterruptedException {
+        show(context.commands().await("Play", BG_EV_DTVSV_PLAY_STATUS_NOTIFY.class, any -> true,
+                this::show));
+    }
+
+    private void show(Record event) {
+        note(event);
+        if (event instanceof BG_EV_DTVSV_PLAY_STATUS_NOTIFY notice) {
+            context.screen().reported("at " + notice.play_status_info().current_time() + " s, status "
+                    + notice.play_status_info().status());
+        } else if (event instanceof BG_EV_DTVSV_PLAY_ERROR_NOTIFY notice) {
+            context.screen().reported("a damaged place, error " + notice.play_error());
+        }
+    }
+
+    private void note(Record event) {
+        ended |= event instanceof BG_EV_DTVSV_PLAY_EVENT_NOTIFY notice && isEnd(notice);
+        damageSeen |= event instanceof BG_EV_DTVSV_PLAY_ERROR_NOTIFY;
+    }
+
+    private static boolean isEnd(BG_EV_DTVSV_PLAY_EVENT_NOTIFY notice) {
+        return notice.play_event() == END_REACHED;
+    }
+
+    private void ask(String what, Supplier<BG_TE_DTVSVLIB_RESULT> command,
+            Class<? extends Record> reply) throws DeskException, InterruptedException {
+        context.commands().ask(what, command, reply, this::note);
+    }
+
+    private void askInTime(String what, Supplier<BG_TE_DTVSVLIB_RESULT> command,
+            Class<? extends Record> reply) throws DeskException, InterruptedException {
+        if (!context.commands().askInTime(what, command, reply, this::note, () -> ended)) {
+            context.screen().answered("too late, the end is reached");
+        }
+    }
+}

@@ -1,0 +1,59 @@
+"""The evening while the service's time passes by itself: what speeds there are, and that a fast clock
+and a busy machine spoil nothing."""
+import re
+import subprocess
+import sys
+import unittest
+
+from desk import DeskTest
+
+# No computation that ends: what the evening shares the processor with.
+BUSY = [sys.executable, "-c", "while True: pass"]
+
+
+class Live(DeskTest):
+    def live(self, *speed, more=()):
+        return self.run_desk("evening", "--quiet", *more, "--live", *speed)
+
+    def test_every_speed_on_a_busy_machine(self):
+        for _ in range(2):
+            busy = subprocess.Popen(BUSY)
+            self.addCleanup(busy.wait)
+            self.addCleanup(busy.kill)
+        for speed in ["50", "100", "200", "500", "1000"] * 2 + ["1e300"]:
+            with self.subTest(speed):
+                run = self.live(speed)
+                self.assertEqual((0, ""), (run.returncode, run.stderr), run.stdout)
+                self.assertIn("natives called          65 of 65\n", run.stdout)
+                self.assertIn("callbacks received      81 of 83, ", run.stdout)
+
+    def test_what_is_no_speed_is_refused(self):
+        for speed in ["0", "-1", "-0.5", "nan", "NaN", "inf", "Infinity", "-Infinity", "1e999",
+                      "1e-999", "abc", "10f", "0x10", "1,5", ""]:
+            with self.subTest(speed):
+                run = self.live(speed)
+                self.assertEqual(2, run.returncode)
+                self.assertEqual("", run.stdout)
+                self.assertEqual("run: Invalid value for option '--live': "
+                                 f"\"{speed}\" is not a finite number above 0\n"
+                                 "Try ./run --help\n", run.stderr)
+
+    def test_a_refusal_is_no_lateness(self):
+        # Results that say "not now", as those of commands that come too late do.
+        script = self.folder / "script.json"
+        script.write_text('{"version": 1, "commands": [{"command": "PausePlay", "result": 1}]}')
+        run = self.live("20", more=["--script", script])
+        self.assertEqual(1, run.returncode)
+        self.assertEqual("run: Pause: the service answered with result 1.\n", run.stderr)
+
+    def test_time_passes_as_fast_as_asked_for(self):
+        run = self.live("10")
+        self.assertEqual((0, ""), (run.returncode, run.stderr))
+        taken, clock = re.search(r"time taken +([\d.]+) s, ([\d.]+) s", run.stdout).groups()
+        # The program's own time is on top.
+        self.assertGreater(float(taken), float(clock) / 10 - 0.2)
+        self.assertGreater(float(clock), 40)
+
+
+if __name__ == "__main__":
+    unittest.main()
