@@ -169,7 +169,7 @@ int Delivery::call(sp<DtvSvLibListener>& listener, int event_id, void* data, int
     }
     const int result = listener->recvEventFromServer(event_id, data, size);
     if (capture != nullptr && result != 0) {
-        capture->verdict(event_id, result);
+        capture->refusedEvent(event_id, result);
     }
     // The last owner may have left meanwhile: then the listener is destroyed here.
     listener.clear();
