@@ -27,6 +27,9 @@ test_packages="
     python3-pexpect
     tcpdump"
 
+# To check the sources with `./test --lint` besides.
+lint_packages=clang-tidy
+
 # To build and run the tests of another architecture besides.
 i386_packages=g++-i686-linux-gnu
 armhf_packages="g++-arm-linux-gnueabihf qemu-user"

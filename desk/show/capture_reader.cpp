@@ -1,7 +1,7 @@
 #include "desk/show/capture_reader.h"
 
+#include <algorithm>
 #include <cstring>
-#include <limits>
 
 namespace show {
 namespace {
@@ -17,54 +17,36 @@ constexpr uint16_t kUserLinkType = 147;
 
 constexpr uint32_t kShortestBlock = 12;
 constexpr uint32_t kLongestBlock = 16 * 1024 * 1024;
+constexpr uint32_t kShortestSection = 28;
+constexpr uint32_t kShortestInterface = 20;
+constexpr uint32_t kShortestPacket = 32;
+/// Of a section header, an interface, or the options of a packet, after damage: random bytes that
+/// look like one are rarely so short.
+constexpr uint32_t kLongestDescription = 4096;
+
+constexpr uint8_t kSectionStart[] = {0x0a, 0x0d, 0x0d, 0x0a};
+constexpr uint8_t kResolutionOfLibDtv = 9; ///< nanoseconds
 
 /// A length rounded up to the 4 bytes that everything in the file is aligned to.
 constexpr uint64_t padded(uint32_t length) {
     return (uint64_t{length} + 3) / 4 * 4;
 }
 
-constexpr uint64_t powerOfTen(unsigned exponent) {
-    uint64_t power = 1;
-    for (unsigned i = 0; i < exponent; ++i) {
-        power *= 10;
+/// Whether the four bytes of a section header that say it say big-endian; nothing when they say
+/// neither.
+std::optional<bool> byteOrderOf(const uint8_t* bytes) {
+    static constexpr uint8_t big[] = {0x1a, 0x2b, 0x3c, 0x4d};
+    static constexpr uint8_t little[] = {0x4d, 0x3c, 0x2b, 0x1a};
+    if (std::memcmp(bytes, big, sizeof big) == 0) {
+        return true;
     }
-    return power;
+    if (std::memcmp(bytes, little, sizeof little) == 0) {
+        return false;
+    }
+    return std::nullopt;
 }
-constexpr unsigned kLargestPower = 19; ///< of 10 that 64 bits hold
 
 } // namespace
-
-Moment momentOf(uint64_t stamp, uint8_t resolution, int64_t offset) {
-    const unsigned power = resolution & 0x7f;
-    uint64_t seconds = 0;
-    uint64_t nanoseconds = 0;
-    if ((resolution & 0x80) != 0) {
-        const uint64_t fraction = power < 64 ? stamp & ((uint64_t{1} << power) - 1) : stamp;
-        seconds = power < 64 ? stamp >> power : 0;
-        // 30 bits of the fraction are fine enough, and leave room to multiply.
-        uint64_t thirty = 0;
-        if (power <= 30) {
-            thirty = fraction << (30 - power);
-        } else if (power - 30 < 64) {
-            thirty = fraction >> (power - 30);
-        }
-        nanoseconds = (thirty * 1000000000) >> 30;
-    } else {
-        uint64_t fraction = stamp;
-        if (power <= kLargestPower) {
-            seconds = stamp / powerOfTen(power);
-            fraction = stamp % powerOfTen(power);
-        }
-        if (power <= 9) {
-            nanoseconds = fraction * powerOfTen(9 - power);
-        } else if (power - 9 <= kLargestPower) {
-            nanoseconds = fraction / powerOfTen(power - 9);
-        }
-    }
-    // The sum wraps around instead of overflowing: such stamps mean nothing.
-    return {static_cast<int64_t>(seconds + static_cast<uint64_t>(offset)),
-            static_cast<uint32_t>(nanoseconds)};
-}
 
 std::optional<Packet> CaptureReader::next() {
     while (error_.empty()) {
@@ -88,70 +70,129 @@ std::optional<Packet> CaptureReader::next() {
 
 /// False at the end of the file and at an error.
 bool CaptureReader::readBlock(Block& block) {
-    static constexpr uint8_t section[] = {0x0a, 0x0d, 0x0d, 0x0a};
-    start_ = position_;
-    uint8_t head[12];
-    const size_t count = read(head, 8);
-    if (start_ == 0 &&
-        (count == 0 || std::memcmp(head, section, std::min<size_t>(count, 4)) != 0)) {
+    start_ = window_.offset();
+    whole_ = false;
+    window_.has(8);
+    const uint8_t* head = window_.data();
+    const size_t count = window_.size();
+    if (start_ == 0 && (count == 0 || std::memcmp(head, kSectionStart,
+                                                  std::min(count, sizeof kSectionStart)) != 0)) {
         return failNoCapture();
     }
     if (count == 0) {
-        return file_.bad() ? failCut() : false;
+        return window_.failed() ? failCut() : false;
     }
     if (count < 8) {
         return failCut();
     }
-    if (std::memcmp(head, section, sizeof section) != 0) {
+    if (!isSectionHeader()) {
         block.type = number32(head);
         return readBody(number32(head + 4), 8, block);
     }
     // The length cannot be read before the byte order is known.
-    if (read(head + 8, 4) < 4) {
+    if (!window_.has(12)) {
         return failCut();
     }
-    if (head[8] == 0x1a && head[9] == 0x2b && head[10] == 0x3c && head[11] == 0x4d) {
-        big_endian_ = true;
-    } else if (head[8] == 0x4d && head[9] == 0x3c && head[10] == 0x2b && head[11] == 0x1a) {
-        big_endian_ = false;
-    } else {
+    const std::optional<bool> big_endian = byteOrderOf(window_.data() + 8);
+    if (!big_endian) {
         return start_ == 0 ? failNoCapture()
                            : fail("the section at byte " + std::to_string(start_) +
                                   " does not say its byte order");
     }
+    big_endian_ = *big_endian;
     block.type = kSectionHeader;
-    return readBody(number32(head + 4), 12, block);
+    return readBody(number32(window_.data() + 4), 12, block);
 }
 
-/// The rest of a block of which `read_already` bytes have been read. A byte order among them is not
-/// part of the body.
-bool CaptureReader::readBody(uint32_t length, size_t read_already, Block& block) {
-    const size_t shortest = read_already + 4;
+bool CaptureReader::isSectionHeader() const {
+    return std::memcmp(window_.data(), kSectionStart, sizeof kSectionStart) == 0;
+}
+
+/// The rest of a block after the `head` bytes at its beginning. A byte order among them is not part
+/// of the body.
+bool CaptureReader::readBody(uint32_t length, size_t head, Block& block) {
+    const size_t shortest = head + 4;
     if (length < kShortestBlock || length < shortest || length > kLongestBlock || length % 4 != 0) {
         return fail("the block at byte " + std::to_string(start_) + " cannot be " +
                     std::to_string(length) + " bytes long");
     }
-    std::vector<uint8_t>& body = block.body;
-    body.resize(length - read_already);
-    if (read(body.data(), body.size()) < body.size()) {
+    if (!window_.has(length)) {
         return failCut();
     }
-    const uint32_t repeated = number32(body.data() + body.size() - 4);
+    const uint8_t* bytes = window_.data();
+    const uint32_t repeated = number32(bytes + length - 4);
     if (repeated != length) {
         return fail("the block at byte " + std::to_string(start_) + " is " +
                     std::to_string(length) + " bytes long at its beginning and " +
                     std::to_string(repeated) + " at its end");
     }
-    body.resize(body.size() - 4);
+    block.body.assign(bytes + head, bytes + length - 4);
+    window_.skip(length);
+    whole_ = true;
     return true;
 }
 
-/// How many of the bytes there were.
-size_t CaptureReader::read(uint8_t* bytes, size_t count) {
-    file_.read(reinterpret_cast<char*>(bytes), static_cast<std::streamsize>(count));
-    const auto got = static_cast<size_t>(file_.gcount());
-    position_ += got;
-    return got;
+std::optional<Gap> CaptureReader::resume() {
+    if (error_.empty() || other_file_) {
+        return std::nullopt;
+    }
+    if (!whole_ && window_.size() > 0) {
+        window_.skip(1);
+    }
+    while (window_.has(kShortestBlock)) {
+        const bool big_endian_before = big_endian_;
+        if (canBeBlock()) {
+            error_.clear();
+            if (interfaces_.empty()) {
+                interfaces_.push_back({kResolutionOfLibDtv, 0});
+            }
+            return Gap{start_, window_.offset() - start_};
+        }
+        big_endian_ = big_endian_before;
+        window_.skip(1);
+    }
+    return std::nullopt;
+}
+
+/// Whether a block that is known begins here: what can be checked of it is right. There are as many
+/// bytes as the shortest block has.
+bool CaptureReader::canBeBlock() {
+    const bool section = isSectionHeader();
+    if (section) {
+        const std::optional<bool> big_endian = byteOrderOf(window_.data() + 8);
+        if (!big_endian) {
+            return false;
+        }
+        big_endian_ = *big_endian;
+    }
+    const uint32_t type = number32(window_.data());
+    const uint32_t length = number32(window_.data() + 4);
+    if (length % 4 != 0) {
+        return false;
+    }
+    if (section) {
+        if (length < kShortestSection || length > kLongestDescription) {
+            return false;
+        }
+    } else if (type == kInterfaceDescription) {
+        if (length < kShortestInterface || length > kLongestDescription ||
+            number16(window_.data() + 8) != kUserLinkType) {
+            return false;
+        }
+    } else if (type != kEnhancedPacket || length < kShortestPacket ||
+               !window_.has(kShortestPacket) || !canBePacket(length)) {
+        return false;
+    }
+    return window_.has(length) && number32(window_.data() + length - 4) == length;
+}
+
+/// Whether the fields at the beginning of a packet agree with the length of its block.
+bool CaptureReader::canBePacket(uint32_t length) const {
+    const uint32_t interface = number32(window_.data() + 8);
+    const uint32_t captured = number32(window_.data() + 20);
+    const uint64_t without_options = kShortestPacket + padded(captured);
+    return interface < std::max<size_t>(interfaces_.size(), 1) && length >= without_options &&
+           length <= without_options + kLongestDescription;
 }
 
 bool CaptureReader::beginSection(const Block& block) {
@@ -161,8 +202,8 @@ bool CaptureReader::beginSection(const Block& block) {
     }
     const unsigned major = number16(block.body.data());
     if (major != 1) {
-        return fail("the section at byte " + std::to_string(start_) + " is of version " +
-                    std::to_string(major) + " of pcapng; this program reads version 1");
+        return failForGood("the section at byte " + std::to_string(start_) + " is of version " +
+                           std::to_string(major) + " of pcapng; this program reads version 1");
     }
     interfaces_.clear();
     return true;
@@ -175,9 +216,12 @@ bool CaptureReader::addInterface(const Block& block) {
     }
     const unsigned link_type = number16(body.data);
     if (link_type != kUserLinkType) {
-        return fail("the interface at byte " + std::to_string(start_) + " has link type " +
-                    std::to_string(link_type) + "; a capture of the DTV service has " +
-                    std::to_string(kUserLinkType));
+        const std::string what = "the interface at byte " + std::to_string(start_) +
+                                 " has link type " + std::to_string(link_type) +
+                                 "; a capture of the DTV service has " +
+                                 std::to_string(kUserLinkType);
+        // After one of the DTV service it is more likely a packet whose type is damaged.
+        return interfaces_.empty() ? failForGood(what) : fail(what);
     }
     Interface interface;
     if (!readOptions(body.from(8), interface)) {
@@ -240,20 +284,27 @@ bool CaptureReader::fail(const std::string& what) {
     return false;
 }
 
+/// The file is another than this program reads: there is nothing to look for in it.
+bool CaptureReader::failForGood(const std::string& what) {
+    other_file_ = true;
+    return fail(what);
+}
+
 bool CaptureReader::failCut() {
-    if (file_.bad()) {
-        return fail("the file cannot be read beyond byte " + std::to_string(position_));
+    const uint64_t end = window_.offset() + window_.size();
+    if (window_.failed()) {
+        return fail("the file cannot be read beyond byte " + std::to_string(end));
     }
-    return fail("the file ends at byte " + std::to_string(position_) +
+    return fail("the file ends at byte " + std::to_string(end) +
                 ", in the middle of the block at byte " + std::to_string(start_));
 }
 
 bool CaptureReader::failNoCapture() {
-    if (file_.bad()) {
+    if (window_.failed()) {
         return failCut();
     }
-    return fail(position_ == 0 ? "the file is empty"
-                               : "this is not a pcapng file: no section header at byte 0");
+    return fail(window_.size() == 0 ? "the file is empty"
+                                    : "this is not a pcapng file: no section header at byte 0");
 }
 
 uint16_t CaptureReader::number16(const uint8_t* bytes) const {

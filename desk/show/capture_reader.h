@@ -2,6 +2,8 @@
 #pragma once
 
 #include "desk/show/bytes.h"
+#include "desk/show/input_window.h"
+#include "desk/show/moment.h"
 
 #include <cstdint>
 #include <istream>
@@ -11,12 +13,6 @@
 
 namespace show {
 
-/// A moment since the beginning of 1970, UTC.
-struct Moment {
-    int64_t seconds = 0;
-    uint32_t nanoseconds = 0; ///< less than 10^9
-};
-
 struct Packet {
     uint64_t offset = 0; ///< of its block in the file, bytes
     Moment time;
@@ -24,19 +20,32 @@ struct Packet {
     std::vector<uint8_t> data;
 };
 
+/// Bytes of a file of which no packet could be made.
+struct Gap {
+    uint64_t offset = 0; ///< in the file, bytes
+    uint64_t size = 0;   ///< bytes
+};
+
 /// Reads sections of either byte order with any number of interfaces. Blocks and options that it
-/// does not know are passed over. Any bytes may be read: what is wrong ends the file with an error,
-/// after all packets before it. A block may be 16 MiB long at most.
+/// does not know are passed over. Any bytes may be read: at what is wrong it stops with an error,
+/// after all packets before it, and resume() finds the blocks that follow. A block may be 16 MiB
+/// long at most. It waits for no more of the file than the block that is read.
 class CaptureReader {
 public:
     /// `file` must outlive the reader. It need not be seekable.
-    explicit CaptureReader(std::istream& file) : file_(file) {}
+    explicit CaptureReader(std::istream& file) : window_(file) {}
 
     /// The next packet, or nothing at the end of the file or at an error.
     std::optional<Packet> next();
 
     /// What is wrong with the file, with the offset in bytes; empty when it was read to its end.
     const std::string& error() const { return error_; }
+
+    /// After an error: clears it, skips what is damaged up to the next bytes that can be a section,
+    /// an interface or a packet, and returns what was skipped. Nothing, and the error stays, when
+    /// there are none, or when the file is not a capture of the DTV service at all. Packets that
+    /// follow a lost interface are read as of libDtv's own.
+    std::optional<Gap> resume();
 
 private:
     struct Block {
@@ -51,28 +60,29 @@ private:
     };
 
     bool readBlock(Block& block);
-    bool readBody(uint32_t length, size_t read, Block& block);
-    size_t read(uint8_t* bytes, size_t count);
+    bool readBody(uint32_t length, size_t head, Block& block);
+    bool isSectionHeader() const;
+    bool canBeBlock();
+    bool canBePacket(uint32_t length) const;
     bool beginSection(const Block& block);
     bool addInterface(const Block& block);
     bool readOptions(Bytes options, Interface& interface);
     bool readPacket(const Block& block, Packet& packet);
     bool fail(const std::string& what);
+    bool failForGood(const std::string& what);
     bool failCut();
     bool failNoCapture();
     uint16_t number16(const uint8_t* bytes) const;
     uint32_t number32(const uint8_t* bytes) const;
     uint64_t number64(const uint8_t* bytes) const;
 
-    std::istream& file_;
-    uint64_t position_ = 0; ///< bytes read
-    uint64_t start_ = 0;    ///< of the block that is being read
+    InputWindow window_;      ///< begins at the next block, or at the one whose length is wrong
+    uint64_t start_ = 0;      ///< of the block that was read last
+    bool whole_ = false;      ///< its lengths are right, so that the next one follows it
+    bool other_file_ = false; ///< the error is no damage
     bool big_endian_ = false;
     std::vector<Interface> interfaces_; ///< of the section
     std::string error_;
 };
-
-/// A time stamp of an interface with that resolution (see if_tsresol of pcapng).
-Moment momentOf(uint64_t stamp, uint8_t resolution, int64_t offset);
 
 } // namespace show

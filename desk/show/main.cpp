@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -26,10 +27,11 @@ constexpr int kNotBegun = 2; ///< wrong arguments, or a file that cannot be open
 constexpr char kUsage[] = R"(usage: dtv-show [--only NAME]... FILE
        dtv-show --list
 
-Prints the messages of a capture, each decoded field by field. Exit status: 0
-when the file was read to its end, 1 when it is no capture or is cut or damaged
-(everything before is printed), 2 when it cannot be opened or an argument is
-wrong.
+Prints the messages of a capture, each decoded field by field. FILE is - for
+standard input, whose messages are printed as they come. What is damaged is
+skipped, and what was skipped is said. Exit status: 0 when the whole file was
+read, 1 when it is no capture or is cut or damaged (everything else is printed),
+2 when it cannot be opened or an argument is wrong.
 
   --only NAME  prints only the messages of that name, such as SelectChannel;
                may be repeated
@@ -111,7 +113,95 @@ int finish(int status) {
     return status;
 }
 
+/// Prints messages, and counts them.
+class Printer {
+public:
+    Printer(const Options& options, bool at_once) : options_(options), at_once_(at_once) {}
+
+    void print(const show::Message& message) {
+        ++count_;
+        if (!options_.only.empty() && options_.only.count(message.id) == 0) {
+            return;
+        }
+        ++printed_;
+        const show::LocalTime time = show::localTime(message.time);
+        if (time.date != date_) {
+            date_ = time.date;
+            std::printf("%s\n", date_.c_str());
+        }
+        for (const std::string& line : show::messageLines(message, time.time)) {
+            std::printf("%s\n", line.c_str());
+        }
+        if (at_once_) {
+            std::fflush(stdout);
+        }
+    }
+
+    void printCount() const {
+        if (options_.only.empty()) {
+            std::printf("%zu message%s\n", count_, count_ == 1 ? "" : "s");
+        } else {
+            std::printf("%zu of %zu message%s\n", printed_, count_, count_ == 1 ? "" : "s");
+        }
+    }
+
+private:
+    const Options& options_;
+    const bool at_once_; ///< each message as soon as it is there
+    std::string date_;   ///< printed last
+    size_t count_ = 0;
+    size_t printed_ = 0;
+};
+
+/// Says what is wrong with a file; what was printed before comes before it on a terminal.
+void complainOfFile(const std::string& name, const std::string& what) {
+    std::fflush(stdout);
+    complain(name + ": " + what);
+}
+
+/// The packets of a file as far as next() finds them. Whether all of them are messages.
+bool printPackets(show::CaptureReader& reader, const std::string& name, Printer& printer) {
+    bool good = true;
+    while (const auto packet = reader.next()) {
+        std::string error;
+        if (const auto message = show::readMessage(*packet, error)) {
+            printer.print(*message);
+        } else {
+            good = false;
+            complainOfFile(name, error);
+        }
+    }
+    return good;
+}
+
+int printMessages(std::istream& file, const std::string& name, const Options& options) {
+    show::CaptureReader reader(file);
+    Printer printer(options, &file == &std::cin);
+    bool good = printPackets(reader, name, printer);
+    while (!reader.error().empty()) {
+        good = false;
+        const std::string error = reader.error();
+        const std::optional<show::Gap> gap = reader.resume();
+        if (!gap) {
+            // The count comes first, for the file ends here.
+            printer.printCount();
+            finish(kGood);
+            complain(name + ": " + error);
+            return kBadFile;
+        }
+        complainOfFile(name, error + "; skipped " + std::to_string(gap->size) + " bytes, to byte " +
+                                 std::to_string(gap->offset + gap->size));
+        good = printPackets(reader, name, printer) && good;
+    }
+    printer.printCount();
+    const int status = finish(kGood);
+    return good ? status : kBadFile;
+}
+
 int printMessages(const Options& options) {
+    if (options.file == "-") {
+        return printMessages(std::cin, "standard input", options);
+    }
     std::error_code ignored;
     if (std::filesystem::is_directory(options.file, ignored)) {
         return complain(options.file + " is a directory");
@@ -120,45 +210,7 @@ int printMessages(const Options& options) {
     if (!file) {
         return complain("cannot open " + options.file + ": " + std::strerror(errno));
     }
-
-    show::CaptureReader reader(file);
-    std::string error;
-    std::string date;
-    size_t count = 0;
-    size_t printed = 0;
-    while (const auto packet = reader.next()) {
-        const auto message = show::readMessage(*packet, error);
-        if (!message) {
-            break;
-        }
-        ++count;
-        if (!options.only.empty() && options.only.count(message->id) == 0) {
-            continue;
-        }
-        ++printed;
-        const show::LocalTime time = show::localTime(message->time);
-        if (time.date != date) {
-            date = time.date;
-            std::printf("%s\n", date.c_str());
-        }
-        for (const std::string& line : show::messageLines(*message, time.time)) {
-            std::printf("%s\n", line.c_str());
-        }
-    }
-    if (options.only.empty()) {
-        std::printf("%zu message%s\n", count, count == 1 ? "" : "s");
-    } else {
-        std::printf("%zu of %zu message%s\n", printed, count, count == 1 ? "" : "s");
-    }
-    const int status = finish(kGood);
-    if (error.empty()) {
-        error = reader.error();
-    }
-    if (!error.empty()) {
-        complain(options.file + ": " + error);
-        return kBadFile;
-    }
-    return status;
+    return printMessages(file, options.file, options);
 }
 
 } // namespace

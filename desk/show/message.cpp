@@ -27,7 +27,7 @@ bool is(const Message& message, Kind kind) {
 }
 
 const char* arrowOf(const Message& message) {
-    if (is(message, Kind::kCommand) || is(message, Kind::kVerdict)) {
+    if (is(message, Kind::kCommand) || is(message, Kind::kRefusedEvent)) {
         return "->";
     }
     return is(message, Kind::kAnswer) || is(message, Kind::kEvent) ? "<-" : "--";
@@ -89,7 +89,7 @@ std::vector<std::string> headline(const Message& message, const catalogue::Messa
         words.push_back(arrow + ' ' + id);
         add("unknown message");
     }
-    if (is(message, Kind::kAnswer) || is(message, Kind::kVerdict)) {
+    if (is(message, Kind::kAnswer) || is(message, Kind::kRefusedEvent)) {
         words.push_back("returned " + std::to_string(message.value));
     } else if (!is(message, Kind::kCommand) && !is(message, Kind::kEvent)) {
         add("unknown kind " + std::to_string(message.kind));

@@ -16,7 +16,7 @@ struct Message {
         kCommand = 1,
         kAnswer = 2,
         kEvent = 3,
-        kVerdict = 4
+        kRefusedEvent = 4
     };
 
     Moment time;
@@ -25,7 +25,7 @@ struct Message {
     uint32_t thread_id = 0;
     int32_t id = 0;
     int32_t value = 0; ///< what the send or the listener returned
-    int32_t size = 0;  ///< bytes, as it was told
+    int32_t size = 0;  ///< bytes, as it was given
     std::string thread_name;
     std::vector<uint8_t> record;
     uint32_t left_out = 0; ///< bytes of the record that the capture does not have
@@ -34,8 +34,8 @@ struct Message {
 /// The message in a packet, or nothing and in `error` what is wrong.
 std::optional<Message> readMessage(const Packet& packet, std::string& error);
 
-/// The lines for a message: one headline, wrapped, and what its record says. `time` stands at their
-/// beginning.
+/// The lines for a message: one headline, wrapped, and what its record says. They begin with
+/// `time`.
 std::vector<std::string> messageLines(const Message& message, const std::string& time);
 
 /// A moment in local time.

@@ -95,7 +95,7 @@ Capture* Capture::instance() {
 }
 
 Capture::Capture(int descriptor, std::string path)
-    : descriptor_(descriptor), path_(std::move(path)) {}
+    : descriptor_(descriptor), tally_(*new WriteTally("messages", std::move(path))) {}
 
 Capture* Capture::open() {
     const KeepErrno keep_errno;
@@ -109,26 +109,24 @@ Capture* Capture::open() {
     if (file < 0) {
         std::fprintf(stderr, "libDtv: cannot open the capture file %s: %s\n", path,
                      std::strerror(errno));
+        noteUnwritableFile();
         return nullptr;
     }
     // What goes to a pipe may be written in part, or end the process with a signal.
     struct stat status = {};
     if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) {
         std::fprintf(stderr, "libDtv: the capture file %s is not a regular file\n", path);
+        noteUnwritableFile();
         close(file);
         return nullptr;
     }
     auto* capture = new Capture(file, path);
-    if (!capture->writeStart()) {
-        delete capture;
-        close(file);
-        return nullptr;
-    }
+    capture->writeStart();
     return capture;
 }
 
 /// The section header and the one interface.
-bool Capture::writeStart() {
+void Capture::writeStart() {
     Bytes<96> blocks;
     blocks.put32(0x0a0d0d0a); // section header block
     blocks.put32(44);
@@ -158,13 +156,14 @@ bool Capture::writeStart() {
     blocks.put32(44);
 
     const iovec part = blocks.all();
-    return writeBlocks(&part, 1);
+    writeBlocks(&part, 1);
 }
 
 /// One enhanced packet block.
 void Capture::write(const Message& message) {
     const KeepErrno keep_errno;
-    if (ended_.load(std::memory_order_relaxed)) {
+    if (tally_.hasEnded()) {
+        tally_.countLost();
         return;
     }
     const size_t length = std::min(message.length, longest_packet - message_header);
@@ -173,7 +172,7 @@ void Capture::write(const Message& message) {
     const auto block_size = static_cast<uint32_t>(28 + captured + padding + 16);
     const uint64_t now = nanosecondsNow();
     const ThreadName thread_name;
-    const bool outbound = message.kind == Kind::command || message.kind == Kind::verdict;
+    const bool outbound = message.kind == Kind::command || message.kind == Kind::refused_event;
 
     Bytes<28 + message_header> head;
     head.put32(6); // enhanced packet block
@@ -203,11 +202,15 @@ void Capture::write(const Message& message) {
     tail.put32(block_size);
 
     const iovec parts[] = {head.all(), {const_cast<void*>(message.record), length}, tail.all()};
-    writeBlocks(parts, 3);
+    if (writeBlocks(parts, 3)) {
+        tally_.countKept();
+    } else {
+        tally_.countLost();
+    }
 }
 
 /// In one call, so that the blocks of several threads do not mix. A part of a block cannot be
-/// mended afterwards: another thread's block may be behind it by then.
+/// completed afterwards: another thread's block may follow it by then.
 bool Capture::writeBlocks(const iovec* parts, int count) {
     size_t size = 0;
     for (int i = 0; i < count; ++i) {
@@ -220,10 +223,13 @@ bool Capture::writeBlocks(const iovec* parts, int count) {
     if (written >= 0 && static_cast<size_t>(written) == size) {
         return true;
     }
-    const char* reason = written < 0 ? std::strerror(errno) : "no room for a whole message";
-    if (!ended_.exchange(true)) {
+    const char* reason = written < 0 ? strerrordesc_np(errno) : "no room for a whole message";
+    if (reason == nullptr) {
+        reason = "it cannot be written";
+    }
+    if (tally_.end(reason)) {
         std::fprintf(stderr, "libDtv: the capture ends, for %s cannot be written: %s\n",
-                     path_.c_str(), reason);
+                     tally_.path().c_str(), reason);
     }
     return false;
 }
@@ -243,8 +249,8 @@ void Capture::event(int event_id, const void* data, int size) {
     write({Kind::event, 0, event_id, 0, size, data, lengthOf(data, size)});
 }
 
-void Capture::verdict(int event_id, int result) {
-    write({Kind::verdict, 0, event_id, result, 0, nullptr, 0});
+void Capture::refusedEvent(int event_id, int result) {
+    write({Kind::refused_event, 0, event_id, result, 0, nullptr, 0});
 }
 
 } // namespace dtv

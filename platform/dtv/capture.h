@@ -3,17 +3,18 @@
 #pragma once
 
 #include "exchange.h"
+#include "write_tally.h"
 
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 
 namespace dtv {
 
-/// Writes messages to the file named by DTV_CAPTURE_FILE, which is begun anew. Any number of
-/// threads may write at once. No error reaches the caller: the first one is told on standard error,
-/// and nothing more is written.
+/// Writes messages to the file named by DTV_CAPTURE_FILE, whose old contents are dropped. Any
+/// number of threads may write at once. No error reaches the caller: the first one is printed on
+/// standard error, nothing more is written, and the end of the process reports how many messages
+/// are kept.
 class Capture {
 public:
     /// The capture of this process, or null when there is none. The variable is read once, by the
@@ -30,8 +31,8 @@ public:
     /// An event, before the listener sees it. A record that is not null is `size` bytes long.
     void event(int event_id, const void* data, int size);
 
-    /// What the listener returned for an event.
-    void verdict(int event_id, int result);
+    /// What the listener returned for an event that it refused.
+    void refusedEvent(int event_id, int result);
 
 private:
     /// What a message is. Part of the file's format.
@@ -39,7 +40,7 @@ private:
         command = 1,
         answer = 2,
         event = 3,
-        verdict = 4
+        refused_event = 4
     };
 
     struct Message {
@@ -47,20 +48,19 @@ private:
         uint8_t surfaces;
         int id;
         int value;
-        int size;           ///< as it was told
+        int size;           ///< as it was given
         const void* record; ///< may be null
         size_t length;      ///< bytes of the record
     };
 
     Capture(int descriptor, std::string path);
     static Capture* open();
-    bool writeStart();
+    void writeStart();
     void write(const Message& message);
     bool writeBlocks(const struct iovec* parts, int count);
 
     const int descriptor_;
-    const std::string path_;
-    std::atomic<bool> ended_{false};
+    WriteTally& tally_;
 };
 
 } // namespace dtv

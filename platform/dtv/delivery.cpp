@@ -104,7 +104,7 @@ int Delivery::callListener(Call& call, int event_id, void* data, int size) {
     }
     const int result = call.listener->recvEventFromServer(event_id, data, size);
     if (capture != nullptr && result != 0) {
-        capture->verdict(event_id, result);
+        capture->refusedEvent(event_id, result);
     }
     // The last owner may have left meanwhile: then the listener is destroyed here.
     call.listener.clear();

@@ -1,12 +1,18 @@
 // The log of libDtv: the level mask, the formatting, and the sink.
+
+// Logs beyond 2 GiB, also where a file offset is 32 bits wide by default.
+#define _FILE_OFFSET_BITS 64
+
 #pragma GCC visibility push(default)
 #include <DtvSvCom.h>
 #pragma GCC visibility pop
 
 #include "exchange.h"
+#include "write_tally.h"
 
 #include <fcntl.h>
 #include <pthread.h>
+#include <sys/stat.h>
 #include <sys/uio.h>
 #include <unistd.h>
 
@@ -36,25 +42,41 @@ public:
         if (file < 0) {
             std::fprintf(stderr, "libDtv: cannot open the log file %s: %s\n", path,
                          std::strerror(errno));
+            noteUnwritableFile();
             return;
         }
         descriptor_ = file;
+        tally_ = new WriteTally("lines", path);
     }
 
-    /// A line and its end in one call, so that lines of several threads and processes do not mix.
     void write(const LogLine& line) override {
+        if (tally_ == nullptr) {
+            writeWhole(line.text);
+        } else if (!tally_->hasEnded() && writeWhole(line.text)) {
+            tally_->countKept();
+        } else {
+            tally_->countLost();
+        }
+    }
+
+private:
+    /// A line and its end in one call, so that lines of several threads and processes do not mix.
+    bool writeWhole(const char* text) {
         char end[] = "\n";
-        iovec parts[] = {{const_cast<char*>(line.text), std::strlen(line.text)}, {end, 1}};
+        iovec parts[] = {{const_cast<char*>(text), std::strlen(text)}, {end, 1}};
         iovec* part = parts;
         int count = 2;
+        off_t done = 0;
         while (count > 0) {
             const ssize_t result = writev(descriptor_, part, count);
             if (result < 0) {
                 if (errno == EINTR) {
                     continue;
                 }
-                return; // the log has no log
+                fail(done);
+                return false;
             }
+            done += result;
             size_t written = static_cast<size_t>(result);
             while (count > 0 && written >= part->iov_len) {
                 written -= part->iov_len;
@@ -66,10 +88,34 @@ public:
                 part->iov_len -= written;
             }
         }
+        return true;
     }
 
-private:
+    /// Ends the log after the first `done` bytes of a line. They are removed, so that nothing that
+    /// another writer appends later continues them.
+    void fail(off_t done) {
+        const int error = errno;
+        if (tally_ == nullptr) {
+            return; // there is no other place to say it
+        }
+        const char* reason = strerrordesc_np(error);
+        if (reason == nullptr) {
+            reason = "it cannot be written";
+        }
+        if (tally_->end(reason)) {
+            std::fprintf(stderr, "libDtv: the log ends, for %s cannot be written: %s\n",
+                         tally_->path().c_str(), reason);
+        }
+        struct stat status = {};
+        if (done > 0 && fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode) &&
+            lseek(descriptor_, 0, SEEK_CUR) == status.st_size &&
+            ftruncate(descriptor_, status.st_size - done) != 0) {
+            return; // then it is the last line, and not whole
+        }
+    }
+
     int descriptor_ = STDERR_FILENO;
+    WriteTally* tally_ = nullptr; ///< of the file; null for standard error
 };
 
 unsigned long initialMask() {

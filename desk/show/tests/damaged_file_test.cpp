@@ -12,7 +12,7 @@
 
 namespace {
 
-/// A command, an event and a verdict, each with the options that libDtv writes.
+/// A command, an event and its refusal, each with the options that libDtv writes.
 const std::vector<uint8_t> kCapture = fromHex(R"(
     0a0d0d0a 2c000000 4d3c2b1a 01000000 ffffffffffffffff 04000600 6c69624474760000
         00000000 2c000000
@@ -155,6 +155,130 @@ TEST(DamagedFile, SurvivesEveryByte) {
             const Contents damaged = read(bytes);
             EXPECT_GE(damaged.messages, blocks < 2 ? 0 : blocks - 2) << offset;
             EXPECT_LE(damaged.messages, 3u);
+        }
+    }
+}
+
+/// All that is found when the reader resumes after each error.
+struct Resumed {
+    std::vector<uint64_t> messages; ///< where their packets begin
+    std::vector<std::pair<uint64_t, uint64_t>> gaps;
+    std::string error; ///< the last one, when nothing follows it
+};
+
+Resumed readOn(const std::vector<uint8_t>& bytes) {
+    std::istringstream file(asString(bytes));
+    show::CaptureReader reader(file);
+    Resumed found;
+    while (true) {
+        while (const auto packet = reader.next()) {
+            std::string error;
+            if (show::readMessage(*packet, error)) {
+                found.messages.push_back(packet->offset);
+            }
+        }
+        const std::string error = reader.error();
+        const std::optional<show::Gap> gap = reader.resume();
+        if (!gap) {
+            EXPECT_EQ(reader.error(), error) << "the error stays when nothing follows";
+            found.error = error;
+            return found;
+        }
+        EXPECT_NE(error, "");
+        EXPECT_GT(gap->size, 0u);
+        found.gaps.emplace_back(gap->offset, gap->size);
+    }
+}
+
+using Gaps = std::vector<std::pair<uint64_t, uint64_t>>;
+using Offsets = std::vector<uint64_t>;
+
+TEST(DamagedFile, IsReadOnAfterAWrongLength) {
+    for (const uint32_t number : {0u, 1u, 12u, 0xffffu, 0x01000000u, 0x7fffffffu, 0xffffffffu}) {
+        SCOPED_TRACE(number);
+        // The two lengths of the second message, then one of the first.
+        for (const size_t offset : {176u, 256u}) {
+            const Resumed found = readOn(withNumberAt(offset, number));
+            EXPECT_EQ(found.messages, (Offsets{88, 260}));
+            EXPECT_EQ(found.gaps, (Gaps{{172, 88}}));
+            EXPECT_EQ(found.error, "");
+        }
+        const Resumed found = readOn(withNumberAt(92, number));
+        EXPECT_EQ(found.messages, (Offsets{172, 260}));
+        EXPECT_EQ(found.gaps, (Gaps{{88, 84}}));
+    }
+}
+
+TEST(DamagedFile, IsReadOnAfterPacketsThatCannotBe) {
+    // Another interface, and more bytes than the block has: the block itself is whole.
+    for (const size_t offset : {180u, 192u}) {
+        const Resumed found = readOn(withNumberAt(offset, 0x00ffffff));
+        EXPECT_EQ(found.messages, (Offsets{88, 260}));
+        EXPECT_EQ(found.gaps, (Gaps{{172, 88}}));
+    }
+}
+
+TEST(DamagedFile, IsReadOnWhereBytesAreMissingOrAdded) {
+    for (size_t size = 1; size < 84; ++size) {
+        SCOPED_TRACE(size);
+        std::vector<uint8_t> bytes = kCapture;
+        bytes.erase(bytes.begin() + 88, bytes.begin() + 88 + static_cast<long>(size));
+        Resumed found = readOn(bytes);
+        EXPECT_EQ(found.messages, (Offsets{172 - size, 260 - size}));
+        EXPECT_EQ(found.gaps, (Gaps{{88, 84 - size}}));
+
+        bytes = kCapture;
+        bytes.insert(bytes.begin() + 172, size, 0xa5);
+        found = readOn(bytes);
+        EXPECT_EQ(found.messages, (Offsets{88, 172 + size, 260 + size}));
+        EXPECT_EQ(found.gaps, (Gaps{{172, size}}));
+    }
+}
+
+TEST(DamagedFile, IsReadOnWithoutItsBeginning) {
+    for (const size_t lost : {1u, 43u, 45u, 87u}) {
+        SCOPED_TRACE(lost);
+        const Resumed found = readOn({kCapture.begin() + static_cast<long>(lost), kCapture.end()});
+        EXPECT_EQ(found.messages, (Offsets{88 - lost, 172 - lost, 260 - lost}));
+        EXPECT_EQ(found.gaps.size(), 1u);
+    }
+    // The interface is lost: the time stamps are libDtv's nanoseconds.
+    std::vector<uint8_t> bytes = kCapture;
+    bytes[48] = 1;
+    std::istringstream file(asString(bytes));
+    show::CaptureReader reader(file);
+    EXPECT_FALSE(reader.next());
+    ASSERT_TRUE(reader.resume());
+    const auto packet = reader.next();
+    ASSERT_TRUE(packet);
+    std::istringstream whole(asString(kCapture));
+    const auto wanted = show::CaptureReader(whole).next();
+    ASSERT_TRUE(wanted);
+    EXPECT_EQ(packet->time.seconds, wanted->time.seconds);
+    EXPECT_EQ(packet->time.nanoseconds, wanted->time.nanoseconds);
+}
+
+TEST(DamagedFile, IsNotReadOnWhenNothingFollows) {
+    const Resumed text = readOn(std::vector<uint8_t>(1000, 'x'));
+    EXPECT_EQ(text.error, "this is not a pcapng file: no section header at byte 0");
+    EXPECT_TRUE(text.gaps.empty());
+    const Resumed cut = readOn({kCapture.begin(), kCapture.begin() + 200});
+    EXPECT_EQ(cut.messages, Offsets{88});
+    EXPECT_EQ(cut.error, "the file ends at byte 200, in the middle of the block at byte 172");
+    EXPECT_TRUE(cut.gaps.empty());
+    // Another kind of file is no damage.
+    std::vector<uint8_t> other = kCapture;
+    other[52] = 1;
+    EXPECT_TRUE(readOn(other).messages.empty());
+    EXPECT_NE(readOn(other).error, "");
+}
+
+TEST(DamagedFile, LosesOneMessageAtMostToOneByte) {
+    for (size_t offset = 88; offset < kCapture.size(); ++offset) {
+        for (const int value : {0x00, 0x01, 0x7f, 0x80, 0xff}) {
+            std::vector<uint8_t> bytes = kCapture;
+            bytes[offset] = static_cast<uint8_t>(value);
+            EXPECT_GE(readOn(bytes).messages.size(), 2u) << offset << ' ' << value;
         }
     }
 }

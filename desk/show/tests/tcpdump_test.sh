@@ -105,6 +105,51 @@ status 1 "$show" "$folder/text"
 check "what is said of another file" \
     "dtv-show: $folder/text: this is not a pcapng file: no section header at byte 0" \
     "$(cat "$said")"
+# The third message's length is damaged: the others are shown.
+cp "$capture" "$folder/damaged"
+first=$((88 + $(od -An -tu4 -j 92 -N 4 "$capture")))
+second=$((first + $(od -An -tu4 -j $((first + 4)) -N 4 "$capture")))
+length=$(($(od -An -tu4 -j $((second + 4)) -N 4 "$capture")))
+printf '\001' | dd of="$folder/damaged" bs=1 seek=$((second + 4)) conv=notrunc 2>/dev/null
+status 1 "$show" "$folder/damaged"
+check "what is said of a damaged file" "dtv-show: $folder/damaged: the block at byte $second cannot \
+be $(((length & ~255) + 1)) bytes long; skipped $length bytes, to byte $((second + length))" \
+    "$(cat "$said")"
+check "what is shown of a damaged file" "7 messages" "$(tail -n 1 "$folder/out")"
+
+# Standard input, in pieces that are no whole blocks; each message is printed when it is there.
+whole=$(run "$show" "$capture")
+slowly() {
+    offset=0
+    while [ "$offset" -lt "$(wc -c <"$capture")" ]; do
+        tail -c +$((offset + 1)) "$capture" | head -c 97
+        offset=$((offset + 97))
+        sleep 0.02
+    done
+}
+check "what is shown of a slow pipe" "$whole" "$(slowly | run "$show" -)"
+mkfifo "$folder/pipe"
+run "$show" - <"$folder/pipe" >"$folder/live" &
+shower=$!
+exec 3>"$folder/pipe"
+head -c "$second" "$capture" >&3
+tries=0
+while [ "$(grep -c SelectChannel "$folder/live")" -eq 0 ] ||
+    [ "$(grep -c Release_Sync "$folder/live")" -eq 0 ]; do
+    tries=$((tries + 1))
+    if [ "$tries" -gt 400 ]; then
+        failed=1
+        echo "a message is not printed before the next one comes"
+        break
+    fi
+    sleep 0.05
+done
+exec 3>&-
+wait "$shower"
+check "what is shown of a pipe that ends" "2 messages" "$(tail -n 1 "$folder/live")"
+status 1 "$show" - </dev/null
+check "what is said of empty input" "dtv-show: standard input: the file is empty" "$(cat "$said")"
+
 status 2 "$show" "$folder/none"
 check "what is said of no file" "dtv-show: cannot open $folder/none: No such file or directory" \
     "$(cat "$said")"

@@ -1,0 +1,110 @@
+"""The arguments of ./test: what it would do with them, and which of them it refuses."""
+import pathlib
+import subprocess
+import unittest
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+BUILDS = ["gcc", "gcc-sanitized", "clang", "clang-sanitized"]
+ABIS = ["i386", "armhf"]
+
+
+def run(*arguments):
+    return subprocess.run([ROOT / "test", *arguments], capture_output=True, text=True, timeout=60,
+                          stdin=subprocess.DEVNULL, check=False)
+
+
+class Arguments(unittest.TestCase):
+    def plan(self, *arguments):
+        """The stages, each with the commands that it would run."""
+        shown = run("--plan", *arguments)
+        self.assertEqual((0, ""), (shown.returncode, shown.stderr), arguments)
+        stages = {}
+        for line in shown.stdout.splitlines():
+            if line.startswith("== "):
+                commands = stages.setdefault(line[3:], [])
+            else:
+                commands.append(line.strip())
+        return stages
+
+    @staticmethod
+    def given_to_ctest(stages):
+        """What is given to ctest in each stage, after the number of tests at a time."""
+        return {name: command.partition(" --parallel ")[2].partition(" ")[2]
+                for name, commands in stages.items() for command in commands
+                if command.startswith("ctest ")}
+
+    def test_everything_by_default(self):
+        stages = self.plan()
+        self.assertEqual(["format", *BUILDS, *ABIS], list(stages))
+        self.assertEqual(["check_format"], stages["format"])
+        for build in BUILDS:
+            self.assertEqual(["configure", "cmake", "ctest"],
+                             [command.split()[0] for command in stages[build]])
+        for abi in ABIS:
+            self.assertEqual(f"same_evening {abi}", stages[abi][-1])
+
+    def test_options_count_wherever_they_stand(self):
+        for arguments in (["--only", "gcc", "-R", "sync"], ["-R", "sync", "--only", "gcc"],
+                          ["-R", "--only", "gcc", "sync"], ["--only=gcc", "-R", "sync"]):
+            with self.subTest(arguments):
+                stages = self.plan(*arguments)
+                self.assertEqual(["format", "gcc"], list(stages))
+                self.assertEqual({"gcc": "-R sync"}, self.given_to_ctest(stages))
+
+    def test_builds_and_architectures_are_gathered(self):
+        stages = self.plan("-R", "x", "--abi", "armhf", "--only", "clang", "--only", "gcc",
+                           "--only", "clang")
+        self.assertEqual(["format", "clang", "gcc", "armhf"], list(stages))
+        self.assertEqual(["format", "i386"], list(self.plan("--abi=i386")))
+
+    def test_the_rest_goes_to_ctest_as_it_is(self):
+        stages = self.plan("-R", "two words", "--repeat", "until-fail:3", "--only", "gcc", "-V")
+        self.assertEqual("-R 'two words' --repeat until-fail:3 -V", self.given_to_ctest(stages)["gcc"])
+        stages = self.plan("--only", "gcc", "--", "--only", "clang", "--help")
+        self.assertEqual({"gcc": "--only clang --help"}, self.given_to_ctest(stages))
+
+    def test_an_evening_is_compared_when_all_tests_run(self):
+        self.assertNotIn("same_evening armhf", self.plan("--abi", "armhf", "-R", "x")["armhf"])
+
+    def test_jobs(self):
+        for command in self.plan("-R", "x", "--only", "gcc", "--jobs", "7")["gcc"][1:]:
+            self.assertIn(" --parallel 7 ", command)
+
+    def test_lint(self):
+        stages = self.plan("--lint", "--jobs", "3")
+        self.assertEqual(["format", "clang-tidy"], list(stages))
+        self.assertEqual("run_clang_tidy build/lint 3 no", stages["clang-tidy"][-1])
+        stages = self.plan("--all-files", "--lint", "--jobs", "3")
+        self.assertEqual("run_clang_tidy build/lint 3 yes", stages["clang-tidy"][-1])
+
+    def test_what_is_wrong_is_refused_in_one_line(self):
+        builds = " ".join(BUILDS)
+        for arguments, reason in [
+                (["--only", "gc"], f"--only gc: it is one of {builds}"),
+                (["-R", "sync", "--only", "gc"], f"--only gc: it is one of {builds}"),
+                (["--only", "gcc clang"], f"--only gcc clang: it is one of {builds}"),
+                (["--only="], f"--only : it is one of {builds}"),
+                (["--abi", "x86"], "--abi x86: it is one of i386 armhf"),
+                (["--jobs", "0"], "--jobs 0: it is a number above 0"),
+                (["--jobs", "many"], "--jobs many: it is a number above 0"),
+                (["--jobs", "-1"], "--jobs -1: it is a number above 0"),
+                (["--only"], "--only needs a value"),
+                (["-R", "sync", "--abi"], "--abi needs a value"),
+                (["--jobs"], "--jobs needs a value"),
+                (["--all-files"], "--all-files goes with --lint"),
+                (["--lint", "--only", "gcc"], "--lint goes with neither --only nor --abi"),
+                (["--lint", "-R", "x"], "--lint runs no tests: -R has no meaning there")]:
+            with self.subTest(arguments):
+                shown = run("--plan", *arguments)
+                self.assertEqual((2, "", f"test: {reason}\n"),
+                                 (shown.returncode, shown.stdout, shown.stderr))
+
+    def test_help(self):
+        for option in ("--help", "-h"):
+            shown = run("-R", "sync", option)
+            self.assertEqual((0, ""), (shown.returncode, shown.stderr))
+            self.assertTrue(shown.stdout.startswith("usage: ./test "))
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,80 @@
+# What `./test --lint` checks besides the compilers. To be sourced; the current folder is the root.
+
+# The folders of our C++ sources.
+source_folders="src platform simulator desk tests"
+
+# Whether every source is formatted as .clang-format says.
+check_format() {
+    # shellcheck disable=SC2086 # a list of words
+    find $source_folders \( -name '*.cpp' -o -name '*.h' \) -exec clang-format --dry-run --Werror {} +
+}
+
+# The sources and headers that differ from the branch main, new ones included.
+changed_files() {
+    if ! lint_base=$(git merge-base HEAD main 2>/dev/null ||
+        git merge-base HEAD origin/main 2>/dev/null); then
+        echo "test: there is no branch main to compare with; --all-files checks all" >&2
+        return 2
+    fi
+    # shellcheck disable=SC2086 # a list of words
+    {
+        git diff --name-only --diff-filter=d "$lint_base" -- $source_folders
+        git ls-files --others --exclude-standard -- $source_folders
+    } | grep -E '\.(cpp|h)$' | sort -u || true
+}
+
+# sources_of FILE...: the sources through which clang-tidy sees these files: a source itself, for a
+# header its namesake, or else one that includes it. Says which header has none.
+sources_of() {
+    for lint_file in "$@"; do
+        case $lint_file in
+        *.cpp)
+            echo "$lint_file"
+            continue
+            ;;
+        esac
+        if [ -f "${lint_file%.h}.cpp" ]; then
+            echo "${lint_file%.h}.cpp"
+            continue
+        fi
+        # shellcheck disable=SC2086 # a list of words
+        lint_source=$(grep -rlE --include='*.cpp' \
+            "#include [\"<]([^\">]*/)?$(basename "$lint_file")[\">]" $source_folders | head -n 1)
+        if [ -n "$lint_source" ]; then
+            echo "$lint_source"
+        else
+            echo "test: no source includes $lint_file: clang-tidy does not see it" >&2
+        fi
+    done | sort -u
+}
+
+# run_clang_tidy BUILD_FOLDER JOBS ALL: clang-tidy over the changed files, or over all when ALL is
+# yes, as they are compiled in a configured build folder. 1 when it finds anything.
+run_clang_tidy() {
+    if [ "$3" = yes ]; then
+        # shellcheck disable=SC2086 # a list of words
+        lint_sources=$(find $source_folders -name '*.cpp' | sort)
+    else
+        lint_changed=$(changed_files) || return 2
+        # shellcheck disable=SC2086 # a list of words
+        lint_sources=$(sources_of $lint_changed)
+    fi
+    # Some sources are compiled for a sanitized build alone.
+    lint_known=
+    for lint_source in $lint_sources; do
+        if grep -qF "\"file\": \"$PWD/$lint_source\"" "$1/compile_commands.json"; then
+            lint_known="$lint_known $lint_source"
+        else
+            echo "$lint_source is not part of the build $1: it is left out"
+        fi
+    done
+    if [ -z "$lint_known" ]; then
+        echo "no source to check"
+        return 0
+    fi
+    # shellcheck disable=SC2086 # a list of words
+    printf '%s\n' $lint_known | xargs -P "$2" -n 1 clang-tidy -p "$1" --quiet \
+        --warnings-as-errors='*' || return 1
+    # shellcheck disable=SC2086 # a list of words
+    echo "$(printf '%s\n' $lint_known | wc -l) sources checked"
+}
