@@ -40,7 +40,7 @@ add_custom_command(
 add_custom_command(
   OUTPUT ${rows_folder}/rows.txt
   COMMAND ${CMAKE_CXX_COMPILER} -std=c++17 -E -P -I${PROJECT_SOURCE_DIR}/src
-    -MD -MF ${rows_folder}/rows.d -MT ${rows_folder}/rows.txt
+    -MD -MF ${rows_folder}/rows.d -MQ ${rows_folder}/rows.txt
     ${rows_source}/print_rows.cpp -o ${rows_folder}/rows.txt
   DEPENDS ${rows_source}/print_rows.cpp
   DEPFILE ${rows_folder}/rows.d
