@@ -52,6 +52,9 @@ public:
     void storeJavaMethod(int method_id, TS_DTVSV_METHODINFO& info) {
         probe().storeJavaMethod(held.get(), method_id, info);
     }
+    void storeJavaField(int id, const TS_DTVSV_FIELDINFO& info) {
+        probe().storeJavaField(held.get(), id, info);
+    }
     jclass getJavaClass(int id) const { return probe().getJavaClass(held.get(), id); }
     jobject getJavaClassObject(int id) const { return probe().getJavaClassObject(held.get(), id); }
     TS_DTVSV_CLASSINFO getJavaClassInfo(int id) const {

@@ -1,7 +1,11 @@
 // The environment table's operations that only the listener's owner calls.
 #include "binding/listener.h"
 
+#include <condition_variable>
 #include <cstdio>
+#include <mutex>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -232,6 +236,114 @@ TEST_F(ListenerEnvironment, DetachFindsTheLastSlot) {
     )");
     threads[0].run([&] { listener.freeJNIEnv(); });
     EXPECT_EQ(log->take().size(), 22U) << "all twenty slots";
+}
+
+/// While slot 0 is free every caller is served through it, also one that owns another slot.
+TEST_F(ListenerEnvironment, FreedSlot0ServesAThreadThatOwnsAnotherSlot) {
+    Listener listener = Listener::made();
+    EventThread first;
+    EventThread second;
+    JNIEnv* first_env = nullptr;
+    JNIEnv* second_env = nullptr;
+    first.run([&] { first_env = listener.getJNIEnv(); });
+    second.run([&] { second_env = listener.getJNIEnv(); });
+    first.run([&] { listener.detachJNIEnv(first_env); });
+    log->clear();
+    Calls asked("GetEnv");
+    Calls attached_again("AttachCurrentThread");
+    second.run([&] { EXPECT_EQ(listener.getJNIEnv(), second_env); });
+    EXPECT_TRACE(log->take(), R"(
+        JNIDtvSvLibListener|128|5|FUNCSTART|getJNIEnv|
+        JNIDtvSvLibListener|512|5|INFO     |getJNIEnv|Got JNIEnv! threadid=<tid> env=<ptr>
+    )");
+    EXPECT_EQ(asked.made(), 1);
+    EXPECT_EQ(attached_again.made(), 0);
+    // It has two slots now; the first is found.
+    second.run([&] { EXPECT_EQ(listener.getJNIEnv(), second_env); });
+    EXPECT_TRACE(log->take(), R"(
+        JNIDtvSvLibListener|128|5|FUNCSTART|getJNIEnv|
+        JNIDtvSvLibListener|512|5|INFO     |getJNIEnv|JNIEnv already got! index=0 threadid=<tid> env=<ptr> 
+    )");
+    EventThread third;
+    third.run([&] { EXPECT_NE(listener.getJNIEnv(), nullptr); });
+    EXPECT_TRACE(log->take(), R"(
+        JNIDtvSvLibListener|128|5|FUNCSTART|getJNIEnv|
+        JNIDtvSvLibListener|512|5|INFO     |getJNIEnv|JNIEnv Attached! index=2 threadid=<tid> env=<ptr>
+    )");
+    // Slot 1, which the bridge attached, goes with its environment; slot 0 was had through GetEnv.
+    second.run([&] { listener.detachJNIEnv(second_env); });
+    log->clear();
+    first.run([&] { EXPECT_NE(listener.getJNIEnv(), nullptr); });
+    EXPECT_TRACE(log->take(), R"(
+        JNIDtvSvLibListener|128|5|FUNCSTART|getJNIEnv|
+        JNIDtvSvLibListener|512|5|INFO     |getJNIEnv|JNIEnv Attached! index=1 threadid=<tid> env=<ptr>
+    )");
+}
+
+/// Twenty threads that end, and one that has lived as long: the table is full for it.
+TEST_F(ListenerEnvironment, SlotOutlivesItsThread) {
+    Listener listener = Listener::made();
+    std::mutex mutex;
+    std::condition_variable changed;
+    int started = 0;
+    bool others_ended = false;
+    JNIEnv* late_env = reinterpret_cast<JNIEnv*>(&mutex);
+    std::thread late([&] {
+        std::unique_lock lock(mutex);
+        ++started;
+        changed.notify_all();
+        changed.wait(lock, [&] { return others_ended; });
+        late_env = listener.getJNIEnv();
+    });
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 20; ++i) {
+        std::unique_lock lock(mutex);
+        const int before = started;
+        threads.emplace_back([&] {
+            std::unique_lock own(mutex);
+            EXPECT_NE(listener.getJNIEnv(), nullptr);
+            ++started;
+            changed.notify_all();
+            // All live at once, so that no two have one identity.
+            changed.wait(own, [&] { return started == 21; });
+            own.unlock();
+            VirtualMachine::instance().vm()->DetachCurrentThread();
+        });
+        changed.wait(lock, [&] { return started > before || started == 21; });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    log->clear();
+    {
+        std::lock_guard lock(mutex);
+        others_ended = true;
+        changed.notify_all();
+    }
+    late.join();
+    EXPECT_EQ(late_env, nullptr);
+    EXPECT_TRACE(log->take(), R"(
+        JNIDtvSvLibListener|128|5|FUNCSTART|getJNIEnv|
+        JNIDtvSvLibListener|256|5|FUNCEND  |getJNIEnv|
+    )");
+}
+
+TEST_F(ListenerEnvironment, AsksTheVmForVersion1_4AndAttachesWithoutArguments) {
+    Listener listener = Listener::made();
+    std::vector<std::string> asked;
+    ObservedJni observed([&asked](const JniCall& call) {
+        std::string text = call.function;
+        for (long long number : call.numbers) {
+            text += " " + std::to_string(number);
+        }
+        asked.push_back(text);
+    });
+    EventThread first;
+    EventThread second;
+    first.run([&] { EXPECT_NE(listener.getJNIEnv(), nullptr); });
+    second.run([&] { EXPECT_NE(listener.getJNIEnv(), nullptr); });
+    EXPECT_EQ(asked, (std::vector<std::string>{"GetEnv 65540", "AttachCurrentThread 0",
+                                               "AttachCurrentThread 0"}));
 }
 
 TEST_F(ListenerEnvironment, DestructionWithoutAnEnvironmentReleasesNothing) {

@@ -27,6 +27,23 @@ constexpr int (Listener::*setJavaMethod)(JNIEnv*, int, int, int, int, const char
                                          const char*) = &Listener::setJavaMethod;
 constexpr void (Listener::*storeJavaMethod)(int, TS_DTVSV_METHODINFO&) = &Listener::setJavaMethod;
 
+/// Names a private member: an explicit instantiation may.
+template <auto Member>
+struct PrivateMember {
+    friend auto fieldRegistry() { return Member; }
+};
+auto fieldRegistry();
+template struct PrivateMember<&Listener::field_info_>;
+
+void storeJavaField(Listener* listener, int field_id, const TS_DTVSV_FIELDINFO& info) {
+    (listener->*fieldRegistry())[field_id] = info;
+}
+
+jfieldID findField(JNIEnv* env, jclass of, const char* name, const char* signature) {
+    const jfieldID found = env->GetFieldID(of, name, signature);
+    return found;
+}
+
 android::sp<Listener> make() {
     return new Listener;
 }
@@ -50,6 +67,8 @@ const BindingProbe& bindingProbe() {
         &Of<setJavaClassOf>::call,
         &Of<setJavaMethod>::call,
         &Of<storeJavaMethod>::call,
+        &storeJavaField,
+        &findField,
         &Of<&Listener::getJavaClass>::call,
         &Of<&Listener::getJavaClassObject>::call,
         &Of<&Listener::getJavaClassInfo>::call,

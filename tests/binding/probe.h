@@ -19,6 +19,10 @@ struct BindingProbe {
     int (*setJavaClassOf)(Self, JNIEnv*, int, jobject);
     int (*setJavaMethod)(Self, JNIEnv*, int, int, int, int, const char*, const char*);
     void (*storeJavaMethod)(Self, int, TS_DTVSV_METHODINFO&);
+    /// Overwrites the entry of the field registry, which the listener itself never does.
+    void (*storeJavaField)(Self, int, const TS_DTVSV_FIELDINFO&);
+    /// A field's id as one that the bridge has looked up.
+    jfieldID (*findField)(JNIEnv*, jclass, const char*, const char*);
     jclass (*getJavaClass)(Self, int);
     jobject (*getJavaClassObject)(Self, int);
     TS_DTVSV_CLASSINFO (*getJavaClassInfo)(Self, int);

@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
 
@@ -33,6 +35,41 @@ protected:
     }
     std::shared_ptr<LogRecorder> log;
 };
+
+/// Offsets in words of the widths that a 32-bit receiver has; elsewhere the order alone is the
+/// same.
+TEST(RegistryEntry, HasItsFieldsInOrder) {
+    const std::vector<size_t> class_fields = {offsetof(TS_DTVSV_CLASSINFO, cls),
+                                              offsetof(TS_DTVSV_CLASSINFO, object),
+                                              offsetof(TS_DTVSV_CLASSINFO, tid)};
+    const std::vector<size_t> method_fields = {
+        offsetof(TS_DTVSV_METHODINFO, class_id),      offsetof(TS_DTVSV_METHODINFO, cls),
+        offsetof(TS_DTVSV_METHODINFO, tid),           offsetof(TS_DTVSV_METHODINFO, method),
+        offsetof(TS_DTVSV_METHODINFO, cached_object), offsetof(TS_DTVSV_METHODINFO, attr_id),
+        offsetof(TS_DTVSV_METHODINFO, type_id)};
+    const std::vector<size_t> field_fields = {offsetof(TS_DTVSV_FIELDINFO, cls),
+                                              offsetof(TS_DTVSV_FIELDINFO, field)};
+    const std::vector<size_t> slot_fields = {offsetof(TS_DTVSV_ENVINFO, env),
+                                             offsetof(TS_DTVSV_ENVINFO, attach),
+                                             offsetof(TS_DTVSV_ENVINFO, tid)};
+    for (const auto* fields : {&class_fields, &method_fields, &field_fields, &slot_fields}) {
+        EXPECT_TRUE(std::is_sorted(fields->begin(), fields->end()));
+    }
+    EXPECT_EQ(class_fields.front(), 0U);
+    EXPECT_EQ(method_fields.front(), 0U);
+    EXPECT_EQ(slot_fields.front(), 0U);
+    const size_t word = sizeof(void*);
+    EXPECT_EQ(field_fields, (std::vector<size_t>{word, 2 * word}));
+    EXPECT_EQ(sizeof(TS_DTVSV_FIELDINFO), 5 * word);
+    EXPECT_EQ(sizeof(TS_DTVSV_CLASSINFO), 3 * word);
+    if (word == 4) {
+        EXPECT_EQ(class_fields, (std::vector<size_t>{0, 4, 8}));
+        EXPECT_EQ(method_fields, (std::vector<size_t>{0, 4, 8, 12, 16, 20, 24}));
+        EXPECT_EQ(slot_fields, (std::vector<size_t>{0, 4, 8}));
+        EXPECT_EQ(sizeof(TS_DTVSV_METHODINFO), 28U);
+        EXPECT_EQ(sizeof(TS_DTVSV_ENVINFO), 12U);
+    }
+}
 
 TEST_F(Registry, HoldsEveryClassOfTheLoad) {
     Listener listener = Listener::loaded();

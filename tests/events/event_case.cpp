@@ -87,6 +87,7 @@ void EventTest::expect(const Case& of, const std::vector<uint8_t>& bytes, int si
                        const std::string& callback, const std::string& lines) {
     int locals_before = StrictJni::liveLocals();
     output->take();
+    LiveAtEnd at_end(*log, of.handler);
     int returned = deliver(of.id, bytes, size);
     // Taken before anything is compared: failures are written to standard output as well.
     std::string written = output->take();
@@ -95,6 +96,7 @@ void EventTest::expect(const Case& of, const std::vector<uint8_t>& bytes, int si
     EXPECT_TRACE(trace, result == 0 ? delivered(of.id, size, of.handler, lines)
                                     : refused(of.id, size, of.handler, lines));
     EXPECT_EQ(written, copiesOfErrors(trace));
+    EXPECT_EQ(at_end.count(), result == 0 ? 0 : -1) << "references are let go before FUNCEND";
     EXPECT_EQ(StrictJni::liveLocals(), locals_before);
     EXPECT_FALSE(env()->ExceptionCheck());
     if (callbacks) {

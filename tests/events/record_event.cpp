@@ -61,7 +61,9 @@ TEST_P(RecordEvents, ReachesJava) {
     Calls frame_ends("PopLocalFrame");
     Calls deleted("DeleteLocalRef");
     StrictJni::resetPeakLocals();
+    LiveAtEnd at_end(*log, event.handler());
     EXPECT_EQ(deliver(event.event_id, record), 0);
+    EXPECT_EQ(at_end.count(), 0) << "references are let go before FUNCEND";
     std::string lines = startOf(size, event.fields);
     for (const Construction& object : event.constructions) {
         lines += "NEW " + object.rows() + "\n";

@@ -40,6 +40,18 @@ std::string refused(int event_id, int size, const std::string& handler, const st
            listenerTrace("recvEventFromServer", "END");
 }
 
+LiveAtEnd::LiveAtEnd(LogRecorder& log, const std::string& function) : observed(log) {
+    observed.onLine([this, function](const TraceLine& line) {
+        if (line.level == "FUNCEND  " && line.function == function) {
+            live = StrictJni::liveLocals();
+        }
+    });
+}
+
+LiveAtEnd::~LiveAtEnd() {
+    observed.onLine(nullptr);
+}
+
 std::string onStandardOutput(const TraceLine& line) {
     char head[160];
     std::snprintf(head, sizeof head, "JNIDtvSvLibListener(%5d):<%-8s>ERROR     [%s():%4d] ",

@@ -21,6 +21,23 @@ std::string delivered(int event_id, int size, const std::string& handler, const 
 std::string refused(int event_id, int size, const std::string& handler = "",
                     const std::string& lines = "");
 
+/// How many local references of the watched library live while it writes a function's FUNCEND line.
+/// One at a time for each log.
+class LiveAtEnd {
+public:
+    LiveAtEnd(LogRecorder& log, const std::string& function);
+    ~LiveAtEnd();
+    LiveAtEnd(const LiveAtEnd&) = delete;
+    LiveAtEnd& operator=(const LiveAtEnd&) = delete;
+
+    /// Of the last such line; -1 when there was none.
+    int count() const { return live; }
+
+private:
+    LogRecorder& observed;
+    int live = -1;
+};
+
 /// What an ERROR line leaves on standard output.
 std::string onStandardOutput(const TraceLine& line);
 

@@ -219,7 +219,15 @@ void LogRecorder::clear() {
 void LogRecorder::write(const dtv::LogLine& line) {
     TraceLine parsed = parseTrace(line);
     std::lock_guard lock(mutex);
+    if (observer) {
+        observer(parsed);
+    }
     lines.push_back(std::move(parsed));
+}
+
+void LogRecorder::onLine(std::function<void(const TraceLine&)> of_each) {
+    std::lock_guard lock(mutex);
+    observer = std::move(of_each);
 }
 
 testing::AssertionResult traceIs(const char* lines_text, const char*,

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <pthread.h>
 
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -47,9 +48,13 @@ public:
     std::vector<TraceLine> takeOf(const std::string& function);
     void clear();
 
+    /// Also hands each line to `observer`, on the thread that writes it and while it writes.
+    void onLine(std::function<void(const TraceLine&)> of_each);
+
     void write(const dtv::LogLine& line) override;
 
 private:
+    std::function<void(const TraceLine&)> observer;
     std::mutex mutex;
     std::vector<TraceLine> lines;
 };

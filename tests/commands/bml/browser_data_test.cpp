@@ -290,4 +290,19 @@ TEST_F(BrowserData, AGetterThatThrowsEndsTheCommand) {
     EXPECT_LINES("dtvSvLibBMLReadNvramReply", "START |hdl = 3");
 }
 
+/// Mode 0, which copies back and frees: a VM that gave a copy has nothing left to do afterwards.
+TEST_F(BrowserData, ElementsAreReleasedWithModeZero) {
+    std::vector<std::vector<long long>> released;
+    ObservedJni observed([&released](const JniCall& call) {
+        if (std::string(call.function) == "ReleaseByteArrayElements") {
+            released.push_back(call.numbers);
+        }
+    });
+    EXPECT_EQ(run("BMLReadNvramReply", {3, nvram(0, "ts", newBytes({1, 2, 3}))}), "OK");
+    EXPECT_EQ(released, (std::vector<std::vector<long long>>{{0}}));
+    EXPECT_EQ(run("BMLReadNvramReply", {3, nvram(0, "ts", newBytes(std::vector<int>(65)))}),
+              "PARAM_NG");
+    EXPECT_EQ(released, (std::vector<std::vector<long long>>{{0}, {0}}));
+}
+
 } // namespace

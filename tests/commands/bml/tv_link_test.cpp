@@ -226,4 +226,16 @@ TEST_F(TvLink, NoMemoryForAnArrayOrAText) {
     }
 }
 
+TEST_F(TvLink, AffiliationIsReleasedWithModeZero) {
+    std::vector<std::vector<long long>> released;
+    ObservedJni observed([&released](const JniCall& call) {
+        if (std::string(call.function) == "ReleaseByteArrayElements") {
+            released.push_back(call.numbers);
+        }
+    });
+    EXPECT_EQ(run("BMLStartTvLinkReq", {3, 4, usual()}), "OK");
+    EXPECT_EQ(run("BMLStartTvLinkReq", {3, 4, withAffiliation(std::vector<int>(7))}), "PARAM_NG");
+    EXPECT_EQ(released, (std::vector<std::vector<long long>>{{0}, {0}}));
+}
+
 } // namespace
