@@ -22,7 +22,7 @@ struct TS_DTVSV_CLASSINFO {
 struct TS_DTVSV_METHODINFO {
     int class_id;
     jclass cls;    ///< the class registry's reference when the method was resolved
-    pthread_t tid; ///< who resolved it, later who last constructed through it
+    pthread_t tid; ///< the thread that resolved it, later the one that last constructed
     jmethodID method;
     jobject cached_object; ///< what was last constructed: a local reference of that call
     int attr_id;
@@ -46,8 +46,8 @@ struct TS_DTVSV_ENVINFO {
 };
 
 /// Unless said otherwise, operations that answer int answer 0 for success and 1 for failure, take
-/// the calling thread's environment, and leave no Java exception pending that they did not meet.
-/// None of them checks an id: ids come from the class and method tables.
+/// the calling thread's environment, and leave no Java exception pending but one that was pending
+/// before. None of them checks an id: ids come from the class and method tables.
 class JNIDtvSvLibListener : public DtvSvLibListener {
 public:
     JNIDtvSvLibListener();
@@ -108,10 +108,10 @@ public:
     /// A Java string of a zero-terminated text in UTF-8, modified or standard; a byte that is
     /// neither becomes U+FFFD. Empty when `text` is null. Null when it cannot be made.
     jstring OrgNewStringUTF(JNIEnv* env, const char* text);
-    /// Copies a string's modified UTF-8 into a field of `size` bytes: zero-filled behind a shorter
+    /// Copies a string's modified UTF-8 into a field of `size` bytes: zero-filled after a shorter
     /// text, cut without terminator when the text fills the field. All zero for a null string.
     void convJStringToChar(JNIEnv* env, jstring string, char* buffer, int size);
-    /// Copies a string's UTF-16 units into a field of `size` bytes, zero-filled behind a shorter
+    /// Copies a string's UTF-16 units into a field of `size` bytes, zero-filled after a shorter
     /// one.
     void convJStringToUTF16(JNIEnv* env, jstring string, char* buffer, int size);
 
@@ -141,9 +141,9 @@ private:
     /// Whether the VM is there and knows the calling thread.
     bool vmServesThread() const;
 
-    /// A method entry as it is kept. Event threads and Java threads construct through one row at
-    /// the same time, each storing what it made: the two words that they store are atomic, without
-    /// an order, and of a size that the processor writes at once.
+    /// A method entry as it is stored. Event threads and Java threads construct through one row at
+    /// the same time, and each stores the object that it made and its own id. These two words are
+    /// atomic, without any ordering and without a lock.
     struct MethodEntry {
         int class_id = 0;
         jclass cls = nullptr;

@@ -1,7 +1,8 @@
 // The table of JNI environments, one for each native thread that delivers events.
 //
-// It is read and written without a lock, for events come from few threads. Two new threads that
-// come at the same moment may take the same slot; the receiver's service does not do that.
+// It is read and written without a lock. Two new threads that arrive at the same moment may take
+// the same slot, so libDtv delivers the first event of each thread while no other event is
+// delivered.
 #include "binding/JNIDtvSvLibListener.h"
 
 #include "entry/trace.h"

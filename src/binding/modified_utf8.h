@@ -43,7 +43,7 @@ inline uint32_t supplementaryCodePoint(const unsigned char* text) {
     return code_point >= 0x10000 && code_point <= 0x10ffff ? code_point : 0;
 }
 
-/// Whether a zero-terminated text is modified UTF-8 as it stands.
+/// Whether a zero-terminated text is modified UTF-8 already.
 inline bool isWellFormed(const char* text) {
     const auto* in = reinterpret_cast<const unsigned char*>(text);
     while (*in != 0) {

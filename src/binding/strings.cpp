@@ -17,7 +17,7 @@ jstring JNIDtvSvLibListener::OrgNewString(JNIEnv* env, const char* text, int len
         const jchar none = 0;
         string = env->NewString(&none, 0);
     } else if (length > 0) {
-        // The text lies in a record, where nothing is aligned: the VM gets a copy that is.
+        // The text is in a record, where nothing is aligned: the VM gets a copy that is.
         const size_t units = static_cast<size_t>(length);
         if (auto* const copy = static_cast<jchar*>(std::malloc(units * sizeof(jchar)))) {
             std::memcpy(copy, text, units * sizeof(jchar));

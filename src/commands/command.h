@@ -1,4 +1,4 @@
-// One command's way: from the native method that Java called to the object that it answers.
+// How a command is sent: from the native method that Java called to the object that it returns.
 //
 //     FUNCSTART -> arguments are read and checked -> record -> SEND lines -> send() -> answer
 //
@@ -115,11 +115,11 @@ public:
 /// What refuse() is given: writes one line.
 #define REFUSAL_LINE(call, ...) [&] { TRACE_NATIVE(trace::kDebug, (call).function(), __VA_ARGS__); }
 
-/// Writes the SEND line of a command of nothing but its session handle.
+/// Writes the SEND line of a command that carries its session handle alone.
 using TraceHandle = void (*)(const char* function, int handle);
 #define HANDLE_LINE(text)                                                                          \
     [](const char* function, int handle) { TRACE_NATIVE(trace::kDebug, function, text, handle); }
 
-/// The whole way of a command of nothing but its session handle.
+/// Sends a command that carries its session handle alone, and returns what the native answers.
 jobject sendHandle(JNIEnv* env, const char* function, const CommandRowOf<TS_HANDLE_REQ>& row,
                    jint session, TraceHandle trace_send = HANDLE_LINE("SEND, dtvsv_handle = %d"));

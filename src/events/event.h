@@ -1,4 +1,4 @@
-// One event's way: from the service's record to the callback of BGCallBack.
+// How an event is delivered: from the service's record to the callback of BGCallBack.
 //
 //     FUNCSTART -> Event, its fields in the trace -> size -> Java objects -> callback
 //
@@ -63,7 +63,7 @@ void traceFailedString(const char* handler);
 
 /// The record of an event as its handler sees it: the bytes that were sent, zero for those that
 /// were not. Nothing after `size` is touched; a negative size is that of an empty record. A record
-/// that arrived whole is read where it lies.
+/// that arrived whole is read in place.
 template <class Record>
 class RecordView {
     static_assert(std::is_trivially_copyable_v<Record> && alignof(Record) == 1);
@@ -216,7 +216,7 @@ struct EventTraits;
 #define EVENT(id, name, record, handler, java_class) REPLY(id, name, record, java_class)
 #include "records/message_table.def"
 
-/// An event that has arrived: its record, and what becomes of it.
+/// An event that has arrived: its record, its Java objects and its delivery.
 template <int EventId>
 class Event : public EventBuilder {
     using Traits = EventTraits<EventId>;

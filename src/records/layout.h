@@ -22,4 +22,4 @@ static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "records lie in memory 
 /// States where a field of a record begins, in bytes from the record's start.
 #define DTV_FIELD_AT(record, field, offset)                                                        \
     DTV_DESCRIBE_FIELD(record, field)                                                              \
-    static_assert(offsetof(record, field) == (offset), #record "." #field " lies at " #offset)
+    static_assert(offsetof(record, field) == (offset), #record "." #field " is at " #offset)
