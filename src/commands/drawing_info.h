@@ -6,7 +6,7 @@
 #pragma once
 
 #include "commands/argument.h"
-#include "records/drawing_info.h"
+#include "records/drawing_info_records.h"
 
 #include <DtvSvLibListener.h>
 

@@ -15,15 +15,24 @@ constexpr jint kEventFrame = 128;
 /// Delivers a reply of a handle and a result. Both are read whatever the size says: every message
 /// buffer holds as many bytes.
 template <int EventId>
-int deliverReply(JNIDtvSvLibListener& listener, JNIEnv* env, const void* data) {
+int handleReply(JNIDtvSvLibListener& listener, JNIEnv* env, const void* data) {
     using Traits = EventTraits<EventId>;
     using Record = typename Traits::Record;
     constexpr TE_DTVSV_METHODID kConstructor = kConstructorOf<Traits::kClass>;
     static_assert(signature::takes<jint, jint>(kMethodTable[kConstructor].signature),
                   "a reply's class takes a handle and a result");
+    if (data == nullptr) {
+        return 1;
+    }
     const RecordView<Record> reply(data, static_cast<int>(sizeof(Record)));
     return listener.dtvsv_msgid_lib_common_reply(env, reply->handle, reply->result, kConstructor,
                                                  Traits::kCallback);
+}
+
+/// Hands a record to its handler.
+template <auto Handler>
+int handleRecord(JNIDtvSvLibListener& listener, JNIEnv* env, void* data, int size) {
+    return data == nullptr ? 1 : (listener.*Handler)(env, data, size);
 }
 
 /// One bad callback must not spoil the thread for the events that follow.
@@ -60,13 +69,14 @@ int JNIDtvSvLibListener::DoListenerEvent(JNIEnv* env, int id, void* data, int si
     TRACE_LISTENER(kFuncStart, __func__, "");
     int ret = 1;
     switch (id) {
-#define REPLY(reply_id, name, record, java_class)                                                  \
-    case reply_id:                                                                                 \
-        ret = data != nullptr ? deliverReply<reply_id>(*this, env, data) : 1;                      \
+#define REPLY(event_id, name, record, java_class)                                                  \
+    case event_id:                                                                                 \
+        ret = handleReply<event_id>(*this, env, data);                                             \
         break;
 #define EVENT(event_id, name, record, handler, java_class)                                         \
     case event_id:                                                                                 \
-        ret = data != nullptr ? dtvsv_msgid_lib_##handler(env, data, size) : 1;                    \
+        ret =                                                                                      \
+            handleRecord<&JNIDtvSvLibListener::dtvsv_msgid_lib_##handler>(*this, env, data, size); \
         break;
 #include "records/message_table.def"
     default:

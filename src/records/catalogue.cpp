@@ -45,7 +45,7 @@ bool describeField(const char* name, size_t offset) {
     Field field{name,
                 offset,
                 whole ? sizeof(Type) : sizeof(Element),
-                whole ? 1 : sizeof(Type) / sizeof(Element),
+                whole || !std::is_array_v<Type> ? 1 : std::extent_v<Type>,
                 kind,
                 nullptr};
     if constexpr (std::is_class_v<Element>) {

@@ -2,7 +2,7 @@
 // session. Reserved bytes are sent as zero. Texts end at their first zero byte or with their field.
 #pragma once
 
-#include "records/drawing_info.h"
+#include "records/drawing_info_records.h"
 #include "records/layout.h"
 
 #pragma pack(push, 1)
