@@ -1,6 +1,6 @@
 #include "script/script_reader.h"
 
-#include "messages/command_table.h"
+#include "messages/command_replies.h"
 #include "records/catalogue.h"
 #include "script/json_reader.h"
 #include "script/patch_reader.h"
@@ -101,7 +101,7 @@ private:
         const Message* command = message(value, "command", catalogue::commands());
         rule.command_id = command != nullptr ? command->id : 0;
         // Null also for a synchronous command, which is always answered by a whole number.
-        const CommandRow* row = findCommand(rule.command_id);
+        const CommandReply* row = findReply(rule.command_id);
         const bool one_byte = row != nullptr && row->form == ReplyForm::kTvLink;
         rule.which = occurrence(value);
         rule.delay = delay(value);
