@@ -36,6 +36,12 @@ bool hasItsRecord(const dtv::Command& command) {
            static_cast<size_t>(command.size) == message->record->size;
 }
 
+/// Whether the service carries out the command of this row, which may be null.
+bool isKnown(const CommandReply* row) {
+    return row != nullptr &&
+           (row->command_id == command_id::kCreate || findHandler(row->command_id) != nullptr);
+}
+
 /// A new session, whose handle the reply names.
 Answer create(Service& service, const TS_CREATE_REQ& wanted, Session*& session) {
     session = service.open();
@@ -54,7 +60,7 @@ bool hasScriptedResult(const CommandRule* rule) {
 }
 
 /// Carries a command out, unless the script has another result for it.
-Answer handle(Service& service, Session* session, const CommandRow& row,
+Answer handle(Service& service, Session* session, const CommandReply& row,
               const dtv::Command& command, const CommandRule* rule) {
     if (hasScriptedResult(rule)) {
         Answer answer;
@@ -68,7 +74,7 @@ Answer handle(Service& service, Session* session, const CommandRow& row,
 }
 
 /// Closes the session whose release was carried out.
-void closeIfReleased(Service& service, Session* session, const CommandRow& row,
+void closeIfReleased(Service& service, Session* session, const CommandReply& row,
                      const CommandRule* rule) {
     if (session != nullptr && row.command_id == command_id::kRelease && !hasScriptedResult(rule)) {
         service.close(*session);
@@ -98,8 +104,8 @@ Simulator::~Simulator() {
 
 int Simulator::onCommand(const dtv::Command& command) {
     const std::lock_guard<std::mutex> lock(service_.mutex());
-    const CommandRow* row = findCommand(command.message_id);
-    if (row == nullptr || !hasItsRecord(command)) {
+    const CommandReply* row = findReply(command.message_id);
+    if (!isKnown(row) || !hasItsRecord(command)) {
         return kNotTaken;
     }
     const ScriptRun::Arrival arrival = scripted_.arrive(command.message_id);
@@ -114,7 +120,7 @@ int Simulator::onCommand(const dtv::Command& command) {
 }
 
 /// Takes a command about the session with this handle; without one it opens a session and names it.
-int Simulator::take(const CommandRow& row, const dtv::Command& command, const CommandRule* rule,
+int Simulator::take(const CommandReply& row, const dtv::Command& command, const CommandRule* rule,
                     std::optional<uint16_t>& session_handle) {
     if (scripted_.stopped()) {
         return *scripted_.stopped();
@@ -138,7 +144,7 @@ int Simulator::take(const CommandRow& row, const dtv::Command& command, const Co
     const std::chrono::milliseconds delay = rule != nullptr ? rule->delay : kNoDelay;
     service_.reply(
         session, kMessage + answer.duration + delay,
-        [this, event = row.reply_event,
+        [this, event = row.event_id,
          record = replyRecord(row.form, session_handle.value_or(0), answer.reply)] {
             service_.sendBytes(event, record.data(), record.size());
         },
@@ -149,8 +155,8 @@ int Simulator::take(const CommandRow& row, const dtv::Command& command, const Co
 
 int Simulator::onExchange(const dtv::Command& command, const dtv::Reply& reply) {
     std::unique_lock<std::mutex> lock(service_.mutex());
-    const CommandRow* row = findSynchronousCommand(command.message_id);
-    if (row == nullptr || !hasItsRecord(command) || reply.data == nullptr) {
+    const CommandReply* row = findSynchronousReply(command.message_id);
+    if (!isKnown(row) || !hasItsRecord(command) || reply.data == nullptr) {
         return kNotTaken;
     }
     const uint16_t session_handle = handleOf(command);

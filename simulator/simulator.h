@@ -3,7 +3,7 @@
 #pragma once
 
 #include "dtv/exchange.h"
-#include "messages/command_table.h"
+#include "messages/command_replies.h"
 #include "script/script.h"
 #include "scripted_service.h"
 #include "service/service.h"
@@ -41,7 +41,7 @@ public:
     uint32_t arrivals(int command_id);
 
 private:
-    int take(const CommandRow& row, const dtv::Command& command, const CommandRule* rule,
+    int take(const CommandReply& row, const dtv::Command& command, const CommandRule* rule,
              std::optional<uint16_t>& handle);
     void pass(std::chrono::milliseconds delay);
 

@@ -1,7 +1,7 @@
 // The records that reply to commands.
 #pragma once
 
-#include "messages/command_table.h"
+#include "messages/command_replies.h"
 
 #include <cstdint>
 #include <vector>

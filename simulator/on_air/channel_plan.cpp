@@ -31,7 +31,7 @@ std::string countryOf(const std::filesystem::path& table) {
     return name.substr(0, std::min(name.find('-'), name.size()));
 }
 
-/// The entry's frequency in Hz; nothing when it is no entry for an ISDB-T receiver.
+/// The entry's frequency in Hz; empty when it is no entry for an ISDB-T receiver.
 std::optional<uint32_t> frequencyOf(dvb_entry& entry) {
     uint32_t system = 0;
     uint32_t frequency = 0;
@@ -148,7 +148,7 @@ std::optional<ChannelPlan> readChannelTable(const std::string& path, std::string
         error = path + ": " + std::strerror(errno);
         return std::nullopt;
     }
-    // The library takes a folder for an empty table.
+    // The library reads a folder as an empty table.
     if (std::error_code ignored; std::filesystem::is_directory(path, ignored)) {
         error = path + ": " + std::strerror(EISDIR);
         return std::nullopt;

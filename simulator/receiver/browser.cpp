@@ -15,10 +15,10 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr milliseconds kLoading{200};  ///< from a document's start to its first request
-constexpr milliseconds kThinking{100}; ///< from an answer to the next request
-constexpr milliseconds kSaving{50};    ///< to write a picture
-constexpr uint8_t kEndedWell = 0;      ///< the end type of an answer
+constexpr milliseconds kLoading{200};     ///< from a document's start to its first request
+constexpr milliseconds kThinking{100};    ///< from an answer to the next request
+constexpr milliseconds kSaving{50};       ///< to write a picture
+constexpr uint8_t kEndedWithoutError = 0; ///< the end type of an answer
 constexpr uint8_t kDocumentIcon = 1;
 constexpr uint8_t kMayBeShown = 1;
 
@@ -29,8 +29,8 @@ void notifyState(Service& service, const Session& session) {
     service.send(event_id::kBmlStatusNotify, status);
 }
 
-/// Asks for the next thing after a while, unless an answer is awaited or all was asked for.
-void askNext(Service& service, Session& session, milliseconds delay) {
+/// Sends the next request after `delay`, unless an answer is awaited or all were sent.
+void sendNextRequest(Service& service, Session& session, milliseconds delay) {
     service.later(session, delay, [&service, document = session.browser.document](Session& now) {
         Browser& browser = now.browser;
         if (browser.document != document || browser.running != Running::kOn ||
@@ -54,10 +54,10 @@ void show(Service& service, Session& session) {
     icon.icon_type = kDocumentIcon;
     icon.disp_permit = kMayBeShown;
     service.send(event_id::kBmlDispIconNotify, icon);
-    askNext(service, session, kLoading);
+    sendNextRequest(service, session, kLoading);
 }
 
-/// What is done after the reply: a document is shown, unless another one was shown or ended since.
+/// The step after the reply: it shows the document, unless one was shown or ended since.
 std::function<void(Session&)> showing(Service& service, const Session& session) {
     return [&service, document = session.browser.document](Session& now) {
         if (now.browser.document == document && now.browser.running == Running::kOn) {
@@ -73,14 +73,14 @@ NvramContents contentsOf(const TS_READ_NVRAM_REPLY_REQ& reply) {
     return contents;
 }
 
-/// Takes the answer to what was asked for last, if that was `request`.
+/// Takes the answer to `request`, if that was the last request sent.
 Answer answerTo(BrowserRequest request, Service& service, Session& session) {
     Browser& browser = session.browser;
     if (!browser.awaits_answer || browser.next_request != static_cast<size_t>(request) + 1) {
         return answerWith(kNotNow);
     }
     browser.awaits_answer = false;
-    askNext(service, session, kThinking);
+    sendNextRequest(service, session, kThinking);
     return {};
 }
 
@@ -116,7 +116,7 @@ Answer controlBrowser(Service& service, Session& session, const Request& request
     }
     answer.then = [&service](Session& now) {
         notifyState(service, now);
-        askNext(service, now, kThinking);
+        sendNextRequest(service, now, kThinking);
     };
     return answer;
 }
@@ -178,7 +178,8 @@ Answer answerAuth(Service& service, Session& session, const Request& request) {
 
 Answer answerWriteNvram(Service& service, Session& session, const Request& request) {
     Answer answer = answerTo(BrowserRequest::kWriteNvram, service, session);
-    if (answer.reply.result == kDone && request.as<TS_ONE_VALUE_REQ>().value == kEndedWell) {
+    if (answer.reply.result == kDone &&
+        request.as<TS_ONE_VALUE_REQ>().value == kEndedWithoutError) {
         service.nvram().write(documentBlock(), documentMemory());
     }
     return answer;
@@ -187,7 +188,7 @@ Answer answerWriteNvram(Service& service, Session& session, const Request& reque
 Answer answerReadNvram(Service& service, Session& session, const Request& request) {
     const auto& reply = request.as<TS_READ_NVRAM_REPLY_REQ>();
     const std::optional<NvramContents> written = service.nvram().read(documentBlock());
-    if (reply.bml_end_type == kEndedWell && written && !(contentsOf(reply) == *written)) {
+    if (reply.bml_end_type == kEndedWithoutError && written && !(contentsOf(reply) == *written)) {
         return answerWith(kNoSuchThing);
     }
     return answerTo(BrowserRequest::kReadNvram, service, session);
@@ -251,7 +252,7 @@ void endBrowser(Service& service, Session& session) {
     }
     if (browser.awaits_answer &&
         browser.next_request == static_cast<size_t>(BrowserRequest::kFep) + 1) {
-        // Nobody will read what is being entered.
+        // The text that is being entered is not needed any more.
         TS_HANDLE_NOTIFY end{};
         end.handle = session.handle;
         service.send(event_id::kBmlEndFepNotify, end);

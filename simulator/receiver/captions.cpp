@@ -11,7 +11,7 @@ namespace simulator {
 namespace {
 
 constexpr uint8_t kLastLanguage = 8;
-constexpr uint8_t kLanguages = 1; ///< that the programmes here carry
+constexpr uint8_t kLanguages = 1; ///< of every programme here
 
 void notifyState(Service& service, const Session& session) {
     TS_CHANGE_STATUS_NOTIFY status{};

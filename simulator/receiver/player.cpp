@@ -46,7 +46,7 @@ milliseconds lengthOf(const Session& session) {
     return session.playback.length;
 }
 
-/// Where the playback is now, between the ends of the recording.
+/// The position of the playback now, between the ends of the recording.
 milliseconds positionNow(const Service& service, const Session& session) {
     const Playback& playback = session.playback;
     const std::chrono::duration<double, std::milli> moved =
@@ -109,13 +109,13 @@ void notifyDamage(Service& service, const Session& session) {
     service.send(event_id::kPlayErrorNotify, notify);
 }
 
-/// How long the playback takes for a part of the recording.
+/// The time that the playback takes for a part of the recording.
 milliseconds timeFor(const Playback& playback, milliseconds part) {
     return milliseconds(static_cast<int64_t>(
         std::ceil(static_cast<double>(part.count()) / std::abs(playback.speed))));
 }
 
-/// Schedules what happens to the playback by itself: the damage that it reaches, and its end.
+/// Schedules the notifications of the damage and of the end that the playback will reach.
 void scheduleEnds(Service& service, Session& session) {
     const Playback& playback = session.playback;
     const auto unchanged = [generation = session.generation,

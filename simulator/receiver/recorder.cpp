@@ -17,10 +17,10 @@ using std::chrono::milliseconds;
 using std::chrono::seconds;
 
 constexpr seconds kPeriod{1};
-constexpr milliseconds kClosing{80};     ///< to write the end of a recording
-constexpr seconds kSecondsOfRoom{36000}; ///< that fit on an empty medium
+constexpr milliseconds kClosing{80};    ///< to write the end of a recording
+constexpr seconds kMediumLength{36000}; ///< the recordings that fit on an empty medium
 
-/// What rec_status says.
+/// The values of rec_status.
 enum RecordingStatus : uint32_t {
     kStopped = 0,
     kRecording = 1,
@@ -42,8 +42,8 @@ void notifyProgress(Service& service, Session& session, uint64_t number) {
     auto notify = stationRecord<TS_REC_INFO_NOTIFY>(session.handle, *session.station);
     notify.rec_time = static_cast<uint32_t>(passed.count());
     // Percent of the medium that is left.
-    const auto left = std::max(kSecondsOfRoom - passed, seconds{0});
-    notify.rec_cap = static_cast<uint8_t>(left.count() * 100 / kSecondsOfRoom.count());
+    const auto left = std::max(kMediumLength - passed, seconds{0});
+    notify.rec_cap = static_cast<uint8_t>(left.count() * 100 / kMediumLength.count());
     service.send(event_id::kRecInfoNotify, notify);
     service.later(session, kPeriod,
                   [&service, number](Session& now) { notifyProgress(service, now, number); });

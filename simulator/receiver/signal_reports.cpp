@@ -24,7 +24,7 @@ void reportSignal(Service& service, Session& session, uint64_t generation, uint3
     Signal signal = signalAt(session.station->physical_channel, seconds);
     signal.cn += service.random(kFlicker);
     if (!signal.good && session.recording && !session.recording->damaged_at) {
-        // Behind the very beginning, where a playback from there comes past it.
+        // Never at 0, which a playback from the beginning would not pass.
         session.recording->damaged_at =
             std::max(service.now() - session.recording->begun, std::chrono::milliseconds{1});
     }
@@ -58,7 +58,7 @@ void reportSignal(Service& service, Session& session, uint64_t generation, uint3
 } // namespace
 
 void beginSignalReports(Service& service, Session& session) {
-    // Nothing was received before: a good signal is news.
+    // Nothing was received before, so that a good signal is a change.
     service.later(session, std::chrono::milliseconds{10},
                   [&service, generation = session.generation](Session& now) {
                       reportSignal(service, now, generation, 0, false);

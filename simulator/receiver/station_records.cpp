@@ -17,7 +17,7 @@ uint16_t networkId(const Station& station) {
     return static_cast<uint16_t>(kFirstNetworkId + station.physical_channel);
 }
 
-/// Service ids hold the network's, the kind of service (3: partial reception) and a number.
+/// A service id holds the network id, the kind of service (3: partial reception) and a number.
 uint16_t serviceId(const Station& station, size_t number) {
     return static_cast<uint16_t>((networkId(station) & 0x7FFU) << 5U | 3U << 3U | number);
 }

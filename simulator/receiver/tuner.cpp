@@ -16,9 +16,9 @@ namespace {
 using std::chrono::milliseconds;
 
 constexpr int kChannels = kLastChannel - kFirstChannel + 1;
-constexpr milliseconds kLookAtChannel{8}; ///< a scan's or search's time for one channel
-constexpr milliseconds kLock{120};        ///< from a selection to a picture
-constexpr milliseconds kUnlock{20};       ///< from the end of reception to a free tuner
+constexpr milliseconds kTryChannel{8}; ///< the time of a scan or search for one channel
+constexpr milliseconds kLock{120};     ///< from a selection to a picture
+constexpr milliseconds kUnlock{20};    ///< from the end of reception to a free tuner
 
 /// The direction of a search.
 enum Operation : uint8_t {
@@ -44,7 +44,7 @@ void scanChannel(Service& service, Session& session, uint64_t generation, int ch
     if (station != nullptr) {
         service.send(event_id::kServiceInfoNotify, serviceInfo(session.handle, *station));
     }
-    service.later(session, kLookAtChannel, [&service, generation, channel, found](Session& now) {
+    service.later(session, kTryChannel, [&service, generation, channel, found](Session& now) {
         scanChannel(service, now, generation, channel + 1, found);
     });
 }
@@ -69,7 +69,7 @@ void searchChannel(Service& service, Session& session, uint64_t generation, int 
     service.send(event_id::kStartSearchChannelNotify, looking);
 
     const Station* station = service.plan().find(channel, 0);
-    service.later(session, kLookAtChannel,
+    service.later(session, kTryChannel,
                   [&service, generation, channel, step, looked_at, station](Session& now) {
                       if (station == nullptr || now.generation != generation) {
                           searchChannel(service, now, generation, channel, step, looked_at + 1);

@@ -26,7 +26,7 @@ std::optional<Part> partOf(std::string_view text) {
         return Part{text};
     }
     const std::string_view digits = text.substr(bracket + 1);
-    // Three digits are more than any array has elements. Each has one index only: no zeros before.
+    // No array has more than three digits of elements. An index has no zeros before it.
     if (digits.size() < 2 || digits.size() > 4 || digits.back() != ']' ||
         (digits.front() == '0' && digits.size() > 2) ||
         !std::all_of(digits.begin(), digits.end() - 1,

@@ -23,7 +23,7 @@ struct Place {
 std::optional<Place> locate(const catalogue::Record& record, std::string_view path,
                             std::string& error);
 
-/// The bytes of a number in a field, little-endian. Empty when the field is none of numbers or the
+/// The bytes of a number in a field, little-endian. Empty when the field holds no number or the
 /// number does not fit in it; `error` says so.
 std::vector<uint8_t> numberBytes(const Place& place, int64_t value, std::string& error);
 
@@ -31,7 +31,7 @@ std::vector<uint8_t> numberBytes(const Place& place, int64_t value, std::string&
 /// their hexadecimal digits. Empty when it does not fit or is not well formed; `error` says so.
 std::vector<uint8_t> textBytes(const Place& place, std::string_view text, std::string& error);
 
-/// Bytes from hexadecimal digits, which may be parted by blanks; empty optional when they are none.
+/// Bytes from hexadecimal digits, with or without blanks between them; no value when they are none.
 std::optional<std::vector<uint8_t>> hexBytes(std::string_view digits);
 
 } // namespace simulator

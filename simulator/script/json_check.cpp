@@ -20,7 +20,7 @@ size_t lengthOfCharacter(std::string_view text) {
     if (first < 0xC2 || first > 0xF4) {
         return 0;
     }
-    // What is too long for its character, a half of a pair, or beyond the last character.
+    // Overlong forms, surrogates, and numbers beyond the last character are invalid.
     const unsigned lowest = first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
     const unsigned highest = first == 0xED ? 0x9F : first == 0xF4 ? 0x8F : 0xBF;
     if (byte(1) < lowest || byte(1) > highest) {
@@ -73,7 +73,7 @@ bool isNumber(std::string_view text) {
     return text.empty();
 }
 
-/// The length of what might be a number or a name.
+/// The length of the number or name that the text begins with, right or wrong.
 size_t lengthOfWord(std::string_view text) {
     const auto end = std::find_if(text.begin(), text.end(), [](char character) {
         const char lower = static_cast<char>(character | 0x20);
@@ -131,7 +131,7 @@ JsonViolation firstViolation(std::string_view text) {
             if (word.empty()) {
                 break;
             }
-            const bool name = word.front() >= 'A'; // that is for the library to know
+            const bool name = word.front() >= 'A'; // the library checks names
             if (!name && !isNumber(word)) {
                 return {at, "this is no number of JSON"};
             }

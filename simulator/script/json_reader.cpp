@@ -79,7 +79,7 @@ JsonReader::JsonReader(std::string path, std::string text)
     : path_(std::move(path)), text_(withoutByteOrderMark(std::move(text))), order_(kNowhere) {}
 
 bool JsonReader::parse(Json::Value& root) {
-    // The JSON library takes a zero byte for the end, and does not look at how characters are made.
+    // The JSON library takes a zero byte for the end, and does not check UTF-8.
     const size_t zero = text_.find('\0');
     if (zero != kNowhere) {
         return refuse(zero, "a zero byte has no place in JSON");

@@ -12,7 +12,7 @@
 
 namespace simulator {
 
-/// A text in quotation marks as it may stand in an error: short, on one line.
+/// A text in quotation marks for an error message: shortened, on one line.
 std::string quoted(std::string_view text);
 
 /// The bytes of a file; empty when it cannot be read or has more than 1048576 of them, and `reason`
@@ -40,7 +40,7 @@ public:
     /// Whether the value is an object of these members and no other.
     bool object(const Json::Value& value, std::initializer_list<std::string_view> members);
 
-    // Members of an object. One that is there and is not as it should be is a mistake.
+    // Members of an object. A member of the wrong type or value is a mistake.
 
     /// Gives each element of a list to `take`; does nothing when there is no list.
     template <class Take>

@@ -1,4 +1,4 @@
-// Reads the parts of a script that say what a record holds: "fields", "bytes" and "size".
+// Reads the parts of a script that set the contents of a record: "fields", "bytes" and "size".
 #pragma once
 
 #include "records/catalogue.h"
@@ -12,7 +12,7 @@
 
 namespace simulator {
 
-/// Notes each mistake in the JsonReader. The values that it gives are of use when there is none.
+/// Reports each mistake to the JsonReader. Its results are complete only when there is none.
 class PatchReader {
 public:
     explicit PatchReader(JsonReader& json) : json_(json) {}

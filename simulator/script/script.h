@@ -11,7 +11,7 @@
 
 namespace simulator {
 
-/// Which of the messages with one number a rule applies to: the nth, counted from 1, or each.
+/// Which of the messages with the same id a rule applies to: the nth, counted from 1, or every one.
 struct Occurrence {
     std::optional<uint32_t> nth;
     bool fits(uint32_t number) const { return !nth || *nth == number; }
@@ -24,14 +24,15 @@ struct CommandRule {
     std::chrono::milliseconds delay{0}; ///< in addition to the time that the service takes
     std::optional<int32_t> result;      ///< answered with this instead of being carried out
     std::optional<int32_t> send_result; ///< not taken: what the sender gets; never 0
-    /// False: taken, and that is all. A synchronous command, which has to end, is not taken.
+    /// False: taken, but neither carried out nor answered. A synchronous command, which has to end,
+    /// is not taken.
     bool answer = true;
 };
 
-/// When something happens: at a time of the service's clock, or after a command.
+/// The moment of something: a time of the service's clock, or a time after a command.
 struct Occasion {
     std::optional<std::chrono::milliseconds> at;
-    int command_id = 0; ///< when there is no time
+    int command_id = 0; ///< when `at` is empty
     Occurrence which;
     std::chrono::milliseconds delay{0}; ///< after the command
 };
@@ -61,7 +62,7 @@ struct StopRule {
     int32_t send_result = 0; ///< what a sender gets from then on; one that waits never gets 0
 };
 
-/// The first rule that fits a message counts.
+/// Of the rules for a message the first that fits applies.
 struct Script {
     std::vector<CommandRule> commands;
     std::vector<EventRule> events;

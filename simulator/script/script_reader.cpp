@@ -1,6 +1,6 @@
 #include "script/script_reader.h"
 
-#include "messages/command_table.h"
+#include "messages/command_replies.h"
 #include "records/catalogue.h"
 #include "script/json_reader.h"
 #include "script/patch_reader.h"
@@ -22,7 +22,7 @@ constexpr int64_t kLowestInt = std::numeric_limits<int32_t>::min();
 constexpr int64_t kHighestInt = std::numeric_limits<int32_t>::max();
 constexpr int64_t kHighestUnsigned = std::numeric_limits<uint32_t>::max();
 
-/// Reads the parts of a script. What it gives is of use when there was no mistake.
+/// Reads the parts of a script. Its results are complete only when there is no mistake.
 class ScriptReader {
 public:
     explicit ScriptReader(JsonReader& json) : json_(json), patches_(json) {}
@@ -100,8 +100,8 @@ private:
         }
         const Message* command = message(value, "command", catalogue::commands());
         rule.command_id = command != nullptr ? command->id : 0;
-        // Null also for a synchronous command, which is always answered by a whole number.
-        const CommandRow* row = findCommand(rule.command_id);
+        // Null also for a synchronous command, whose reply always has a result of 32 bits.
+        const CommandReply* row = findReply(rule.command_id);
         const bool one_byte = row != nullptr && row->form == ReplyForm::kTvLink;
         rule.which = occurrence(value);
         rule.delay = delay(value);
@@ -128,7 +128,7 @@ private:
         return rule;
     }
 
-    /// The command of an occasion is named by the member `after`.
+    /// Reads an occasion; the member `after` names its command.
     Occasion occasion(const Json::Value& value, const char* after) {
         Occasion when;
         const std::optional<int64_t> at = json_.number(value, "at_ms", 0, kLongestDelay);
@@ -160,7 +160,7 @@ private:
         }
         rule.when = occasion(value, "after");
         const Message* known = nullptr;
-        if (value["event"].isNumeric()) { // also one that nobody knows
+        if (value["event"].isNumeric()) { // also an unknown one
             const std::optional<int64_t> id = json_.number(value, "event", 0, kHighestUnsigned);
             rule.event_id = static_cast<int>(id.value_or(0));
             known = eventOf(rule.event_id);

@@ -69,8 +69,8 @@ void Service::sendBytes(int event_id, const void* record, size_t size) {
 
 void Service::sendUnfiltered(int event_id, std::vector<uint8_t> record) {
     auto deliver = [event_id, record = std::move(record)] {
-        // An empty record is not a null record. When there is no listener the event is lost: the
-        // service does not mind.
+        // An empty record is not a null record. Without a listener the event is
+        // lost.
         static constexpr uint8_t kEmpty = 0;
         dtv::postEvent(event_id, record.empty() ? &kEmpty : record.data(),
                        static_cast<int>(record.size()));

@@ -25,7 +25,7 @@ Timeline::Clock::time_point Timeline::moment() const {
 
 std::chrono::milliseconds Timeline::now() const {
     const std::chrono::duration<double, std::milli> passed = moment() - begun_;
-    // To the nearest one: a scale that is no power of two leaves a little less than it should.
+    // Rounded: with a scale that is no power of two the quotient is a little too small.
     return std::chrono::milliseconds(std::llround(passed.count() / scale_));
 }
 

@@ -1,7 +1,7 @@
 #include "desk_client.h"
 
 #include "handlers.h"
-#include "messages/command_table.h"
+#include "messages/command_replies.h"
 #include "records/catalogue.h"
 #include "records/programme_records.h"
 #include "records/status_records.h"
@@ -53,7 +53,7 @@ TEST_F(PresentationTest, AnswersEveryCommand) {
     std::set<int> without_event;
     for (int command = command_id::kCreate + 1; command <= command_id::kMovePausePosition;
          ++command) {
-        const CommandRow* row = findCommand(command);
+        const CommandReply* row = findReply(command);
         if (command == 0x10000008) {
             EXPECT_EQ(nullptr, row);
             continue;
@@ -64,7 +64,7 @@ TEST_F(PresentationTest, AnswersEveryCommand) {
         if (row->form == ReplyForm::kNone) {
             without_event.insert(command);
         } else {
-            EXPECT_LE(event_id::kReleaseReply, row->reply_event) << std::hex << command;
+            EXPECT_LE(event_id::kReleaseReply, row->event_id) << std::hex << command;
         }
     }
     // The answers to the browser's requests, and keys.
@@ -73,8 +73,8 @@ TEST_F(PresentationTest, AnswersEveryCommand) {
     EXPECT_EQ(command_id::kBMLEnrolTvlinkReply, *without_event.rbegin());
     for (int exchange = command_id::kRelease_Sync; exchange <= command_id::kTerminatePlay_Sync;
          ++exchange) {
-        EXPECT_NE(nullptr, findSynchronousCommand(exchange)) << std::hex << exchange;
-        EXPECT_EQ(nullptr, findCommand(exchange)) << std::hex << exchange;
+        EXPECT_NE(nullptr, findSynchronousReply(exchange)) << std::hex << exchange;
+        EXPECT_EQ(nullptr, findReply(exchange)) << std::hex << exchange;
     }
 }
 
