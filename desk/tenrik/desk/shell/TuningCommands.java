@@ -69,8 +69,8 @@ final class TuningCommands {
                     || event instanceof BG_EV_DTVSV_TERMINATE_SCAN_NOTIFY))) {
                 looked = 0;
                 remote.send(() -> remote.service().DtvSvLib_StartScan(handle));
-                while (!isEnd(events.next())) {
-                    // isEnd shows the progress.
+                while (!process(events.next())) {
+                    // The progress is shown.
                 }
             } finally {
                 remote.output().leaveProgress();
@@ -80,7 +80,8 @@ final class TuningCommands {
             show(remote, stations);
         }
 
-        private boolean isEnd(Record event) throws DeskException {
+        /** Shows what an event of the scan reports. True at the scan's end. */
+        private boolean process(Record event) throws DeskException {
             if (event instanceof BG_EV_DTVSV_START_SCAN_REPLY reply) {
                 RemoteControl.checkAnswer(reply.result());
                 channels = reply.channnel_num();
