@@ -1,4 +1,4 @@
-// The natives of tenrik.desk.core.Simulator: they put the simulator behind libDtv.
+// The natives of tenrik.desk.core.Simulator: they connect the simulator to libDtv.
 #include "records/catalogue.h"
 #include "script/script_reader.h"
 #include "simulator.h"
@@ -41,7 +41,7 @@ std::string textOf(JNIEnv* env, jstring string) {
 /// A Wednesday evening in São Paulo, when a run that is to be repeated takes place.
 constexpr std::time_t kRepeatedEvening = 1775080800;
 
-/// The service behind libDtv; null before it is started.
+/// The service that is connected to libDtv; null before it is started.
 std::shared_ptr<simulator::Simulator>& service() {
     static auto& instance = *new std::shared_ptr<simulator::Simulator>;
     return instance;
@@ -97,11 +97,9 @@ jobjectArray commandNames(JNIEnv* env) {
 
 extern "C" {
 
-JNIEXPORT jintArray JNICALL Java_tenrik_desk_core_Simulator_startNative(JNIEnv* env, jclass,
-                                                                   jstring table, jstring guide,
-                                                                   jstring script, jdouble speed,
-                                                                   jboolean stepped, jint seed,
-                                                                   jboolean repeated) {
+JNIEXPORT jintArray JNICALL Java_tenrik_desk_core_Simulator_startNative(
+    JNIEnv* env, jclass, jstring table, jstring guide, jstring script, jdouble speed,
+    jboolean stepped, jint seed, jboolean repeated) {
     std::string error;
     std::optional<simulator::Options> options =
         readOptions(textOf(env, table), textOf(env, guide), textOf(env, script), error);
@@ -163,7 +161,7 @@ JNIEXPORT jint JNICALL Java_tenrik_desk_core_Simulator_newSurface(JNIEnv*, jclas
 }
 
 JNIEXPORT void JNICALL Java_tenrik_desk_core_Simulator_redirectStandardOutput(JNIEnv* env, jclass,
-                                                                     jstring path) {
+                                                                              jstring path) {
     const std::string name = textOf(env, path);
     std::FILE* file = std::fopen(name.c_str(), "ae");
     if (file == nullptr) {

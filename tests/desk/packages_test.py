@@ -1,4 +1,4 @@
-"""The packages of the desk's program: which may use which, by what the compiled classes use."""
+"""The packages of the desk's program: which may use which, by the compiled classes and the imports."""
 import collections
 import re
 import subprocess
@@ -18,8 +18,9 @@ MAY_USE = {
 }
 COMMAND_LINE = f"{TOP}.Main"
 COMMANDS = {f"{TOP}.evening", f"{TOP}.shell"}
-# A line of jdeps: a class, and one that it uses.
-USE = re.compile(r"^ *(tenrik\.desk\.\S+) +-> (tenrik\.desk\.\S+)", re.MULTILINE)
+IMPORT = re.compile(r"^import (?:static )?(tenrik\.desk(?:\.[a-z]\w*)*\.[A-Z]\w*)", re.MULTILINE)
+# A line of jdeps: a class, and one that it uses. The classes that an annotation names are left out.
+USE = re.compile(r"^ *(tenrik\.desk\.\S+) +-> (\S+)", re.MULTILINE)
 
 
 def package(name):
@@ -33,16 +34,22 @@ class Packages(unittest.TestCase):
             ["jdeps", "-verbose:class", "-filter:none", "--ignore-missing-deps", "--multi-release",
              "base", BUILD / "java/desk.jar"],
             capture_output=True, text=True, timeout=120, check=True).stdout
-        cls.uses = {(user.partition("$")[0], used.partition("$")[0])
-                    for user, used in USE.findall(shown)}
+        uses = {(user.partition("$")[0], used.partition("$")[0])
+                for user, used in USE.findall(shown)}
+        cls.classes = {user for user, _ in uses}
+        cls.sources = {".".join(source.relative_to(ROOT / "desk").with_suffix("").parts): source
+                       for source in (ROOT / "desk/tenrik").rglob("*.java")}
+        uses |= {(name, used) for name, source in cls.sources.items()
+                 for used in IMPORT.findall(source.read_text(encoding="utf-8"))}
+        cls.uses = {(user, used) for user, used in uses if used in cls.classes}
 
     def test_every_class_is_looked_at(self):
-        sources = {".".join(source.relative_to(ROOT / "desk").with_suffix("").parts)
-                   for source in (ROOT / "desk/tenrik").rglob("*.java")}
-        self.assertGreater(len(sources), 50)
-        self.assertEqual(set(MAY_USE), {package(name) for name in sources})
-        # A class that neither uses another nor is used would be no part of the program.
-        self.assertEqual(set(), sources - {name for use in self.uses for name in use})
+        self.assertGreater(len(self.sources), 50)
+        self.assertEqual(set(MAY_USE), {package(name) for name in self.sources})
+        self.assertEqual(set(self.sources), self.classes)
+        # The command line names its commands in an annotation alone.
+        self.assertLessEqual({(COMMAND_LINE, f"{TOP}.evening.EveningCommand"),
+                              (COMMAND_LINE, f"{TOP}.shell.ShellCommand")}, self.uses)
 
     def test_no_package_uses_one_above_it(self):
         wrong = [f"{user} -> {used}" for user, used in sorted(self.uses)

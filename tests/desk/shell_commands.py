@@ -79,18 +79,18 @@ class Commands(Terminal):
         self.start()
         self.do("create", "< session 1")
         self.do("select 32", "< receiving")
-        self.do("requests", "nothing is asked for")
+        self.do("requests", "there is no request")
         self.do_all("data on", "< on",
                     "? [1] asks for permission: PERMISSION_REQ[permit_type=1, task_id=101]")
         self.do("requests", "[1] permission: PERMISSION_REQ[permit_type=1, task_id=101]")
-        self.do("answer mail", "! nothing of that is asked for")
+        self.do("answer mail", "! there is no such request")
         self.do_all("answer permission", "< permission answered", "? [1] asks for auth: ")
         self.do_all("answer --refuse", "< auth refused", "? [1] asks for write_nvram: ")
         self.do_all("answer auto on", *("< " + kind + " answered" for kind in (
             "write_nvram", "read_nvram", "start_fep", "mail", "phonebook", "call", "schedule",
             "browser", "save_picture", "start_tvlink", "enrol_tvlink")))
         self.do("answer auto off")
-        self.do("requests", "nothing is asked for")
+        self.do("requests", "there is no request")
         self.do("data key blue", "< sent")
         self.do("data key BLUE release", "< sent")
         self.do("data suspend --sync", "< suspended")
@@ -108,7 +108,7 @@ class Commands(Terminal):
         self.do("record start", "! the service answered with result 1, not now")
         self.do("select 32", "< receiving")
         self.do("record start card", "< recording")
-        self.do("record discard --sync", "< thrown away")
+        self.do("record discard --sync", "< discarded")
         self.do("record start", "< recording")
         self.do("stop", "! the service answered with result 1, not now")
         # Long enough to be still under way at any speed below.
@@ -138,7 +138,7 @@ class Commands(Terminal):
         self.do("send --list", "Create(int start_type, int max_delay_time)",
                 "SelectChannel(int handle, BROADCAST_INFO broadcast_info)",
                 "TerminateRec_Sync(int handle, TERMINATE_REC_REQ terminate_rec)")
-        self.do("send Release .", '! handle: there is no session that "." could stand for')
+        self.do("send Release .", '! handle: there is no current session for "."')
         self.do_all("send DtvSvLib_Create 0x0 100", "Create returned DTVSVLIB_RESULT_OK",
                     "* [1] CREATE_REPLY[result=0]")
         self.do('send SelectChannel . {"physical_channel": 63}',

@@ -132,6 +132,9 @@ class Editing(Terminal):
         self.do("display", "! display: Missing required subcommand")
         self.do("stop --now", "! stop: Unknown option: '--now'")
         self.do("trace", "! trace: Missing required parameter")
+        self.do("wait -1", "! not a time: -1.0")
+        self.do("wait nan", "! wait: Invalid value")
+        self.do("wait Infinity", "! not a time: Infinity")
         self.leave()
 
     def test_help(self):

@@ -75,7 +75,7 @@ public final class ChannelTables {
         return Math.min(whole, place);
     }
 
-    /** Letters without accents and case; of the rest only the hyphens, which divide a table's name. */
+    /** Letters without accents and case, and the hyphens that divide a table's name. */
     private static String plain(String text) {
         return Normalizer.normalize(text, Normalizer.Form.NFD)
                 .toLowerCase(Locale.ROOT)

@@ -128,6 +128,7 @@ public final class EventQueue {
     }
 
     private long now() {
-        return pace.isStepped() ? Simulator.now() : TimeUnit.NANOSECONDS.toMillis(System.nanoTime());
+        return pace.isStepped() ? Simulator.now()
+                : TimeUnit.NANOSECONDS.toMillis(System.nanoTime());
     }
 }

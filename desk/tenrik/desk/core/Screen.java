@@ -85,7 +85,7 @@ public final class Screen {
      *
      * @param done how much is done; more than {@code total} is shown as complete
      * @param total how much there is, more than 0
-     * @param text what stands after the bar
+     * @param text what is shown after the bar
      */
     public void progress(int done, int total, String text) {
         if (!terminal && done < total) {

@@ -15,8 +15,8 @@ public final class StandardStreams {
     /** Standard output. Once a write has failed, {@link #outputFailure} says why. */
     public static final PrintStream OUT = new PrintStream(OUTPUT, true, StandardCharsets.UTF_8);
     /** Standard error. */
-    public static final PrintStream ERRORS = new PrintStream(new Descriptor(FileDescriptor.err), true,
-            StandardCharsets.UTF_8);
+    public static final PrintStream ERRORS = new PrintStream(
+            new Descriptor(FileDescriptor.err), true, StandardCharsets.UTF_8);
 
     private StandardStreams() {}
 

@@ -94,8 +94,8 @@ final class CheckedCommands {
     /** Checks that the result of a reply is 0. */
     private <T extends Record> T accepted(String what, T reply) throws DeskException {
         if (ServiceResult.of(reply) != ServiceResult.DONE) {
-            throw new DeskException(what + ": the service answered with result " + ServiceResult.of(reply)
-                    + ".");
+            throw new DeskException(what + ": the service answered with result "
+                    + ServiceResult.of(reply) + ".");
         }
         summary.replied();
         return reply;
@@ -180,7 +180,8 @@ final class CheckedCommands {
             throw new DeskException(what + ": the command was not taken (" + taken + ").");
         }
         T answer = await(what, reply, any -> true, other -> {});
-        checkRefusal(what, ServiceResult.text(ServiceResult.of(answer)), ServiceResult.text(wanted));
+        checkRefusal(what, ServiceResult.text(ServiceResult.of(answer)),
+                ServiceResult.text(wanted));
     }
 
     /** Calls a synchronous native that the service has to refuse. */

@@ -20,35 +20,36 @@ import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_RESULT;
 import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_BML_START_INFO;
 import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_KEY_CODE_NOTIFY;
 
-/** A page of data broadcasting, all that it asks for, and a link into it from elsewhere. */
+/** A document of data broadcasting with all its requests, and a link into data broadcasting. */
 final class DataBroadcast {
     private static final int OFF = 0;
     private static final int NETWORK = 1620;
     private static final int SERVICE = 51864;
 
     private final EveningContext context;
-    private final RequestAnswerer application;
+    private final RequestAnswerer answerer;
 
     DataBroadcast(EveningContext context) {
         this.context = context;
-        this.application = new RequestAnswerer(context.service(), context.screen());
+        this.answerer = new RequestAnswerer(context.service(), context.screen());
     }
 
     void run() throws DeskException, InterruptedException {
         context.screen().title("Data broadcasting");
         context.commands().expectRefused("Answer a mail that was not asked for",
-                () -> context.service().DtvSvLib_BMLMailReply(context.session(), 0), EveningContext.NOT_SENT);
+                () -> context.service().DtvSvLib_BMLMailReply(context.session(), 0),
+                EveningContext.NOT_SENT);
         page();
         textInputLeftOpen();
         links();
     }
 
     private void page() throws DeskException, InterruptedException {
-        String what = "Turn the data on, and answer all that the page asks for";
+        String what = "Turn the data on, and answer all requests of the page";
         control(what, BG_TE_DTVSVLIB_CONTROL_TYPE.ON);
         for (int request = 0; request < RequestAnswerer.REQUESTS; request++) {
-            application.answer(context.commands().await(what, Record.class, RequestAnswerer::isRequest,
-                    this::show));
+            answerer.answer(context.commands().await(what, Record.class,
+                    RequestAnswerer::isRequest, this::show));
         }
         context.commands().send("Press the blue button", () ->
                 context.service().DtvSvLib_BMLKeyEventNotify(context.session(),
@@ -56,24 +57,24 @@ final class DataBroadcast {
                                 BG_TE_DTVSVLIB_KEY_EVENT_TYPE.PRESS, 0, 0)));
         context.askSync("Suspend the page, and wait for the answer", "suspended",
                 () -> context.service().DtvSvLib_ControlBML_Sync(context.session(),
-                        EnumConstants.number(BG_TE_DTVSVLIB_CONTROL_TYPE.SUSPEND), context.planes().data())
-                        .return_value());
+                        EnumConstants.number(BG_TE_DTVSVLIB_CONTROL_TYPE.SUSPEND),
+                        context.planes().data()).return_value());
         control("Resume it", BG_TE_DTVSVLIB_CONTROL_TYPE.RESUME);
     }
 
-    /** The page from its beginning; it goes while it still waits for a text. */
+    /** Restarts the document, and turns it off while it waits for a text. */
     private void textInputLeftOpen() throws DeskException, InterruptedException {
         String what = "Start the browser again";
         ask(what, () -> context.service().DtvSvLib_BMLRebootBrowserReq(context.session()),
                 BG_EV_DTVSV_BML_REBOOT_BROWSER_REPLY.class);
         while (true) {
-            Record request = context.commands().await(what, Record.class, RequestAnswerer::isRequest,
-                    this::show);
+            Record request = context.commands().await(what, Record.class,
+                    RequestAnswerer::isRequest, this::show);
             if (request instanceof BG_EV_DTVSV_BML_START_FEP_REQ) {
-                context.screen().reported("a text is wanted; nobody enters it");
+                context.screen().reported("a text is requested; it is not entered");
                 break;
             }
-            application.answer(request);
+            answerer.answer(request);
         }
         String off = "Turn the data off";
         control(off, BG_TE_DTVSVLIB_CONTROL_TYPE.OFF);
@@ -91,7 +92,8 @@ final class DataBroadcast {
         context.screen().answered("left");
         startLink();
         context.askSync("Leave it, and wait for the answer", "left",
-                () -> context.service().DtvSvLib_BMLEndTvLink_Sync(context.session()).return_value());
+                () -> context.service().DtvSvLib_BMLEndTvLink_Sync(context.session())
+                        .return_value());
         status("Leave the link", OFF);
     }
 
@@ -107,8 +109,9 @@ final class DataBroadcast {
 
     private void control(String what, BG_TE_DTVSVLIB_CONTROL_TYPE type)
             throws DeskException, InterruptedException {
-        ask(what, () -> context.service().DtvSvLib_ControlBML(context.session(), EnumConstants.number(type),
-                context.planes().data()), BG_EV_DTVSV_CONTROL_BML_REPLY.class);
+        ask(what, () -> context.service().DtvSvLib_ControlBML(context.session(),
+                        EnumConstants.number(type), context.planes().data()),
+                BG_EV_DTVSV_CONTROL_BML_REPLY.class);
     }
 
     private void status(String what, int wanted) throws DeskException, InterruptedException {

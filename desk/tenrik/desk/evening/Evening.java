@@ -13,7 +13,7 @@ import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_GET_TUNER_LOG_STATUS
 import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_RELEASE_REPLY;
 import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_SELECT_CHANNEL_REPLY;
 
-/** An evening with the receiver, from the first session to the release of the last. */
+/** The evening, from the creation of the first session to the release of the last. */
 final class Evening {
     private static final int SESSION_START = 0;
     private static final int MAX_DELAY = 100; // milliseconds
@@ -29,15 +29,16 @@ final class Evening {
     }
 
     /**
-     * Plays it.
+     * Plays the evening.
      *
-     * @return whether there was a station to watch; without one most of it cannot be shown
-     * @throws DeskException when something is not answered as it should be
+     * @return whether a station was found; without one most parts are left out
+     * @throws DeskException when a command is not answered as expected
      */
     boolean play() throws DeskException, InterruptedException {
         screen.title("Switching on");
         int session = create("Create a session");
-        EveningContext context = new EveningContext(service, commands, screen, session, Planes.create());
+        EveningContext context = new EveningContext(service, commands, screen, session,
+                Planes.create());
         List<Station> stations = new Tuning(context).run();
         if (stations.isEmpty()) {
             screen.reported("Nothing is on the air there, so there is nothing to watch.");
@@ -55,17 +56,17 @@ final class Evening {
 
     private void watch(EveningContext context, List<Station> stations)
             throws DeskException, InterruptedException {
-        Reception watching = new Reception(context, stations);
-        watching.run();
+        Reception reception = new Reception(context, stations);
+        reception.run();
         new Presentation(context).run();
         new DataBroadcast(context).run();
         int program = new Recorder(context).record();
-        watching.stop();
+        reception.stop();
         new Playback(context, program).run();
         twoSessions(context, stations);
     }
 
-    /** Another session beside the first: each receives a station of its own. */
+    /** Opens a second session: each receives a station of its own. */
     private void twoSessions(EveningContext context, List<Station> stations)
             throws DeskException, InterruptedException {
         screen.title("Two sessions at once");
@@ -79,14 +80,15 @@ final class Evening {
                 Station.firstServiceOf(one.channel())));
         commands.send(there, () -> service.DtvSvLib_SelectChannel(second,
                 Station.firstServiceOf(other.channel())));
-        received(here, first);
-        received(there, second);
+        checkReceived(here, first);
+        checkReceived(there, second);
         commands.ask("Release the second session", () -> service.DtvSvLib_Release(second),
                 BG_EV_DTVSV_RELEASE_REPLY.class);
         screen.answered("released");
     }
 
-    private void received(String what, int session) throws DeskException, InterruptedException {
+    private void checkReceived(String what, int session)
+            throws DeskException, InterruptedException {
         BG_EV_DTVSV_SELECT_CHANNEL_REPLY reply = commands.reply(what,
                 BG_EV_DTVSV_SELECT_CHANNEL_REPLY.class, answer -> answer.handle() == session);
         screen.answered("session " + session + " receives channel " + reply.physical_channel());

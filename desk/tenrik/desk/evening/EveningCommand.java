@@ -21,8 +21,8 @@ import tenrik.desk.core.Simulator;
 import tenrik.desk.core.StandardStreams;
 
 /**
- * Plays an evening of television and says what it comes to. Exit status 0 when everything was
- * answered as it should be, 1 when not, 2 when it could not start.
+ * Plays an evening of television and shows a summary. Exit status 0 when everything was answered as
+ * it should be, 1 when not, 2 when it could not start.
  */
 @Command(name = "evening", versionProvider = ProgramVersion.class)
 public final class EveningCommand implements Callable<Integer> {
@@ -31,7 +31,7 @@ public final class EveningCommand implements Callable<Integer> {
 
     @Option(names = "--live", arity = "0..1", fallbackValue = "1", paramLabel = "SPEED",
             converter = PaceConverter.class,
-            description = "Time passes by itself, so many times as fast as in life.")
+            description = "Time passes by itself, SPEED times as fast as in life.")
     private Pace pace = Pace.STEPPED;
 
     @Option(names = "--quiet", description = "Shows the closing table alone.")
@@ -55,7 +55,7 @@ public final class EveningCommand implements Callable<Integer> {
             boolean complete = play(desk, screen, summary);
             Summary.Result result = summary.result(Simulator.calls(), desk.events().received(),
                     complete, options.city(), options.seed(), Simulator.now() / 1e3);
-            close(result);
+            showSummary(result);
             return result.ok() ? ExitStatus.OK : ExitStatus.FAILED;
         } catch (DeskException failure) {
             StandardStreams.ERRORS.println("run: " + failure.getMessage());
@@ -84,7 +84,7 @@ public final class EveningCommand implements Callable<Integer> {
                 + ".");
     }
 
-    private void close(Summary.Result result) {
+    private void showSummary(Summary.Result result) {
         if (json) {
             StandardStreams.OUT.println(result.json());
         } else {

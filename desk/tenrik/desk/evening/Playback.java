@@ -24,9 +24,9 @@ import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_SPECIAL_PLAY;
 import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_START_PLAY;
 
 /**
- * The playback of a recording, in all ways there are; nothing is received meanwhile. With a fast
- * clock it may reach its end before the program has asked for all of them: then it stays there,
- * paused, and the service refuses what needs a playback that runs.
+ * The playback of a recording, with all its commands; nothing is received meanwhile. With a fast
+ * clock it may reach its end before all commands were sent: then it stays there, paused, and the
+ * service refuses commands that need a running playback.
  */
 final class Playback {
     private static final int FORWARD = 0;
@@ -44,7 +44,7 @@ final class Playback {
         this.program = program;
     }
 
-    /** Plays the recording to its end, and opens it again. */
+    /** Plays the recording to its end, and starts it a second time. */
     void run() throws DeskException, InterruptedException {
         context.screen().title("Playback");
         context.commands().expectRefusedByService("Play programme " + NO_PROGRAMME,
@@ -52,31 +52,32 @@ final class Playback {
                 BG_EV_DTVSV_START_PLAY_REPLY.class, ServiceResult.NO_SUCH_THING);
         ask("Play programme " + program, () -> start(program, BG_TE_DTVSVLIB_ONOFF.OFF),
                 BG_EV_DTVSV_START_PLAY_REPLY.class);
-        toTheEnd();
+        playToTheEnd();
         ask("Stop playing", () -> context.service().DtvSvLib_TerminatePlay(context.session()),
                 BG_EV_DTVSV_TERMINATE_PLAY_REPLY.class);
         if (!damageSeen && context.commands().isLive()) {
-            toTheDamage();
+            playToTheDamage();
         }
         ask("Play it again, paused", () -> start(program, BG_TE_DTVSVLIB_ONOFF.ON),
                 BG_EV_DTVSV_START_PLAY_REPLY.class);
         context.askSync("Stop playing, and wait for the answer", "stopped",
-                () -> context.service().DtvSvLib_TerminatePlay_Sync(context.session()).return_value());
+                () -> context.service().DtvSvLib_TerminatePlay_Sync(context.session())
+                        .return_value());
     }
 
-    private void toTheEnd() throws DeskException, InterruptedException {
+    private void playToTheEnd() throws DeskException, InterruptedException {
         showStatus();
         speed(2);
         showStatus();
         askInTime("Pause", () -> context.service().DtvSvLib_PausePlay(context.session()),
                 BG_EV_DTVSV_PAUSE_PLAY_REPLY.class);
-        ask("Go on by one picture",
+        ask("Step forward by one picture",
                 () -> context.service().DtvSvLib_FrameSlidePlay(context.session(), FORWARD),
                 BG_EV_DTVSV_FRAME_SLIDE_PLAY_REPLY.class);
-        ask("Move on while paused",
+        ask("Move forward while paused",
                 () -> context.service().DtvSvLib_MovePausePosition(context.session(), FORWARD),
                 BG_EV_DTVSV_MOVE_PAUSE_POSITION_REPLY.class);
-        ask("Play on", () -> context.service().DtvSvLib_ReStartPlay(context.session()),
+        ask("Resume playing", () -> context.service().DtvSvLib_ReStartPlay(context.session()),
                 BG_EV_DTVSV_RESTART_PLAY_REPLY.class);
         ask("Skip 2 seconds", () -> context.service().DtvSvLib_SkipPlay(context.session(),
                         new BG_TS_DTVSVLIB_SKIP_PLAY(BG_TE_DTVSVLIB_PLAY_DIRECTION.FORWARD, 2)),
@@ -92,8 +93,8 @@ final class Playback {
         context.screen().answered("the end is reached");
     }
 
-    /** A command may have moved the playback past the damaged place; so once more, without one. */
-    private void toTheDamage() throws DeskException, InterruptedException {
+    /** A command may have moved the playback past the damaged place: plays without commands. */
+    private void playToTheDamage() throws DeskException, InterruptedException {
         String what = "Play it again, to the damaged place";
         ask(what, () -> start(program, BG_TE_DTVSVLIB_ONOFF.OFF),
                 BG_EV_DTVSV_START_PLAY_REPLY.class);
@@ -106,9 +107,9 @@ final class Playback {
     }
 
     private BG_TE_DTVSVLIB_RESULT start(int number, BG_TE_DTVSVLIB_ONOFF pause) {
-        return context.service().DtvSvLib_StartPlay(context.session(), new BG_TS_DTVSVLIB_START_PLAY(
-                BG_TE_DTVSVLIB_RECORDING_MEDIUM.INTERNAL, number, BG_TE_DTVSVLIB_ONOFF.OFF, 1,
-                pause));
+        return context.service().DtvSvLib_StartPlay(context.session(),
+                new BG_TS_DTVSVLIB_START_PLAY(BG_TE_DTVSVLIB_RECORDING_MEDIUM.INTERNAL, number,
+                        BG_TE_DTVSVLIB_ONOFF.OFF, 1, pause));
     }
 
     private void speed(int times) throws DeskException, InterruptedException {
@@ -118,7 +119,7 @@ final class Playback {
                                 times, 1)), BG_EV_DTVSV_CHANGE_PLAY_SPEED_REPLY.class);
     }
 
-    /** Waits for the next word on how far the playback is. */
+    /** Waits for the next status of the playback and shows it. */
     private void showStatus() throws DeskException, InterruptedException {
         show(context.commands().await("Play", BG_EV_DTVSV_PLAY_STATUS_NOTIFY.class, any -> true,
                 this::show));
@@ -127,8 +128,8 @@ final class Playback {
     private void show(Record event) {
         note(event);
         if (event instanceof BG_EV_DTVSV_PLAY_STATUS_NOTIFY notice) {
-            context.screen().reported("at " + notice.play_status_info().current_time() + " s, status "
-                    + notice.play_status_info().status());
+            context.screen().reported("at " + notice.play_status_info().current_time()
+                    + " s, status " + notice.play_status_info().status());
         } else if (event instanceof BG_EV_DTVSV_PLAY_ERROR_NOTIFY notice) {
             context.screen().reported("a damaged place, error " + notice.play_error());
         }

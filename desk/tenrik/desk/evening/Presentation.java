@@ -34,7 +34,7 @@ import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_SET_TUNER_LOG_REPLY;
 import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_CONTROL_TYPE;
 import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_RESULT;
 
-/** How a station that is received is shown and heard: planes, captions, sound, signal. */
+/** The presentation of the station that is received: planes, captions, sound, signal. */
 final class Presentation {
     private static final int OFF = 0;
     private static final int ON = 1;
@@ -83,11 +83,11 @@ final class Presentation {
         context.askSync("Decode the picture again, and wait for the answer", "decoding",
                 () -> context.service().DtvSvLib_ControlDecodeScreen_Sync(context.session(), ON)
                         .return_value());
-        ask("Give the plane of the data back",
+        ask("Release the plane of the data",
                 () -> context.service().DtvSvLib_ReleaseDisplay(context.session(), DATA_PLANE),
                 BG_EV_DTVSV_RELEASE_DISPLAY_REPLY.class);
         context.screen().answered("released");
-        context.commands().expectRefusedByService("Give the plane of the data back once more",
+        context.commands().expectRefusedByService("Release the plane of the data once more",
                 () -> context.service().DtvSvLib_ReleaseDisplay(context.session(), DATA_PLANE),
                 BG_EV_DTVSV_RELEASE_DISPLAY_REPLY.class, ServiceResult.NOT_NOW);
     }
@@ -121,8 +121,8 @@ final class Presentation {
     private void captions(String what, BG_TE_DTVSVLIB_CONTROL_TYPE type)
             throws DeskException, InterruptedException {
         ask(what, () -> control(type), BG_EV_DTVSV_CONTROL_CAP_REPLY.class);
-        int status = context.commands().await(what, BG_EV_DTVSV_CAP_STATUS_NOTIFY.class, any -> true,
-                other -> {}).change_status();
+        int status = context.commands().await(what, BG_EV_DTVSV_CAP_STATUS_NOTIFY.class,
+                any -> true, other -> {}).change_status();
         context.screen().answered("status " + status);
     }
 
@@ -134,16 +134,16 @@ final class Presentation {
         context.commands().await(component, BG_EV_DTVSV_SELECT_AUDIO_COMPONENT_NOTIFY.class,
                 any -> true, other -> {});
         context.screen().answered("switched");
-        String dualMono = "Hear its sub channel";
+        String dualMono = "Switch to its sub channel";
         ask(dualMono, () -> context.service().DtvSvLib_ChangeSoundDualMono(context.session(), 1),
                 BG_EV_DTVSV_CHANGE_SOUND_DUALMONO_REPLY.class);
         context.commands().await(dualMono, BG_EV_DTVSV_CHANGE_AUDIO_MAIN_SUB_NOTIFY.class,
                 any -> true, other -> {});
         context.screen().answered("heard");
-        ask("Hold picture and sound back by 40 ms",
+        ask("Delay picture and sound by 40 ms",
                 () -> context.service().DtvSvLib_SetSoundVideoDelay(context.session(), 40, 40),
                 BG_EV_DTVSV_SET_SOUND_VIDEO_DELAY_REPLY.class);
-        context.commands().expectRefused("Hold the picture back by 101 ms of 100",
+        context.commands().expectRefused("Delay the picture by 101 ms of 100",
                 () -> context.service().DtvSvLib_SetSoundVideoDelay(context.session(), 101, 40),
                 EveningContext.BAD_ARGUMENT);
         ask("Mute", () -> context.service().DtvSvLib_ControlDecodeAudio(context.session(), OFF),
@@ -155,9 +155,11 @@ final class Presentation {
 
     private void signal() throws DeskException, InterruptedException {
         context.screen().title("Signal");
-        ask("Amplify the signal", () -> context.service().DtvSvLib_ControlLNA(context.session(), LNA_ON),
+        ask("Amplify the signal",
+                () -> context.service().DtvSvLib_ControlLNA(context.session(), LNA_ON),
                 BG_EV_DTVSV_CONTROL_LNA_REPLY.class);
-        ask("Log the tuner", () -> context.service().DtvSvLib_SetTunerLog(context.session(), LOG_ON),
+        ask("Log the tuner",
+                () -> context.service().DtvSvLib_SetTunerLog(context.session(), LOG_ON),
                 BG_EV_DTVSV_SET_TUNER_LOG_REPLY.class);
         int status = ask("Ask whether it is logged",
                 () -> context.service().DtvSvLib_GetTunerLogStatus(context.session()),
@@ -169,7 +171,7 @@ final class Presentation {
         context.screen().answered("bad");
         context.commands().await(wait, BG_EV_DTVSV_GOOD_SENS_NOTIFY.class, any -> true, this::show);
         context.screen().answered("good again");
-        ask("Log the tuner no longer",
+        ask("Stop logging the tuner",
                 () -> context.service().DtvSvLib_SetTunerLog(context.session(), LOG_OFF),
                 BG_EV_DTVSV_SET_TUNER_LOG_REPLY.class);
     }

@@ -13,7 +13,7 @@ import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_START_BROADCAST_REPL
 import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_START_SEARCH_CHANNEL_REPLY;
 import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_TERMINATE_BROADCAST_REPLY;
 
-/** From one station to the next, and what is on there. */
+/** Reception of stations: selection, search, and what is received of a station. */
 final class Reception {
     private static final int SEARCH_UP = 0;
     private static final int SEARCH_DOWN = 1;
@@ -26,7 +26,7 @@ final class Reception {
         this.stations = stations;
     }
 
-    /** Selects a station from the middle of the list, searches, and begins anew with that station. */
+    /** Selects a station from the middle of the list, searches, and receives that station again. */
     void run() throws DeskException, InterruptedException {
         Station chosen = stations.get(stations.size() / 2);
         context.screen().title("Watching");
@@ -38,7 +38,7 @@ final class Reception {
         context.screen().answered("receiving channel " + selected.physical_channel() + ", service "
                 + selected.service_no());
         showBroadcast(select);
-        searchOnward(chosen);
+        searchUp(chosen);
         cancelSearch(chosen);
         receive(chosen);
     }
@@ -59,13 +59,14 @@ final class Reception {
         context.screen().answered("stopped");
     }
 
-    private void searchOnward(Station from) throws DeskException, InterruptedException {
-        String what = "Search onward from channel " + from.channel();
+    private void searchUp(Station from) throws DeskException, InterruptedException {
+        String what = "Search up from channel " + from.channel();
         search(what, from, SEARCH_UP);
         BG_EV_DTVSV_TERMINATE_SEARCH_CHANNEL_NOTIFY end = context.commands().await(what,
                 BG_EV_DTVSV_TERMINATE_SEARCH_CHANNEL_NOTIFY.class, any -> true, event -> {
                     if (event instanceof BG_EV_DTVSV_START_SEARCH_CHANNEL_NOTIFY notice) {
-                        context.screen().reported("looking at channel " + notice.physical_channel());
+                        context.screen().reported(
+                                "looking at channel " + notice.physical_channel());
                     }
                 });
         if (end.result() != 0) {
@@ -78,9 +79,9 @@ final class Reception {
         showBroadcast(what);
     }
 
-    /** A search that is cancelled at once leaves nothing received. */
+    /** Nothing is received after a search that was cancelled in time. */
     private void cancelSearch(Station from) throws DeskException, InterruptedException {
-        search("Search back from channel " + from.channel(), from, SEARCH_DOWN);
+        search("Search down from channel " + from.channel(), from, SEARCH_DOWN);
         int found = context.commands().ask("Cancel the search",
                 () -> context.service().DtvSvLib_CancelSearchChannel(context.session()),
                 BG_EV_DTVSV_TERMINATE_SEARCH_CHANNEL_NOTIFY.class)
@@ -111,7 +112,7 @@ final class Reception {
         showBroadcast(what);
     }
 
-    /** What the service tells about a station that it has begun to receive; the guide comes last. */
+    /** Shows the notifications about a station whose reception has begun; the guide comes last. */
     private void showBroadcast(String what) throws DeskException, InterruptedException {
         BG_EV_DTVSV_RECEIVE_EPG_INFO_NOTIFY guide = context.commands().await(what,
                 BG_EV_DTVSV_RECEIVE_EPG_INFO_NOTIFY.class, any -> true,

@@ -16,7 +16,7 @@ import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_TERMINATE_REC_REQ;
 
 /** A recording of what is received. */
 final class Recorder {
-    /** The signal fades every twenty seconds: the recording has a place that cannot be played. */
+    /** The signal fades every twenty seconds: the recording has a damaged place. */
     private static final int RECORDED_SECONDS = 24;
     private static final int INTERNAL = 0;
     private static final int CARD = 1;
@@ -29,14 +29,15 @@ final class Recorder {
         this.context = context;
     }
 
-    /** Records what is received, twice. The number of the programme that is kept. */
+    /** Makes two recordings. Returns the number of the one that is kept. */
     int record() throws DeskException, InterruptedException {
         context.screen().title("Recording");
         String what = "Record for " + RECORDED_SECONDS + " seconds";
         ask(what, () -> context.service().DtvSvLib_StartRec(context.session(), INTERNAL),
                 BG_EV_DTVSV_START_REC_REPLY.class);
         context.commands().expectRefusedByService("Select another channel meanwhile",
-                () -> context.service().DtvSvLib_SelectChannel(context.session(), Station.firstServiceOf(13)),
+                () -> context.service().DtvSvLib_SelectChannel(context.session(),
+                        Station.firstServiceOf(13)),
                 BG_EV_DTVSV_SELECT_CHANNEL_REPLY.class, ServiceResult.NOT_NOW);
         context.commands().await(what, BG_EV_DTVSV_REC_INFO_NOTIFY.class, this::isEnough,
                 event -> fadeSeen |= event instanceof BG_EV_DTVSV_BAD_SENS_NOTIFY);
@@ -46,9 +47,10 @@ final class Recorder {
                                 "Programa gravado 録画")),
                 BG_EV_DTVSV_TERMINATE_REC_REPLY.class).terminate_rec().program_no();
         context.screen().answered("programme " + program);
-        ask("Record on the card", () -> context.service().DtvSvLib_StartRec(context.session(), CARD),
+        ask("Record on the card",
+                () -> context.service().DtvSvLib_StartRec(context.session(), CARD),
                 BG_EV_DTVSV_START_REC_REPLY.class);
-        context.askSync("Throw that away, and wait for the answer", "thrown away",
+        context.askSync("Discard it, and wait for the answer", "discarded",
                 () -> context.service().DtvSvLib_TerminateRec_Sync(context.session(),
                         new BG_TS_DTVSVLIB_TERMINATE_REC_REQ(BG_TE_DTVSVLIB_ONOFF.OFF, 0, ""))
                         .result());
@@ -57,7 +59,7 @@ final class Recorder {
 
     /**
      * Whether the recording is long enough. A busy machine measures the signal of a fast clock more
-     * rarely than once a second of that clock: there the recording ends after a fade was seen.
+     * rarely than once a second of that clock: then the recording ends after a fade was seen.
      */
     private boolean isEnough(BG_EV_DTVSV_REC_INFO_NOTIFY info) {
         if (!complete) {

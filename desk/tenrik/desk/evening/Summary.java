@@ -13,9 +13,9 @@ import com.google.gson.GsonBuilder;
 import tenrik.desk.core.Columns;
 import tenrik.service.dtvserver.DtvEventListener;
 
-/** What an evening did, for its end. */
+/** Counts what happens in an evening, for the closing table. */
 final class Summary {
-    /** The bridge calls neither: it takes the two fatal errors, and that is all. */
+    /** The bridge calls neither: it takes the two fatal errors and calls nothing. */
     private static final Set<String> NEVER_CALLED = Set.of(
             "onEvDtvsvBroadcastFatalErrorNotify", "onEvDtvsvCaptionFatalErrorNotify");
 
@@ -26,27 +26,27 @@ final class Summary {
     private int replies;
     private String failure;
 
-    /** A reply has come, as it should be. */
+    /** Counts a reply with the result 0. */
     void replied() {
         replies++;
     }
 
-    /** Something was refused on purpose. */
+    /** Adds a command that was refused as expected. */
     void refused(String what, String how) {
         refusals.put(what, how);
     }
 
-    /** The evening has ended before its time. */
+    /** Notes why the evening has ended early. */
     void failed(String why) {
         failure = why;
     }
 
     /**
-     * What it comes to.
+     * The figures at the end.
      *
      * @param calls how often each command has reached the service
      * @param received how often each callback was called
-     * @param complete whether the evening could show everything: then everything is wanted
+     * @param complete whether no part was left out: then all natives and callbacks are required
      */
     Result result(Map<String, Integer> calls, Map<String, Integer> received, boolean complete,
             String city, Integer seed, double clock) {
@@ -70,24 +70,24 @@ final class Summary {
                 replies, refusals, (System.nanoTime() - begun) / 1e9, clock);
     }
 
-    /** Natives whose commands reached the service. */
+    /** Which natives' commands have reached the service. */
     record Natives(int called, int of, List<String> missing) {}
 
-    /** Callbacks that were called, and those that never are. */
+    /** Which callbacks were called, and which never are. */
     record Callbacks(int received, int of, List<String> never, List<String> missing, int events) {}
 
     /**
      * The figures of an evening.
      *
-     * @param ok whether everything asked was answered as it should be
-     * @param failure what was not; null when all was
-     * @param seconds that it took
-     * @param clock seconds that passed for the service meanwhile
+     * @param ok whether everything was answered as it should be
+     * @param failure what was not; null when everything was
+     * @param seconds real time
+     * @param clock seconds on the service's clock
      */
     record Result(boolean ok, String failure, String city, Integer seed, Natives natives,
             Callbacks callbacks, int replies, Map<String, String> refusals, double seconds,
             double clock) {
-        /** The figures as lines for a person. */
+        /** The figures as a table. */
         List<String> lines() {
             List<String> lines = new ArrayList<>();
             lines.add(row("natives called", natives.called + " of " + natives.of));

@@ -12,7 +12,7 @@ import tenrik.service.dtvserver.events.notify.BG_EV_DTVSV_TERMINATE_SCAN_NOTIFY;
 import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_START_REC_REPLY;
 import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_START_SCAN_REPLY;
 
-/** The evening's first part: what is on the air. */
+/** The first part of the evening: refusals, and scans for the stations on the air. */
 final class Tuning {
     private static final int CHANNELS = 50;
     private static final int FIRST_CHANNEL = 13;
@@ -23,7 +23,7 @@ final class Tuning {
         this.context = context;
     }
 
-    /** Says where to draw, tries what cannot work, scans. The stations that were found. */
+    /** Sets the planes, sends commands that are refused, and scans. Returns the stations found. */
     List<Station> run() throws DeskException, InterruptedException {
         context.screen().title("Tuning");
         context.commands().ask("Begin with picture and sound, on three surfaces",
@@ -31,8 +31,8 @@ final class Tuning {
                         context.planes().firstComponents()),
                 BG_EV_DTVSV_SELECT_AUDIO_COMPONENT_NOTIFY.class);
         context.screen().answered("set");
-        refusals();
-        cancelledScans();
+        sendRefusedCommands();
+        cancelScans();
         List<Station> stations = scan();
         if (!stations.isEmpty()) {
             context.screen().table(stations.stream().map(Station::label).toList());
@@ -40,7 +40,7 @@ final class Tuning {
         return stations;
     }
 
-    private void refusals() throws DeskException, InterruptedException {
+    private void sendRefusedCommands() throws DeskException, InterruptedException {
         CheckedCommands commands = context.commands();
         int session = context.session();
         commands.expectRefused("Create with start type 5",
@@ -50,12 +50,13 @@ final class Tuning {
         commands.expectRefused("Select channel 63",
                 () -> context.service().DtvSvLib_SelectChannel(session, Station.firstServiceOf(63)),
                 EveningContext.BAD_ARGUMENT);
-        commands.expectRefused("Select without saying what",
-                () -> context.service().DtvSvLib_SelectChannel(session, null), EveningContext.BAD_ARGUMENT);
+        commands.expectRefused("Select without a channel",
+                () -> context.service().DtvSvLib_SelectChannel(session, null),
+                EveningContext.BAD_ARGUMENT);
         commands.expectRefusedByService("Record while nothing is received",
                 () -> context.service().DtvSvLib_StartRec(session, 0),
                 BG_EV_DTVSV_START_REC_REPLY.class, ServiceResult.NOT_NOW);
-        commands.expectSyncRefused("Stop a playback that there is not",
+        commands.expectSyncRefused("Stop playback while nothing is played",
                 () -> context.service().DtvSvLib_TerminatePlay_Sync(session).return_value(),
                 ServiceResult.NOT_NOW);
     }
@@ -65,10 +66,10 @@ final class Tuning {
                 BG_EV_DTVSV_START_SCAN_REPLY.class);
     }
 
-    private void cancelledScans() throws DeskException, InterruptedException {
+    private void cancelScans() throws DeskException, InterruptedException {
         start("Scan");
         boolean[] complete = {false};
-        // A scan that has ended before it was cancelled says so with the same event.
+        // A scan that has ended before it was cancelled sends the same event.
         context.commands().ask("Cancel the scan",
                 () -> context.service().DtvSvLib_CancelScan(context.session()),
                 BG_EV_DTVSV_TERMINATE_SCAN_NOTIFY.class,
@@ -96,7 +97,7 @@ final class Tuning {
         BG_EV_DTVSV_TERMINATE_SCAN_NOTIFY end = context.commands().await(what,
                 BG_EV_DTVSV_TERMINATE_SCAN_NOTIFY.class, any -> true, event -> {
                     if (event instanceof BG_EV_DTVSV_SCAN_NOTIFY notice) {
-                        look(notice, found);
+                        addChannel(notice, found);
                     }
                 });
         if (end.result() != 0) {
@@ -106,7 +107,7 @@ final class Tuning {
         return found;
     }
 
-    private void look(BG_EV_DTVSV_SCAN_NOTIFY notice, List<Station> found) {
+    private void addChannel(BG_EV_DTVSV_SCAN_NOTIFY notice, List<Station> found) {
         int channel = notice.scan_result().channnel();
         if (notice.result() == 0) {
             found.add(new Station(channel, notice.scan_result().network_info().ts_name()));

@@ -21,8 +21,8 @@ import tenrik.desk.core.DeskException;
 import tenrik.desk.core.EnumConstants;
 
 /**
- * Parses arguments of natives. A number is decimal or begins with 0x; a dot stands for the
- * current session, and TYPE.NAME for the number of a constant. An object is JSON with the names of
+ * Parses arguments of natives. A number is decimal or begins with 0x; a dot is the
+ * current session, and TYPE.NAME the number of a constant. An object is JSON with the names of
  * its components: those that are left out are 0 or null, a constant is named or numbered, bytes are
  * a list of numbers or a string of hexadecimal digits, a surface is "new", null, or the address of
  * one that was made before.
@@ -54,7 +54,7 @@ final class NativeArgument {
         if (text.equals(SESSION) && type == int.class) {
             Integer handle = session.get();
             if (handle == null) {
-                throw new DeskException("there is no session that \".\" could stand for");
+                throw new DeskException("there is no current session for \".\"");
             }
             return handle;
         }

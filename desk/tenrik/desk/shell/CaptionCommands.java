@@ -37,7 +37,7 @@ final class CaptionCommands {
         control(waiting, BG_TE_DTVSVLIB_CONTROL_TYPE.SUSPEND, "suspended");
     }
 
-    @Command(description = "Goes on with suspended captions.")
+    @Command(description = "Resumes suspended captions.")
     void resume(@Mixin SyncOption waiting) throws DeskException, InterruptedException {
         control(waiting, BG_TE_DTVSVLIB_CONTROL_TYPE.RESUME, "resumed");
     }

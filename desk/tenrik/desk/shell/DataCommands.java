@@ -48,12 +48,12 @@ final class DataCommands {
         control(waiting, BG_TE_DTVSVLIB_CONTROL_TYPE.SUSPEND, "suspended");
     }
 
-    @Command(description = "Goes on with a suspended document.")
+    @Command(description = "Resumes a suspended document.")
     void resume(@Mixin SyncOption waiting) throws DeskException, InterruptedException {
         control(waiting, BG_TE_DTVSVLIB_CONTROL_TYPE.RESUME, "resumed");
     }
 
-    @Command(description = "Shows the document from its beginning.")
+    @Command(description = "Shows the document from its start.")
     void restart(@Mixin SyncOption waiting) throws DeskException, InterruptedException {
         control(waiting, BG_TE_DTVSVLIB_CONTROL_TYPE.RESTART, "restarted");
     }
@@ -68,13 +68,13 @@ final class DataCommands {
                         session.planes().data()));
     }
 
-    @Command(description = "Starts the browser anew.")
+    @Command(description = "Restarts the browser.")
     void reboot(@Mixin WaitOption waiting) throws DeskException, InterruptedException {
         remote.ask(waiting, "started", session -> remote.service().DtvSvLib_BMLRebootBrowserReq(
                 session.handle()), BG_EV_DTVSV_BML_REBOOT_BROWSER_REPLY.class);
     }
 
-    @Command(description = "Hands the document a key. No answer follows.")
+    @Command(description = "Sends a key to the document. No answer follows.")
     void key(
             @Parameters(paramLabel = "KEY",
                     description = "One of ${COMPLETION-CANDIDATES}, or its number.")

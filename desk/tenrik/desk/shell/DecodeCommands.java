@@ -8,12 +8,12 @@ import tenrik.desk.core.DeskException;
 import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_CONTROL_DECODE_AUDIO_REPLY;
 import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_CONTROL_DECODE_SCREEN_REPLY;
 
-/** Whether picture and sound are decoded. */
-@Command(name = "decode", description = "Starts and stops to decode picture or sound.")
+/** Commands that switch the decoders of the current session. */
+@Command(name = "decode", description = "Starts or stops decoding picture or sound.")
 final class DecodeCommands {
     private final RemoteControl remote;
 
-    /** In the order of the numbers that stand for them. */
+    /** The values of the switch, in the order of their numbers. */
     enum Switch {
         OFF,
         ON
@@ -23,7 +23,7 @@ final class DecodeCommands {
         this.remote = remote;
     }
 
-    @Command(description = "Starts or stops to decode the picture.")
+    @Command(description = "Starts or stops decoding the picture.")
     void picture(@Mixin SyncOption waiting, @Parameters(paramLabel = "on|off") Switch onoff)
             throws DeskException, InterruptedException {
         remote.ask(waiting, done(onoff), session -> remote.service().DtvSvLib_ControlDecodeScreen(
@@ -33,7 +33,7 @@ final class DecodeCommands {
                         onoff.ordinal()));
     }
 
-    @Command(description = "Starts or stops to decode the sound.")
+    @Command(description = "Starts or stops decoding the sound.")
     void sound(@Mixin SyncOption waiting, @Parameters(paramLabel = "on|off") Switch onoff)
             throws DeskException, InterruptedException {
         remote.ask(waiting, done(onoff), session -> remote.service().DtvSvLib_ControlDecodeAudio(

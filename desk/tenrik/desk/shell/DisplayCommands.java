@@ -20,7 +20,7 @@ import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_SCREEN_MODE;
 import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_SCREEN_ROTATE;
 import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_COMPONENT_SETTING;
 
-/** Where the current session draws. */
+/** Commands about the planes on which the current session draws. */
 @Command(name = "display", description = "Places the planes and shows the picture.")
 final class DisplayCommands {
     private static final int HIDE = 0;
@@ -28,7 +28,7 @@ final class DisplayCommands {
 
     private final RemoteControl remote;
 
-    /** In the order of the numbers that stand for them. */
+    /** The planes, in the order of their numbers. */
     enum Plane {
         PICTURE,
         CAPTIONS,
@@ -39,7 +39,7 @@ final class DisplayCommands {
         this.remote = remote;
     }
 
-    @Command(description = "Says where a plane is drawn, or all three.")
+    @Command(description = "Sets the surface and the size of a plane, or of all three.")
     void place(@Mixin WaitOption waiting, @Parameters(arity = "0..1", paramLabel = "PLANE",
             description = "picture, captions or data; all when left out.") Plane plane)
             throws DeskException, InterruptedException {
@@ -65,11 +65,11 @@ final class DisplayCommands {
         }
     }
 
-    @Command(description = "Says what reception begins with: picture and sound, and where.")
+    @Command(description = "Sets what is shown when reception begins: picture and sound.")
     void first(
             @Mixin WaitOption waiting,
-            @Option(names = "--captions", description = "Captions, too.") boolean captions,
-            @Option(names = "--data", description = "Data broadcasting, too.") boolean data)
+            @Option(names = "--captions", description = "Captions too.") boolean captions,
+            @Option(names = "--data", description = "Data broadcasting too.") boolean data)
             throws DeskException, InterruptedException {
         remote.ask(waiting, "set", session -> {
             BG_TS_DTVSVLIB_COMPONENT_SETTING plain = session.planes().firstComponents();
@@ -85,7 +85,7 @@ final class DisplayCommands {
         return on ? BG_TE_DTVSVLIB_CONTROL_TYPE.ON : BG_TE_DTVSVLIB_CONTROL_TYPE.OFF;
     }
 
-    @Command(description = "Gives a plane back.")
+    @Command(description = "Releases a plane.")
     void release(@Mixin WaitOption waiting, @Parameters(paramLabel = "PLANE",
             description = "picture, captions or data.") Plane plane)
             throws DeskException, InterruptedException {
@@ -93,7 +93,7 @@ final class DisplayCommands {
                 session.handle(), plane.ordinal()), BG_EV_DTVSV_RELEASE_DISPLAY_REPLY.class);
     }
 
-    @Command(description = "Changes how the picture fills its plane, and how it is turned.")
+    @Command(description = "Changes how the picture fills its plane, and its rotation.")
     void mode(
             @Mixin WaitOption waiting,
             @Parameters(index = "0", paramLabel = "MODE",
@@ -104,7 +104,8 @@ final class DisplayCommands {
                     BG_TE_DTVSVLIB_SCREEN_ROTATE rotation)
             throws DeskException, InterruptedException {
         remote.ask(waiting, "changed", session -> remote.service().DtvSvLib_ControlDisplayModeReq(
-                        session.handle(), EnumConstants.number(mode), EnumConstants.number(rotation)),
+                        session.handle(), EnumConstants.number(mode),
+                        EnumConstants.number(rotation)),
                 BG_EV_DTVSV_CONTROL_DISPLAY_MODE_REPLY.class);
     }
 

@@ -7,9 +7,9 @@ import tenrik.service.dtvserver.events.notify.BG_EV_DTVSV_SERVICE_INFO_NOTIFY;
 final class EventPrinter {
     /** Which events are shown. */
     enum Choice {
-        /** Those that no command waits for, in words, without the ones that come regularly. */
+        /** Those that no command waits for, by their meaning, without the periodic ones. */
         SOME,
-        /** All, with everything they hold. */
+        /** All, with all their components. */
         ALL,
         NONE
     }
@@ -28,24 +28,24 @@ final class EventPrinter {
     }
 
     /**
-     * Shows an event, or does not.
+     * Shows an event, if it is one of those that are shown.
      *
-     * @param claimed whether a command waits for it, and tells what it says
+     * @param subscribed whether a command waits for it, and shows its answer itself
      */
-    void show(Record event, boolean claimed) {
-        boolean asks = RequestAnswerer.isRequest(event);
-        String mark = (asks ? "? " : "* ") + "[" + Events.handle(event) + "] ";
+    void show(Record event, boolean subscribed) {
+        boolean request = RequestAnswerer.isRequest(event);
+        String mark = (request ? "? " : "* ") + "[" + Events.handle(event) + "] ";
         if (choice == Choice.ALL) {
-            output.news(mark, Events.text(event));
-        } else if (choice == Choice.SOME && !claimed && !Events.isRegular(event)
-                && !isFound(event)) {
-            output.news(mark, asks ? "asks for " + Events.kind(event) + ": "
-                    + RequestAnswerer.text(event) : Events.words(event));
+            output.event(mark, Events.text(event));
+        } else if (choice == Choice.SOME && !subscribed && !Events.isPeriodic(event)
+                && !isOfScan(event)) {
+            output.event(mark, request ? "asks for " + Events.kind(event) + ": "
+                    + RequestAnswerer.text(event) : Events.meaning(event));
         }
     }
 
-    /** While a session scans, the services of every station that it finds come by. */
-    private boolean isFound(Record event) {
+    /** Whether an event reports the services of a station that a scan has found. */
+    private boolean isOfScan(Record event) {
         return event instanceof BG_EV_DTVSV_SERVICE_INFO_NOTIFY notice
                 && sessions.isScanning(notice.handle());
     }

@@ -19,7 +19,7 @@ import tenrik.service.dtvserver.events.notify.BG_EV_DTVSV_SCAN_NOTIFY;
 import tenrik.service.dtvserver.events.notify.BG_EV_DTVSV_START_SEARCH_CHANNEL_NOTIFY;
 import tenrik.service.dtvserver.events.notify.BG_EV_DTVSV_TUNER_SENSITIVITY_DATA_NOTIFY;
 
-/** What all events have in common, and what they say in words. */
+/** Properties that all events have, and their texts. */
 final class Events {
     private static final int END_REACHED = 1;
 
@@ -34,8 +34,8 @@ final class Events {
         }
     }
 
-    /** Whether an event comes again and again while something goes on. */
-    static boolean isRegular(Record event) {
+    /** Whether an event is repeated periodically while an action is under way. */
+    static boolean isPeriodic(Record event) {
         return event instanceof BG_EV_DTVSV_RECEIVE_SENSITIVITY_NOTIFY
                 || event instanceof BG_EV_DTVSV_TUNER_SENSITIVITY_DATA_NOTIFY
                 || event instanceof BG_EV_DTVSV_PLAY_STATUS_NOTIFY
@@ -50,8 +50,8 @@ final class Events {
                 .toLowerCase(Locale.ROOT);
     }
 
-    /** What an event says; where there are no words for it, what it holds. */
-    static String words(Record event) {
+    /** What an event means; its components where no text is known for it. */
+    static String meaning(Record event) {
         if (event instanceof BG_EV_DTVSV_GOOD_SENS_NOTIFY) {
             return "reception is good";
         }
@@ -65,7 +65,7 @@ final class Events {
             return "data      " + running(notice.change_status());
         }
         if (event instanceof BG_EV_DTVSV_BML_END_FEP_NOTIFY) {
-            return "the text is no longer wanted";
+            return "the text input is no longer requested";
         }
         if (event instanceof BG_EV_DTVSV_BML_SAVE_PICTURE_NOTIFY notice) {
             return "the picture is saved, result " + notice.result();
@@ -78,7 +78,7 @@ final class Events {
                     : "beginning");
         }
         if (event instanceof BG_EV_DTVSV_PLAY_ERROR_NOTIFY notice) {
-            return "playback has come to a damaged place, error " + notice.play_error();
+            return "playback has reached a damaged place, error " + notice.play_error();
         }
         return NotificationText.of(event).orElseGet(() -> text(event));
     }
@@ -92,7 +92,7 @@ final class Events {
         };
     }
 
-    /** What an event holds, on one line. */
+    /** The components of an event, on one line. */
     static String text(Record event) {
         return event.toString().replaceAll("BG_(EV|TS)_DTVSV(LIB)?_", "")
                 .replaceFirst("handle=-?\\d+(, )?", "").replaceAll("=[A-Z_]+\\[", "=[");

@@ -12,8 +12,8 @@ import org.jline.terminal.Terminal;
 import org.jline.utils.AttributedStringBuilder;
 
 /**
- * Edits a line, above which other threads may print. The thread that reads holds a lock, which it
- * gives away while it waits for a key: then the line and its picture on the terminal are whole.
+ * Edits a line, above which other threads may print. The thread that reads holds a lock, and
+ * releases it while it waits for a key: then the line and its image on the terminal agree.
  */
 final class LineEditor extends LineReaderImpl {
     private final ReentrantLock lock = new ReentrantLock();
@@ -23,7 +23,7 @@ final class LineEditor extends LineReaderImpl {
 
     /**
      * @param colours whether the terminal shows colours
-     * @param prompt stands before the line; may change while the line is being typed
+     * @param prompt what is shown before the line; may change while the line is being typed
      */
     LineEditor(Terminal terminal, boolean colours, Supplier<String> prompt) throws IOException {
         super(terminal, "shell");
@@ -37,7 +37,7 @@ final class LineEditor extends LineReaderImpl {
         return readLine(prompt.get());
     }
 
-    /** Takes the line that is being typed away, prints, and puts it back. */
+    /** Removes the line that is being typed, prints, and shows the line again. */
     void above(Runnable print) {
         lock.lock();
         try {
@@ -85,7 +85,7 @@ final class LineEditor extends LineReaderImpl {
         }
     }
 
-    /** On a thread of its own: the terminal has another size, or the program goes on. */
+    /** On a thread of its own: the terminal's size has changed, or the program continues. */
     @Override
     protected void handleSignal(Terminal.Signal signal) {
         lock.lock();
@@ -96,7 +96,7 @@ final class LineEditor extends LineReaderImpl {
         }
     }
 
-    /** The candidates of a completion, which are coloured otherwise. */
+    /** Removes the colours of completion candidates where there are to be none. */
     @Override
     protected void toColumns(
             Object items, int width, int maxWidth, AttributedStringBuilder text,

@@ -17,43 +17,43 @@ import tenrik.service.dtvserver.events.notify.BG_EV_DTVSV_BML_STATUS_NOTIFY;
 import tenrik.service.dtvserver.events.request.BG_EV_DTVSV_BML_START_FEP_REQ;
 import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_RELEASE_REPLY;
 
-/** What data-broadcast documents have asked for and nobody has answered. */
+/** The requests of data-broadcast documents that are not answered yet. */
 final class PendingRequests implements AutoCloseable {
     private static final int OFF = 0;
 
     private final RequestAnswerer application;
     private final ShellOutput output;
     private final List<Record> pending = new ArrayList<>();
-    /** Answers by itself; not on the threads that bring the requests. */
+    /** Sends automatic answers: not on the threads that deliver the requests. */
     private final ExecutorService answers = Executors.newSingleThreadExecutor(
             task -> new Thread(task, "desk-answers"));
     private volatile boolean automatic;
     private volatile boolean willing;
 
     PendingRequests(DtvServerProxy service, ShellOutput output) {
-        // What is asked for has been shown when it came.
+        // A request was shown when it came.
         application = new RequestAnswerer(service, new Screen(new PrintStream(
                 OutputStream.nullOutputStream(), false, StandardCharsets.UTF_8), false));
         this.output = output;
     }
 
-    /** What is unanswered, the oldest first. */
+    /** The unanswered requests, the oldest first. */
     synchronized List<Record> pending() {
         return List.copyOf(pending);
     }
 
     /**
-     * Whether requests are answered as they come.
+     * Sets whether requests are answered automatically, as they come.
      *
-     * @param agree whether what they ask for is done
+     * @param agree whether they are carried out; otherwise they are refused
      */
-    void answerAll(boolean on, boolean agree) {
+    void setAutomatic(boolean on, boolean agree) {
         willing = agree;
         automatic = on;
     }
 
-    /** Takes note of a request, and of what puts an end to one. */
-    void observe(Record event) {
+    /** Adds a request, or removes those that an event ends. */
+    void update(Record event) {
         if (RequestAnswerer.isRequest(event)) {
             add(event);
         } else if (event instanceof BG_EV_DTVSV_BML_END_FEP_NOTIFY notice) {
@@ -64,14 +64,14 @@ final class PendingRequests implements AutoCloseable {
         }
     }
 
-    /** Answers a request that was observed, if requests are to be answered as they come. */
-    void serve(Record event) {
+    /** Answers a request, if requests are answered automatically. */
+    void answerIfAutomatic(Record event) {
         if (automatic && RequestAnswerer.isRequest(event)) {
             answers.execute(() -> answerAlone(event));
         }
     }
 
-    /** A document asks for one thing of a kind at a time: the new takes the old one's place. */
+    /** A document has one open request of a kind: a new one replaces the old one. */
     private synchronized void add(Record request) {
         drop(Events.handle(request), request.getClass());
         pending.add(request);
@@ -82,9 +82,9 @@ final class PendingRequests implements AutoCloseable {
     }
 
     /**
-     * Answers a request, which is pending no longer, even if the answer is not taken.
+     * Answers a request and removes it, even if the answer is not taken.
      *
-     * @param agree whether what it asks for is done
+     * @param agree whether it is carried out; otherwise it is refused
      */
     void answer(Record request, boolean agree) throws DeskException {
         synchronized (this) {

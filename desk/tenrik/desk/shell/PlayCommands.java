@@ -59,7 +59,7 @@ final class PlayCommands {
         abstract void send() throws DeskException, InterruptedException;
     }
 
-    /** A command that goes forward or back. */
+    /** A command that has a direction. */
     abstract static class Moving extends Playing {
         @Option(names = "--back", description = "Backwards.")
         private boolean back;
@@ -83,10 +83,10 @@ final class PlayCommands {
         @Parameters(paramLabel = ShellCompleter.PROGRAMME, description = "Its number.")
         private int programme;
 
-        @Option(names = "--resume", description = "Goes on where it was left.")
+        @Option(names = "--resume", description = "Continues at the position where it was ended.")
         private boolean resume;
 
-        @Option(names = "--paused", description = "Begins paused.")
+        @Option(names = "--paused", description = "Starts paused.")
         private boolean paused;
 
         @Option(names = "--card", description = "A recording on the card.")
@@ -110,8 +110,8 @@ final class PlayCommands {
 
     @Command(name = "speed", description = "Changes the speed of playback.")
     static final class Speed extends Moving {
-        @Parameters(paramLabel = "N[/M]", description = "How many times as fast as recorded: comes"
-                + " to 2, 10, 30 or 120.")
+        @Parameters(paramLabel = "N[/M]", description = "Times the recorded speed: 2, 10, 30"
+                + " or 120.")
         private String speed;
 
         Speed(RemoteControl remote) {
@@ -147,7 +147,7 @@ final class PlayCommands {
         }
     }
 
-    @Command(name = "resume", description = "Goes on with playback, at the speed of the recording.")
+    @Command(name = "resume", description = "Continues playback, at the recorded speed.")
     static final class Resume extends Playing {
         Resume(RemoteControl remote) {
             super(remote);
@@ -162,7 +162,7 @@ final class PlayCommands {
 
     @Command(name = "skip", description = "Skips a part of the recording.")
     static final class Skip extends Moving {
-        @Parameters(paramLabel = "SECONDS", description = "How much of it.")
+        @Parameters(paramLabel = "SECONDS", description = "How much.")
         private int seconds;
 
         Skip(RemoteControl remote) {
@@ -177,7 +177,7 @@ final class PlayCommands {
         }
     }
 
-    @Command(name = "slide", description = "Moves a paused playback by a picture.")
+    @Command(name = "slide", description = "Moves a paused playback by one picture.")
     static final class Slide extends Moving {
         Slide(RemoteControl remote) {
             super(remote);

@@ -28,8 +28,8 @@ final class ReceptionCommands {
         @Mixin
         private WaitOption waiting;
 
-        @Option(names = "--start", description = "With the command for a session that receives"
-                + " nothing yet.")
+        @Option(names = "--start", description = "Uses StartBroadcastReceiving, for a session"
+                + " that receives nothing.")
         private boolean start;
 
         @Parameters(index = "0", paramLabel = ShellCompleter.CHANNEL,
@@ -111,12 +111,13 @@ final class ReceptionCommands {
             return 0;
         }
 
-        /** When it begins, how long it lasts, and its name. */
+        /** Shows a programme: its start, its duration and its name. */
         private void show(String when, BG_TS_DTVSVLIB_PRG_INFO programme) {
             BG_TS_DTVSVLIB_TIME start = programme.start().time();
             BG_TS_DTVSVLIB_TIME length = programme.duration();
-            remote.output().screen().reported(String.format("%-6s%02d:%02d  %2d h %02d min  %s", when,
-                    start.hour(), start.min(), length.hour(), length.min(), programme.name()));
+            remote.output().screen().reported(String.format(
+                    "%-6s%02d:%02d  %2d h %02d min  %s", when, start.hour(),
+                    start.min(), length.hour(), length.min(), programme.name()));
         }
     }
 }

@@ -23,7 +23,7 @@ final class RecordCommands {
         this.remote = remote;
     }
 
-    @Command(description = "Begins.")
+    @Command(description = "Starts a recording.")
     void start(@Mixin WaitOption waiting, @Parameters(arity = "0..1", paramLabel = "MEDIUM",
             defaultValue = "INTERNAL", description = "One of ${COMPLETION-CANDIDATES}, or its"
             + " number; INTERNAL when left out.") BG_TE_DTVSVLIB_RECORDING_MEDIUM medium)
@@ -35,16 +35,16 @@ final class RecordCommands {
         }, BG_EV_DTVSV_START_REC_REPLY.class);
     }
 
-    @Command(description = "Ends and keeps the recording.")
+    @Command(description = "Ends the recording and keeps it.")
     void stop(@Mixin SyncOption waiting, @Parameters(arity = "1..*", paramLabel = "TITLE",
-            description = "What it is called.") List<String> title)
+            description = "Its title.") List<String> title)
             throws DeskException, InterruptedException {
         end(waiting, BG_TE_DTVSVLIB_ONOFF.ON, String.join(" ", title), "kept");
     }
 
-    @Command(description = "Ends and throws the recording away.")
+    @Command(description = "Ends the recording and discards it.")
     void discard(@Mixin SyncOption waiting) throws DeskException, InterruptedException {
-        end(waiting, BG_TE_DTVSVLIB_ONOFF.OFF, "", "thrown away");
+        end(waiting, BG_TE_DTVSVLIB_ONOFF.OFF, "", "discarded");
     }
 
     private void end(SyncOption waiting, BG_TE_DTVSVLIB_ONOFF keep, String title, String done)

@@ -13,9 +13,9 @@ import tenrik.desk.core.ServiceResult;
 import tenrik.service.dtvserver.DtvServerProxy;
 import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_RESULT;
 
-/** What every command of the remote control uses: the bridge, and the way to its answers. */
+/** What every command of the shell uses: sends commands to the bridge and waits for answers. */
 final class RemoteControl implements AutoCloseable {
-    /** How long an answer is awaited. */
+    /** The longest wait for an answer. */
     static final Duration LIMIT = Duration.ofSeconds(10);
 
     private static final int DONE = 0;
@@ -27,8 +27,8 @@ final class RemoteControl implements AutoCloseable {
     private final Sessions sessions = new Sessions();
     private final PendingRequests requests;
     private final EventPrinter printer;
-    /** The events that a command waits for. */
-    private volatile Predicate<Record> claim = NOTHING;
+    /** Selects the events that the running command waits for. */
+    private volatile Predicate<Record> subscription = NOTHING;
     private volatile boolean ended;
 
     RemoteControl(Desk desk, ShellOutput output) {
@@ -36,7 +36,7 @@ final class RemoteControl implements AutoCloseable {
         this.output = output;
         requests = new PendingRequests(desk.service(), output);
         printer = new EventPrinter(output, sessions);
-        desk.events().setFilter(this::arrived);
+        desk.events().setFilter(this::process);
     }
 
     DtvServerProxy service() {
@@ -59,7 +59,7 @@ final class RemoteControl implements AutoCloseable {
         return printer;
     }
 
-    /** The shell ends after this command. */
+    /** Ends the shell after the running command. */
     void end() {
         ended = true;
     }
@@ -77,15 +77,15 @@ final class RemoteControl implements AutoCloseable {
         return session;
     }
 
-    /** On the threads that bring events: notes one, shows it, and says whether to keep it. */
-    private boolean arrived(Record event) {
+    /** Processes an event, on the thread that delivers it. True when the event is kept. */
+    private boolean process(Record event) {
         try {
-            boolean claimed = claim.test(event);
-            sessions.observe(event);
-            requests.observe(event);
-            printer.show(event, claimed);
-            requests.serve(event);
-            return claimed;
+            boolean subscribed = subscription.test(event);
+            sessions.update(event);
+            requests.update(event);
+            printer.show(event, subscribed);
+            requests.answerIfAutomatic(event);
+            return subscribed;
         } catch (RuntimeException failure) {
             output.failed(event + ": " + failure);
             return false;
@@ -95,7 +95,7 @@ final class RemoteControl implements AutoCloseable {
     /**
      * Sends a command about the current session and waits for its answer.
      *
-     * @param done what to say when it is done; null when the caller says it
+     * @param done what is shown when it is done; null when the caller shows it
      * @return the answer; empty when it is not waited for
      * @throws DeskException when the bridge or the service refuses it, or when no answer comes
      */
@@ -108,10 +108,10 @@ final class RemoteControl implements AutoCloseable {
                 event -> Events.handle(event) == session.handle());
     }
 
-    /** The same with a command that may be about no session yet. */
+    /** The same for a command that needs no session. */
     <T extends Record> Optional<T> ask(
-            WaitOption waiting, String done, Supplier<BG_TE_DTVSVLIB_RESULT> command, Class<T> reply,
-            Predicate<Record> wanted) throws DeskException, InterruptedException {
+            WaitOption waiting, String done, Supplier<BG_TE_DTVSVLIB_RESULT> command,
+            Class<T> reply, Predicate<Record> wanted) throws DeskException, InterruptedException {
         if (waiting.noWait) {
             send(command);
             output.screen().answered("sent");
@@ -130,25 +130,25 @@ final class RemoteControl implements AutoCloseable {
         }
     }
 
-    /** The same with a command that has a twin which waits for the answer itself. */
+    /** The same for a command that also has a synchronous native. */
     void ask(
             SyncOption waiting, String done,
             Function<SessionState, BG_TE_DTVSVLIB_RESULT> command, Class<? extends Record> reply,
-            Function<SessionState, Record> exchange) throws DeskException, InterruptedException {
+            Function<SessionState, Record> syncCommand) throws DeskException, InterruptedException {
         if (!waiting.sync) {
             ask(waiting.waiting, done, command, reply);
             return;
         }
-        Record answer = exchange.apply(session());
+        Record answer = syncCommand.apply(session());
         if (answer == null) {
             throw new DeskException("the bridge returned null");
         }
-        sessions.observe(answer);
-        checkAnswer(firstOf(answer));
+        sessions.update(answer);
+        checkAnswer(resultOf(answer));
         output.screen().answered(done);
     }
 
-    /** Answers nothing more by itself. */
+    /** Stops answering requests automatically. */
     @Override
     public void close() {
         requests.close();
@@ -162,7 +162,7 @@ final class RemoteControl implements AutoCloseable {
         }
     }
 
-    /** Says what is wrong when the service has not done what it was asked. */
+    /** Checks the result of a command. */
     static void checkAnswer(int result) throws DeskException {
         if (result != DONE) {
             throw new DeskException("the service answered with " + ServiceResult.text(result)
@@ -179,8 +179,8 @@ final class RemoteControl implements AutoCloseable {
         };
     }
 
-    /** The result of a command that waits by itself stands first in what it returns. */
-    private static int firstOf(Record answer) {
+    /** The result of a synchronous command is the first component of what it returns. */
+    private static int resultOf(Record answer) {
         try {
             return (int) answer.getClass().getRecordComponents()[0].getAccessor().invoke(answer);
         } catch (ReflectiveOperationException failure) {
@@ -188,19 +188,19 @@ final class RemoteControl implements AutoCloseable {
         }
     }
 
-    /** From now on events are kept for a command, until it closes the claim. */
+    /** Keeps events for a command, until the subscription is closed. */
     Subscription subscribe(Predicate<Record> wanted) {
         desk.events().clear();
-        claim = wanted;
+        subscription = wanted;
         return new Subscription();
     }
 
-    /** Events that are kept for a command, from before it is sent. */
+    /** The events that a command waits for; begun before the command is sent. */
     final class Subscription implements AutoCloseable {
         private Subscription() {}
 
         /**
-         * Waits for the next of them.
+         * Waits for the next event.
          *
          * @throws DeskException when none comes in time
          */
@@ -212,7 +212,7 @@ final class RemoteControl implements AutoCloseable {
 
         @Override
         public void close() {
-            claim = NOTHING;
+            subscription = NOTHING;
             desk.events().clear();
         }
     }

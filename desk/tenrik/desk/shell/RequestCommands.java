@@ -10,14 +10,14 @@ import picocli.CommandLine.Parameters;
 import tenrik.desk.core.DeskException;
 import tenrik.desk.core.RequestAnswerer;
 
-/** Commands about what data-broadcast documents ask for. */
+/** Commands about the requests of data-broadcast documents. */
 final class RequestCommands {
     private static final String ALL = "all";
     private static final String AUTO = "auto";
 
     private RequestCommands() {}
 
-    @Command(name = "requests", description = "Shows what documents ask for.")
+    @Command(name = "requests", description = "Shows the open requests of documents.")
     static final class Show implements Runnable {
         private final RemoteControl remote;
 
@@ -33,17 +33,17 @@ final class RequestCommands {
                         + Events.kind(request) + ": " + RequestAnswerer.text(request));
             }
             if (pending.isEmpty()) {
-                remote.output().screen().reported("nothing is asked for");
+                remote.output().screen().reported("there is no request");
             }
         }
     }
 
-    @Command(name = "answer", description = {"Answers what documents ask for.",
-        "\"answer auto on\" answers whatever is asked for from now on, until \"answer auto off\"."})
+    @Command(name = "answer", description = {"Answers requests of documents.",
+        "\"answer auto on\" answers all requests automatically, until \"answer auto off\"."})
     static final class Answer implements Callable<Integer> {
         private final RemoteControl remote;
 
-        @Option(names = "--refuse", description = "Does not do what is asked for.")
+        @Option(names = "--refuse", description = "Refuses the requests.")
         private boolean refuse;
 
         @Parameters(arity = "0..*", paramLabel = ShellCompleter.REQUEST,
@@ -73,10 +73,10 @@ final class RequestCommands {
 
         private void automatically(List<String> wanted) throws DeskException {
             if (!wanted.equals(List.of(AUTO, "on")) && !wanted.equals(List.of(AUTO, "off"))) {
-                throw new DeskException("answer auto on, or answer auto off");
+                throw new DeskException("\"answer auto\" takes on or off");
             }
             boolean on = wanted.get(1).equals("on");
-            remote.requests().answerAll(on, !refuse);
+            remote.requests().setAutomatic(on, !refuse);
             if (on && !remote.requests().pending().isEmpty()) {
                 answer(remote.requests().pending());
             }
@@ -84,7 +84,7 @@ final class RequestCommands {
 
         private void answer(List<Record> requests) throws DeskException {
             if (requests.isEmpty()) {
-                throw new DeskException("nothing of that is asked for");
+                throw new DeskException("there is no such request");
             }
             for (Record request : requests) {
                 remote.requests().answer(request, !refuse);

@@ -16,18 +16,18 @@ import tenrik.desk.send.Surfaces;
 
 /** Calls any native with any arguments. */
 @Command(name = SendCommand.NAME, description = {"Calls a native with any arguments, and shows what"
-        + " it returns. An event that answers it is shown as it comes.",
+        + " it returns. An event that answers it is shown when it comes.",
     "",
-    "A number is decimal or begins with 0x; TYPE.NAME stands for the number of a constant, as in"
-        + " CONTROL_TYPE.ON, and . for the current session. An object is null, or JSON with the"
+    "A number is decimal or begins with 0x; TYPE.NAME is the number of a constant, as in"
+        + " CONTROL_TYPE.ON, and . is the current session. An object is null, or JSON with the"
         + " names of its components: what is left out is 0 or null, a constant is a name or a"
         + " number, bytes are a list of numbers or a string of hexadecimal digits, a surface is"
         + " \"new\", null, or the address of one that was made before. The TAB key"
-        + " shows how an argument may begin.",
+        + " shows an example of an argument.",
     "",
     "Example: send SelectChannel . {\"physical_channel\": 63}"})
 final class SendCommand implements Callable<Integer> {
-    /** Its words are handed on as they were typed. */
+    /** The name of the command, whose words are passed on as they were typed. */
     static final String NAME = "send";
 
     private final RemoteControl remote;
@@ -63,7 +63,7 @@ final class SendCommand implements Callable<Integer> {
                 new MadeSurfaces());
         Object returned = call.invoke(remote.service());
         if (returned instanceof Record answer) {
-            remote.sessions().observe(answer);
+            remote.sessions().update(answer);
         }
         remote.output().paragraph(call.name() + " returned " + returned);
         return 0;

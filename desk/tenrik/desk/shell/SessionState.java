@@ -8,7 +8,7 @@ import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_RECORDING_MEDIUM;
 import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_BROADCAST_INFO;
 import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_EPG_INFO;
 
-/** What the remote control knows of a session. Events change it, on their threads. */
+/** The state of a session, as its events report it, on the threads that deliver them. */
 final class SessionState {
     private final int handle;
     private Planes planes;
@@ -27,7 +27,7 @@ final class SessionState {
         return handle;
     }
 
-    /** Where it draws; made when it is first asked for. */
+    /** The planes on which it draws; made at the first call. */
     synchronized Planes planes() {
         if (planes == null) {
             planes = Planes.create();
@@ -44,19 +44,19 @@ final class SessionState {
         return receiving;
     }
 
-    /** It receives a station from now on, whose guide comes later. */
-    synchronized void receives(BG_TS_DTVSVLIB_BROADCAST_INFO received) {
+    /** Sets the station that is received from now on; its guide comes later. */
+    synchronized void setReceiving(BG_TS_DTVSVLIB_BROADCAST_INFO received) {
         station = received;
         receiving = true;
         guide = null;
     }
 
-    /** It receives nothing more. */
-    synchronized void stopped() {
+    /** Reception has ended. */
+    synchronized void setStopped() {
         receiving = false;
     }
 
-    /** The guide of the station has come. */
+    /** Sets the guide of the station. */
     synchronized void setGuide(BG_TS_DTVSVLIB_EPG_INFO notice) {
         guide = notice;
         notifyAll();
@@ -65,7 +65,7 @@ final class SessionState {
     /**
      * The guide of the station that was received last.
      *
-     * @param limit how long to wait for it, when one is being received
+     * @param limit the longest wait for it while a station is received
      * @return the guide; null when there is none
      */
     synchronized BG_TS_DTVSVLIB_EPG_INFO guide(Duration limit) throws InterruptedException {
@@ -88,7 +88,7 @@ final class SessionState {
         scanning = now;
     }
 
-    /** Where it records. */
+    /** The medium on which it records. */
     synchronized BG_TE_DTVSVLIB_RECORDING_MEDIUM medium() {
         return medium;
     }
@@ -97,7 +97,7 @@ final class SessionState {
         medium = where;
     }
 
-    /** What the recording is called that ends next. */
+    /** The title of the recording that ends next. */
     synchronized String title() {
         return title;
     }

@@ -27,7 +27,7 @@ import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_TERMINATE_BROADCAST_RECEIVIN
 import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_TERMINATE_REC_REPLY;
 import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_TERMINATE_REC_SYNC_INFO;
 
-/** The open sessions, the stations that were found and what was recorded, as events tell. */
+/** The open sessions, the stations found and the recordings made, as events report them. */
 final class Sessions {
     private static final int DONE = 0;
 
@@ -36,19 +36,19 @@ final class Sessions {
     private final List<Recording> recordings = new CopyOnWriteArrayList<>();
     private volatile SessionState current;
 
-    /** Something that was recorded and kept. */
+    /** A recording that was kept. */
     record Recording(int programme, BG_TE_DTVSVLIB_RECORDING_MEDIUM medium, String title) {}
 
     List<SessionState> all() {
         return List.copyOf(open.values());
     }
 
-    /** The session that commands are about; null when none is open. */
+    /** The current session, to which commands go; null when none is open. */
     SessionState current() {
         return current;
     }
 
-    /** Makes a session the current one; whether there is such a session. */
+    /** Makes a session the current one. False when no such session is open. */
     boolean use(int handle) {
         SessionState session = open.get(handle);
         if (session != null) {
@@ -63,12 +63,12 @@ final class Sessions {
         return session != null && session.isScanning();
     }
 
-    /** What the last scan has found so far. */
+    /** The stations that the last scan has found so far. */
     List<Station> stations() {
         return List.copyOf(stations);
     }
 
-    /** How a station is called that the last scan has found; else its channel. */
+    /** The label of a station that the last scan has found; else its channel. */
     String label(long channel) {
         return stations.stream().filter(station -> station.channel() == channel)
                 .map(Station::label).findFirst().orElse("channel " + channel);
@@ -78,8 +78,8 @@ final class Sessions {
         return List.copyOf(recordings);
     }
 
-    /** Takes note of an event, or of what a command that waits by itself has returned. */
-    void observe(Record event) {
+    /** Updates the state with an event, or with what a synchronous native has returned. */
+    void update(Record event) {
         if (event instanceof BG_EV_DTVSV_CREATE_REPLY reply && reply.result() == DONE) {
             current = new SessionState(reply.handle());
             open.put(reply.handle(), current);
@@ -94,12 +94,12 @@ final class Sessions {
         } else {
             SessionState session = open.get(Events.handle(event));
             if (session != null) {
-                observe(session, event);
+                update(session, event);
             }
         }
     }
 
-    private void observe(SessionState session, Record event) {
+    private void update(SessionState session, Record event) {
         if (event instanceof BG_EV_DTVSV_START_SCAN_REPLY reply && reply.result() == DONE) {
             stations.clear();
             session.setScanning(true);
@@ -108,17 +108,17 @@ final class Sessions {
             session.setScanning(false);
         } else if (event instanceof BG_EV_DTVSV_SELECT_CHANNEL_REPLY reply
                 && reply.result() == DONE) {
-            receives(session, reply.physical_channel(), reply.service_no());
+            setReceiving(session, reply.physical_channel(), reply.service_no());
         } else if (event instanceof BG_EV_DTVSV_START_BROADCAST_REPLY reply
                 && reply.result() == DONE) {
-            receives(session, reply.physical_channel(), reply.service_no());
+            setReceiving(session, reply.physical_channel(), reply.service_no());
         } else if (event instanceof BG_EV_DTVSV_TERMINATE_SEARCH_CHANNEL_NOTIFY notice
                 && notice.result() == DONE && notice.broadcast_info().physical_channel() != 0) {
-            session.receives(notice.broadcast_info());
+            session.setReceiving(notice.broadcast_info());
         } else if (event instanceof BG_EV_DTVSV_RECEIVE_EPG_INFO_NOTIFY notice) {
             session.setGuide(notice.epg_info());
-        } else if (stops(event)) {
-            session.stopped();
+        } else if (endsReception(event)) {
+            session.setStopped();
         } else if (event instanceof BG_EV_DTVSV_TERMINATE_REC_REPLY reply
                 && reply.result() == DONE) {
             recorded(session, reply.terminate_rec());
@@ -128,7 +128,7 @@ final class Sessions {
         }
     }
 
-    private static boolean stops(Record event) {
+    private static boolean endsReception(Record event) {
         return event instanceof BG_EV_DTVSV_TERMINATE_BROADCAST_REPLY reply
                 && reply.result() == DONE
                 || event instanceof BG_TS_DTVSVLIB_TERMINATE_BROADCAST_RECEIVING_REPLY_SYNC_INFO it
@@ -137,8 +137,8 @@ final class Sessions {
                 && search.result() == DONE;
     }
 
-    private static void receives(SessionState session, long channel, int service) {
-        session.receives(new BG_TS_DTVSVLIB_BROADCAST_INFO((int) channel, service));
+    private static void setReceiving(SessionState session, long channel, int service) {
+        session.setReceiving(new BG_TS_DTVSVLIB_BROADCAST_INFO((int) channel, service));
     }
 
     /** A channel that is scanned again is listed once. */
@@ -147,7 +147,7 @@ final class Sessions {
         stations.add(station);
     }
 
-    /** What is thrown away has no number. */
+    /** A recording that was discarded has no number. */
     private void recorded(SessionState session, BG_TS_DTVSVLIB_TERMINATE_REC_REPLY where) {
         if (where != null && where.program_no() != 0) {
             recordings.add(new Recording(where.program_no(), session.medium(), session.title()));

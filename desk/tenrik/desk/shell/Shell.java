@@ -9,11 +9,11 @@ import picocli.CommandLine.ParameterException;
 import tenrik.desk.core.DeskException;
 import tenrik.desk.core.ExitStatus;
 
-/** Reads commands and does them, one after the other. */
+/** Reads commands and carries them out, one after the other. */
 final class Shell {
     /** Where commands come from. */
     interface Input {
-        /** Waits for the next line; null when no more comes. */
+        /** Waits for the next line; null at the end. */
         String next() throws IOException;
     }
 
@@ -25,23 +25,23 @@ final class Shell {
         this.remote = remote;
         this.commands = commands;
         commands.setParameterExceptionHandler((failure, words) -> reportUsageError(failure));
-        commands.setExecutionExceptionHandler((failure, command, words) -> failed(failure));
+        commands.setExecutionExceptionHandler((failure, command, words) -> reportFailure(failure));
     }
 
-    /** Does what comes in; whether all of it could be done. */
+    /** Carries out all commands of the input. False when one of them failed. */
     boolean run(Input input) throws IOException {
-        boolean well = true;
+        boolean allDone = true;
         while (!remote.hasEnded()) {
             String line = input.next();
             if (line == null) {
                 break;
             }
-            well &= execute(line);
+            allDone &= execute(line);
         }
-        return well;
+        return allDone;
     }
 
-    /** Abandons what a command waits for. On any thread. */
+    /** Ends the wait of the running command. May be called on any thread. */
     void interrupt() {
         Thread thread = working;
         if (thread != null) {
@@ -70,7 +70,7 @@ final class Shell {
                     .map(word -> raw ? word.raw() : word.text()).toArray(String[]::new)) == 0;
         } finally {
             working = null;
-            Thread.interrupted(); // an interrupt that came too late is about nothing
+            Thread.interrupted(); // one that came after the command has ended
         }
     }
 
@@ -82,7 +82,7 @@ final class Shell {
         return ExitStatus.FAILED;
     }
 
-    private int failed(Exception failure) {
+    private int reportFailure(Exception failure) {
         if (failure instanceof DeskException) {
             remote.output().failed(failure.getMessage());
         } else if (failure instanceof InterruptedException) {

@@ -30,9 +30,9 @@ import tenrik.desk.core.ProgramVersion;
 import tenrik.desk.core.StandardStreams;
 
 /**
- * A remote control. On a terminal lines are edited, and the exit status is 0; otherwise commands
- * are read line by line, and the exit status is 1 when one of them failed. It is 2 when the remote
- * control could not start.
+ * Drives the bridge by hand. On a terminal lines are edited, and the exit status is 0; otherwise
+ * commands are read line by line, and the exit status is 1 when one of them failed. It is 2 when
+ * the shell could not start.
  */
 @Command(name = "shell", versionProvider = ProgramVersion.class)
 public final class ShellCommand implements Callable<Integer> {
@@ -40,7 +40,7 @@ public final class ShellCommand implements Callable<Integer> {
     private DeskOptions options;
 
     @Option(names = "--history", hidden = true, paramLabel = "FILE",
-            description = "Where the lines are kept that were typed.")
+            description = "The history of the lines that were typed.")
     private Path history;
 
     /** The command before its options are read. */
@@ -49,7 +49,7 @@ public final class ShellCommand implements Callable<Integer> {
     /** Runs the shell until its input ends. */
     @Override
     public Integer call() throws IOException {
-        // There is a console when both input and output are a terminal.
+        // There is a console when both input and output are terminals.
         return System.console() != null ? onTerminal() : onPipe();
     }
 
@@ -66,16 +66,16 @@ public final class ShellCommand implements Callable<Integer> {
             return run(output, (shell, commands, remote) -> {
                 control.set(remote);
                 terminal.handle(Terminal.Signal.INT, signal -> shell.interrupt());
-                prepare(editor, new ShellCompleter(commands, remote));
+                configure(editor, new ShellCompleter(commands, remote));
                 output.screen().line("\"help\" shows what can be done. The TAB key completes.");
-                shell.run(() -> typed(editor));
-                keep(editor.getHistory());
+                shell.run(() -> readLine(editor));
+                save(editor.getHistory());
                 return true;
             });
         }
     }
 
-    /** Names the current session. */
+    /** The prompt, which names the current session. */
     private static String prompt(RemoteControl remote) {
         SessionState session = remote.sessions().current();
         return session == null ? "desk> " : "desk " + session.handle() + "> ";
@@ -90,11 +90,11 @@ public final class ShellCommand implements Callable<Integer> {
         }, options.terminal());
         BufferedReader lines = new BufferedReader(
                 new InputStreamReader(System.in, StandardCharsets.UTF_8));
-        return run(output, (shell, commands, remote) -> shell.run(() -> next(lines)));
+        return run(output, (shell, commands, remote) -> shell.run(() -> readLine(lines)));
     }
 
-    /** The next line; null at the end, also when nobody can read what the commands print. */
-    private static String next(BufferedReader lines) throws IOException {
+    /** Reads a line: null at the end, and when the output of commands can no longer be written. */
+    private static String readLine(BufferedReader lines) throws IOException {
         try {
             return StandardStreams.outputFailure().isPresent() ? null : lines.readLine();
         } catch (IOException failure) {
@@ -102,24 +102,25 @@ public final class ShellCommand implements Callable<Integer> {
         }
     }
 
-    /** What is done with a shell; whether all went well. */
-    private interface Use {
-        boolean of(Shell shell, CommandLine commands, RemoteControl remote) throws IOException;
+    /** Runs a shell. False when a command failed. */
+    private interface Runner {
+        boolean run(Shell shell, CommandLine commands, RemoteControl remote) throws IOException;
     }
 
-    private int run(ShellOutput output, Use use) throws IOException {
+    private int run(ShellOutput output, Runner runner) throws IOException {
         try (Desk desk = Desk.open(options, Pace.REAL_TIME);
                 RemoteControl remote = new RemoteControl(desk, output);
                 TraceFollower trace = new TraceFollower(Path.of(options.output()), output::trace)) {
             CommandLine commands = ShellCommands.create(remote, trace);
-            return use.of(new Shell(remote, commands), commands, remote) ? ExitStatus.OK : ExitStatus.FAILED;
+            return runner.run(new Shell(remote, commands), commands, remote) ? ExitStatus.OK
+                    : ExitStatus.FAILED;
         } catch (DeskException failure) {
             StandardStreams.ERRORS.println("run: " + failure.getMessage());
             return ExitStatus.NOT_STARTED;
         }
     }
 
-    private void prepare(LineEditor editor, ShellCompleter completer) {
+    private void configure(LineEditor editor, ShellCompleter completer) {
         editor.setParser(new ShellWords());
         editor.setCompleter(completer);
         editor.setOpt(LineReader.Option.CASE_INSENSITIVE);
@@ -132,12 +133,12 @@ public final class ShellCommand implements Callable<Integer> {
         try {
             lines.attach(editor);
         } catch (RuntimeException unreadable) {
-            StandardStreams.ERRORS.println("run: " + history + " holds no lines that were typed");
+            StandardStreams.ERRORS.println("run: " + history + " is no history of typed lines");
         }
     }
 
-    /** A line; an empty one when it was abandoned. */
-    private static String typed(LineEditor editor) {
+    /** Reads a line: empty when it was abandoned, null at the end. */
+    private static String readLine(LineEditor editor) {
         try {
             return editor.readLine();
         } catch (UserInterruptException abandoned) {
@@ -147,11 +148,12 @@ public final class ShellCommand implements Callable<Integer> {
         }
     }
 
-    private void keep(History lines) {
+    private void save(History lines) {
         try {
             lines.save();
         } catch (IOException failure) {
-            StandardStreams.ERRORS.println("run: the history cannot be kept: " + failure.getMessage());
+            StandardStreams.ERRORS.println(
+                    "run: the history cannot be written: " + failure.getMessage());
         }
     }
 }

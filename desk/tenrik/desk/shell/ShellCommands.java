@@ -25,7 +25,7 @@ import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_RECORDING_MEDIUM;
 import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_SCREEN_MODE;
 import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_SCREEN_ROTATE;
 
-/** All commands of the shell, and those about the shell itself. */
+/** The list of all commands; and the commands that are about the shell itself. */
 @Command(name = "", addMethodSubcommands = false)
 final class ShellCommands {
     private static final int WIDTH = 80;
@@ -70,7 +70,7 @@ final class ShellCommands {
         root.setExpandAtFiles(false);
         root.setUsageHelpWidth(WIDTH);
         root.setColorScheme(CommandLine.Help.defaultColorScheme(CommandLine.Help.Ansi.OFF));
-        // A native's arguments may look like options.
+        // Arguments of a native may begin with a minus sign.
         root.getSubcommands().get(SendCommand.NAME).setStopAtPositional(true);
         return root;
     }
@@ -88,15 +88,16 @@ final class ShellCommands {
     }
 
     @Command(description = "Chooses which events are shown.")
-    void events(@Parameters(paramLabel = "some|all|none", description = "some, in words; all, those"
-            + " that come regularly and answers included, with everything they hold; or none.")
-            EventPrinter.Choice choice) {
+    void events(
+            @Parameters(paramLabel = "some|all|none", description = "some, by their meaning; all,"
+                    + " also periodic ones and answers, with all their components; or none.")
+                    EventPrinter.Choice choice) {
         remote.printer().choose(choice);
     }
 
     @Command(description = "Shows the bridge's trace as it is written.")
-    void trace(@Parameters(paramLabel = "on|off|FILTER", description = "Any other word than on and"
-            + " off shows the lines that contain it.") String choice) throws DeskException {
+    void trace(@Parameters(paramLabel = "on|off|FILTER", description = "Any word other than on and"
+            + " off: only lines that contain it.") String choice) throws DeskException {
         if (choice.equals("off")) {
             trace.close();
         } else {
@@ -104,9 +105,12 @@ final class ShellCommands {
         }
     }
 
-    @Command(name = "wait", description = "Lets time pass.")
-    void pause(@Parameters(paramLabel = "SECONDS", description = "How much of it.") double seconds)
-            throws InterruptedException {
+    @Command(name = "wait", description = "Waits.")
+    void pause(@Parameters(paramLabel = "SECONDS", description = "How long.") double seconds)
+            throws DeskException, InterruptedException {
+        if (!Double.isFinite(seconds) || seconds < 0) {
+            throw new DeskException("not a time: " + seconds);
+        }
         TimeUnit.NANOSECONDS.sleep((long) (seconds * TimeUnit.SECONDS.toNanos(1)));
     }
 

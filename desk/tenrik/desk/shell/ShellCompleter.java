@@ -18,8 +18,8 @@ import picocli.CommandLine.Model.PositionalParamSpec;
 import tenrik.desk.send.NativeCall;
 
 /**
- * Completes commands, options and values. What a parameter may be is told by its type or by its
- * label. (The completion that picocli has would offer the values of all parameters everywhere.)
+ * Completes commands, options and values. The type or the label of a parameter determines its
+ * values. (picocli's own completion offers the values of all parameters everywhere.)
  */
 final class ShellCompleter implements Completer {
     static final String CHANNEL = "CHANNEL";
@@ -41,7 +41,7 @@ final class ShellCompleter implements Completer {
     @Override
     public void complete(LineReader reader, ParsedLine line, List<Candidate> candidates) {
         CommandLine command = root;
-        ArgSpec option = null; // that waits for its value
+        ArgSpec option = null; // whose value is the next word
         List<String> values = new ArrayList<>();
         for (String word : line.words().subList(0, line.wordIndex())) {
             if (option != null) {
@@ -93,14 +93,14 @@ final class ShellCompleter implements Completer {
                     .map(Candidate::new);
         }
         return switch (label) {
-            case CHANNEL -> remote.sessions().stations().stream().map(station -> named(
+            case CHANNEL -> remote.sessions().stations().stream().map(station -> labelled(
                     String.valueOf(station.channel()), station.name()));
             case COMMAND -> commandsBelow(before);
             case NATIVE -> NativeCall.natives().stream().map(NativeCall::shortName)
                     .map(Candidate::new);
             case ARGUMENT -> Stream.of(NativeCall.sample(before.get(0), before.size() - 1))
                     .filter(sample -> !sample.isEmpty()).map(Candidate::new);
-            case PROGRAMME -> remote.sessions().recordings().stream().map(recording -> named(
+            case PROGRAMME -> remote.sessions().recordings().stream().map(recording -> labelled(
                     String.valueOf(recording.programme()), recording.title()));
             case REQUEST -> Stream.concat(Stream.of("all", "auto"), remote.requests().pending()
                     .stream().map(Events::kind)).map(Candidate::new);
@@ -121,7 +121,7 @@ final class ShellCompleter implements Completer {
         return names(command);
     }
 
-    private static Candidate named(String value, String name) {
+    private static Candidate labelled(String value, String name) {
         return new Candidate(value, value, null, name.isEmpty() ? null : name, null, null, true);
     }
 }

@@ -12,8 +12,8 @@ import tenrik.desk.core.Columns;
 import tenrik.desk.core.Screen;
 
 /**
- * What the shell prints, on whatever thread: whole lines of at most 80 columns, which spare the
- * line that is being typed and a bar of progress.
+ * What the shell prints, on any thread: whole lines of at most 80 columns, which do not destroy the
+ * line that is being typed or a progress bar.
  */
 final class ShellOutput {
     private static final int WIDTH = 80;
@@ -23,7 +23,7 @@ final class ShellOutput {
     private final Consumer<Runnable> guard;
     private final boolean terminal;
     private final Screen screen;
-    /** The bar that stands on the last line; empty when none does. */
+    /** The progress bar on the last line; empty when there is none. */
     private String progress = "";
 
     /**
@@ -38,44 +38,44 @@ final class ShellOutput {
         screen = new Screen(new PrintStream(new Lines(), true, StandardCharsets.UTF_8), terminal);
     }
 
-    /** For what is laid out for a screen. */
+    /** A screen whose lines are printed here. */
     Screen screen() {
         return screen;
     }
 
-    /** What went wrong. */
+    /** Prints what has failed. */
     void failed(String text) {
         write(wrap("  ! ", text), "33");
     }
 
     /**
-     * Something that came by itself.
+     * Prints an event.
      *
-     * @param mark begins the line
+     * @param mark the beginning of the line
      */
-    void news(String mark, String text) {
+    void event(String mark, String text) {
         List<String> lines = new ArrayList<>();
         text.lines().forEach(line -> lines.addAll(wrap(lines.isEmpty() ? mark
                 : " ".repeat(mark.length()), line)));
         write(lines, "36");
     }
 
-    /** A line of the trace. */
+    /** Prints a line of the trace. */
     void trace(String text) {
         write(wrap("| ", text), "2");
     }
 
-    /** A text that may need several lines, under what stands before. */
+    /** Prints an indented text, on several lines if it is long. */
     void paragraph(String text) {
         write(wrap(INDENT, text), "");
     }
 
-    /** Lines as they are. */
+    /** Prints lines without a change. */
     void lines(List<String> lines) {
         write(lines, "");
     }
 
-    /** A bar of progress that is not complete stays as it is; what follows goes below. */
+    /** Ends a progress bar that is not complete: what follows is printed below it. */
     void leaveProgress() {
         guard.accept(() -> {
             if (!progress.isEmpty()) {
@@ -97,10 +97,10 @@ final class ShellOutput {
     }
 
     /**
-     * A text in lines that are not too wide, broken at blanks where there are any. What would
-     * steer a terminal is shown as a question mark.
+     * Divides a text into lines of the terminal's width, at blanks where there are any. Control
+     * characters are replaced by question marks.
      *
-     * @param first begins the first line; the others are indented by as much, and a little
+     * @param first the beginning of the first line; the others are indented by two columns more
      */
     static List<String> wrap(String first, String text) {
         List<String> lines = new ArrayList<>();
@@ -120,7 +120,7 @@ final class ShellOutput {
         }
     }
 
-    /** How much of a text has room in so many columns. */
+    /** How many UTF-16 units of a text fit in a number of columns. */
     private static int fitting(String text, int columns) {
         int used = 0;
         int place = 0;
@@ -135,7 +135,7 @@ final class ShellOutput {
         return place;
     }
 
-    /** What the screen prints, line by line. */
+    /** Takes the output of the screen, line by line. */
     private final class Lines extends OutputStream {
         private final ByteArrayOutputStream line = new ByteArrayOutputStream();
 
@@ -156,7 +156,7 @@ final class ShellOutput {
             }
         }
 
-        /** A line without an end is a bar of progress. */
+        /** A line without an end is a progress bar. */
         @Override
         public void flush() {
             if (line.size() == 0) {

@@ -7,9 +7,9 @@ import org.jline.reader.ParsedLine;
 import org.jline.reader.Parser;
 
 /**
- * A line of the shell in words. Blanks part them, except between double quotes, where a backslash
- * takes the next character as it is, and inside a word that begins with a bracket, which ends with
- * the bracket that closes it. A word that begins with # and all that follows it is a comment.
+ * Divides a line of the shell into words. Blanks separate them, except between double quotes, where
+ * a backslash keeps the next character as it is, and in a word that begins with a bracket, which
+ * ends with its closing bracket. A word that begins with # and all that follows it is a comment.
  */
 final class ShellWords implements Parser {
     /**

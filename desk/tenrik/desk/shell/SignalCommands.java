@@ -9,7 +9,7 @@ import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_CONTROL_LNA_REPLY;
 import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_GET_TUNER_LOG_STATUS_REPLY;
 import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_SET_TUNER_LOG_REPLY;
 
-/** What comes in at the tuner of the current session. */
+/** Commands about the signal at the tuner of the current session. */
 @Command(name = "signal", description = "Amplifies the signal and logs the tuner.")
 final class SignalCommands {
     private static final int LOG_ON = 1;
@@ -17,7 +17,7 @@ final class SignalCommands {
 
     private final RemoteControl remote;
 
-    /** What can be done about the log. */
+    /** The actions on the log. */
     enum Log {
         ON,
         OFF,
@@ -35,8 +35,8 @@ final class SignalCommands {
                 session.handle(), mode), BG_EV_DTVSV_CONTROL_LNA_REPLY.class);
     }
 
-    @Command(description = "Logs the tuner, or says whether it is logged. What is logged comes"
-            + " every second; \"events all\" shows it.")
+    @Command(description = "Turns the log of the tuner on or off, or shows whether it is on."
+            + " Its values come every second; \"events all\" shows them.")
     void log(@Mixin WaitOption waiting, @Parameters(paramLabel = "on|off|status") Log what)
             throws DeskException, InterruptedException {
         if (what == Log.STATUS) {

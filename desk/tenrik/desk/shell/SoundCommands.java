@@ -12,8 +12,8 @@ import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_SET_SOUND_VIDEO_DELA
 import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_AUDIO_COMPONENT;
 import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_DUALMONO;
 
-/** What is heard in the current session. */
-@Command(name = "sound", description = "Chooses what is heard, and when.")
+/** Commands about the sound of the current session. */
+@Command(name = "sound", description = "Selects the sound and its delay.")
 final class SoundCommands {
     private final RemoteControl remote;
 
@@ -21,7 +21,7 @@ final class SoundCommands {
         this.remote = remote;
     }
 
-    @Command(description = "Chooses a sound stream.")
+    @Command(description = "Selects a sound stream.")
     void component(@Mixin WaitOption waiting, @Parameters(paramLabel = "COMPONENT",
             description = "One of ${COMPLETION-CANDIDATES}, or its number.")
             BG_TE_DTVSVLIB_AUDIO_COMPONENT component) throws DeskException, InterruptedException {
@@ -30,7 +30,7 @@ final class SoundCommands {
                 BG_EV_DTVSV_CHANGE_AUDIO_COMPONENT_REPLY.class);
     }
 
-    @Command(description = "Chooses what is heard of a dual mono sound.")
+    @Command(description = "Selects the channels of a dual mono sound.")
     void dual(@Mixin WaitOption waiting, @Parameters(paramLabel = "CHANNELS",
             description = "One of ${COMPLETION-CANDIDATES}, or its number.")
             BG_TE_DTVSVLIB_DUALMONO channels) throws DeskException, InterruptedException {
@@ -39,7 +39,7 @@ final class SoundCommands {
                 BG_EV_DTVSV_CHANGE_SOUND_DUALMONO_REPLY.class);
     }
 
-    @Command(description = "Delays picture and sound, by at most what create allowed.")
+    @Command(description = "Delays picture and sound, at most by the limit given to create.")
     void delay(
             @Mixin WaitOption waiting,
             @Parameters(index = "0", paramLabel = "PICTURE", description = "Milliseconds.")

@@ -3,11 +3,11 @@ package tenrik.desk.shell;
 import picocli.CommandLine.Mixin;
 import picocli.CommandLine.Option;
 
-/** How a command waits for its answer that has a twin which waits by itself. */
+/** The options of commands that also have a synchronous native. */
 final class SyncOption {
     @Mixin
     WaitOption waiting = new WaitOption();
 
-    @Option(names = "--sync", description = "Calls the native that waits for the answer itself.")
+    @Option(names = "--sync", description = "Calls the synchronous native.")
     boolean sync;
 }

@@ -28,7 +28,7 @@ final class TraceFollower implements AutoCloseable {
     }
 
     /**
-     * Begins with what is written after this.
+     * Starts with the lines that are written after this call.
      *
      * @param filter what a line must contain
      * @throws DeskException when the trace cannot be read
@@ -36,7 +36,7 @@ final class TraceFollower implements AutoCloseable {
     void start(String filter) throws DeskException {
         close();
         if (!Files.isRegularFile(file)) {
-            throw new DeskException("the trace goes to " + file + ", which is no file to follow");
+            throw new DeskException("the trace goes to " + file + ", which is not a regular file");
         }
         try {
             following = new Following(FileChannel.open(file), filter);
@@ -46,7 +46,7 @@ final class TraceFollower implements AutoCloseable {
         following.start();
     }
 
-    /** Ends with what has been written before this. */
+    /** Ends with the lines that were written before this call. */
     @Override
     public void close() {
         if (following != null) {
@@ -75,7 +75,7 @@ final class TraceFollower implements AutoCloseable {
             try (channel) {
                 follow();
             } catch (InterruptedException end) {
-                // Nobody interrupts it, and then it ends.
+                // Ends the thread; nothing in the program interrupts it.
             } catch (IOException failure) {
                 lines.accept("the trace cannot be read any more: " + failure.getMessage());
             }
@@ -89,7 +89,7 @@ final class TraceFollower implements AutoCloseable {
             read();
         }
 
-        /** Reads as far as the file is written now: a trace that grows does not hold this up. */
+        /** Reads up to the present end of the file, so that it also ends while the trace grows. */
         private void read() throws IOException {
             long end = channel.size();
             while (channel.position() < end && channel.read(block.clear()) > 0) {
@@ -110,7 +110,7 @@ final class TraceFollower implements AutoCloseable {
             }
         }
 
-        /** Has read what there is when it returns. */
+        /** Returns when all that was written has been read. */
         void end() {
             synchronized (this) {
                 ended = true;

@@ -34,7 +34,7 @@ final class TuningCommands {
         @Mixin
         private SyncOption waiting;
 
-        @Option(names = "--cancel", description = "Ends a scan that goes on.")
+        @Option(names = "--cancel", description = "Ends a scan that is under way.")
         private boolean cancel;
 
         Scan(RemoteControl remote) {
@@ -61,15 +61,16 @@ final class TuningCommands {
         }
 
         private void scan(int handle) throws DeskException, InterruptedException {
-            try (RemoteControl.Subscription notice = remote.subscribe(event -> Events.handle(event) == handle
+            try (RemoteControl.Subscription events = remote.subscribe(
+                    event -> Events.handle(event) == handle
                     && (event instanceof BG_EV_DTVSV_START_SCAN_REPLY
                     || event instanceof BG_EV_DTVSV_SCAN_NOTIFY
                     || event instanceof BG_EV_DTVSV_SERVICE_INFO_NOTIFY
                     || event instanceof BG_EV_DTVSV_TERMINATE_SCAN_NOTIFY))) {
                 looked = 0;
                 remote.send(() -> remote.service().DtvSvLib_StartScan(handle));
-                while (!ends(notice.next())) {
-                    // Tells on the way.
+                while (!process(events.next())) {
+                    // The progress is shown.
                 }
             } finally {
                 remote.output().leaveProgress();
@@ -79,7 +80,8 @@ final class TuningCommands {
             show(remote, stations);
         }
 
-        private boolean ends(Record event) throws DeskException {
+        /** Shows what an event of the scan reports. True at the scan's end. */
+        private boolean process(Record event) throws DeskException {
             if (event instanceof BG_EV_DTVSV_START_SCAN_REPLY reply) {
                 RemoteControl.checkAnswer(reply.result());
                 channels = reply.channnel_num();
@@ -118,7 +120,7 @@ final class TuningCommands {
         }
     }
 
-    /** Which way a search goes, in the order of the numbers that stand for it. */
+    /** The directions of a search, in the order of their numbers. */
     enum Way {
         UP,
         DOWN
@@ -132,11 +134,11 @@ final class TuningCommands {
         @Mixin
         private WaitOption waiting;
 
-        @Option(names = "--cancel", description = "Ends a search that goes on.")
+        @Option(names = "--cancel", description = "Ends a search that is under way.")
         private boolean cancel;
 
-        @Parameters(arity = "0..1", paramLabel = "up|down", description = "Which way; up when left"
-                + " out.", defaultValue = "UP")
+        @Parameters(arity = "0..1", paramLabel = "up|down", defaultValue = "UP",
+                description = "The direction; up when left out.")
         private Way way;
 
         Search(RemoteControl remote) {
@@ -164,14 +166,15 @@ final class TuningCommands {
 
         private void search(int handle, BG_TS_DTVSVLIB_BROADCAST_INFO from)
                 throws DeskException, InterruptedException {
-            try (RemoteControl.Subscription notice = remote.subscribe(event -> Events.handle(event) == handle
+            try (RemoteControl.Subscription events = remote.subscribe(
+                    event -> Events.handle(event) == handle
                     && (event instanceof BG_EV_DTVSV_START_SEARCH_CHANNEL_REPLY
                     || event instanceof BG_EV_DTVSV_START_SEARCH_CHANNEL_NOTIFY
                     || event instanceof BG_EV_DTVSV_TERMINATE_SEARCH_CHANNEL_NOTIFY))) {
                 remote.send(() -> remote.service().DtvSvLib_StartSearchChannel(handle, from,
                         way.ordinal()));
                 while (true) {
-                    Record event = notice.next();
+                    Record event = events.next();
                     if (event instanceof BG_EV_DTVSV_START_SEARCH_CHANNEL_REPLY reply) {
                         RemoteControl.checkAnswer(reply.result());
                     } else if (event instanceof BG_EV_DTVSV_TERMINATE_SEARCH_CHANNEL_NOTIFY end) {
