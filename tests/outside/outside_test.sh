@@ -6,6 +6,7 @@
 set -eu
 export LC_ALL=C
 library=$1
+allowed=$(dirname -- "$0")/allowed_imports.txt
 passed=0
 failed=0
 
@@ -46,6 +47,10 @@ check "other imports without a version" "" \
         grep -vE '^(DtvSv|android::(AndroidRuntime|BBinder|IBinder|RefBase)::|android::sp_report_)' |
         grep -vE '^virtual thunk to (DtvSvLibListener|android::(BBinder|IBinder))::~' |
         grep -vE '^(_ITM_|__gmon_start__)' | sort)"
+check "imports that are not on the list" "" \
+    "$(nm --dynamic --undefined-only --demangle "$library" | sed 's/^ *[Uw] //; s/@.*//' |
+        sed 's/^\(non-\)\{0,1\}virtual thunk to //; s/(.*//' | sort -u |
+        grep -vxF -f "$allowed" || true)"
 check "runtimes but those of C and C++" "" \
     "$(nm --dynamic --undefined-only "$library" | sed -n 's/.*@\([A-Z]*\)_.*/\1/p' |
         grep -vxE 'CXXABI|GCC|GLIBC|GLIBCXX' | sort -u)"
