@@ -23,28 +23,48 @@ changed_files() {
     } | grep -E '\.(cpp|h)$' | sort -u || true
 }
 
-# sources_of FILE...: the sources through which clang-tidy sees these files: a source itself, for a
-# header its namesake, or else one that includes it. Says which header has none.
+# includers_of HEADER PATTERN: the files whose names match the pattern and that include the header, by
+# its folder and name, or by its name from the same folder.
+includers_of() {
+    lint_name=$(basename "$1")
+    lint_folder=$(dirname "$1")
+    # shellcheck disable=SC2086 # a list of words
+    grep -rlE --include="$2" "#include [\"<]([^\">]*/)?$(basename "$lint_folder")/${lint_name}[\">]" \
+        $source_folders || true
+    # shellcheck disable=SC2086 # a pattern
+    grep -lE "#include \"$lint_name\"" "$lint_folder"/$2 2>/dev/null || true
+}
+
+# source_of FILE: the source through which clang-tidy sees a file: a source itself, for a header its
+# namesake, or else one that includes it, if only through another header. Says when there is none.
+source_of() {
+    case $1 in
+    *.cpp)
+        echo "$1"
+        return
+        ;;
+    esac
+    if [ -f "${1%.h}.cpp" ]; then
+        echo "${1%.h}.cpp"
+        return
+    fi
+    lint_source=$(includers_of "$1" '*.cpp' | head -n 1)
+    if [ -n "$lint_source" ]; then
+        echo "$lint_source"
+        return
+    fi
+    lint_header=$(includers_of "$1" '*.h' | head -n 1)
+    if [ -n "$lint_header" ]; then
+        source_of "$lint_header"
+    else
+        echo "test: no source includes $1: clang-tidy does not see it" >&2
+    fi
+}
+
+# sources_of FILE...: the sources of all of them.
 sources_of() {
     for lint_file in "$@"; do
-        case $lint_file in
-        *.cpp)
-            echo "$lint_file"
-            continue
-            ;;
-        esac
-        if [ -f "${lint_file%.h}.cpp" ]; then
-            echo "${lint_file%.h}.cpp"
-            continue
-        fi
-        # shellcheck disable=SC2086 # a list of words
-        lint_source=$(grep -rlE --include='*.cpp' \
-            "#include [\"<]([^\">]*/)?$(basename "$lint_file")[\">]" $source_folders | head -n 1)
-        if [ -n "$lint_source" ]; then
-            echo "$lint_source"
-        else
-            echo "test: no source includes $lint_file: clang-tidy does not see it" >&2
-        fi
+        source_of "$lint_file"
     done | sort -u
 }
 

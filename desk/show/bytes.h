@@ -11,7 +11,7 @@ struct Bytes {
     const uint8_t* data = nullptr;
     size_t size = 0;
 
-    /// What lies behind the first `count` bytes; nothing when there are no more.
+    /// What follows the first `count` bytes; nothing when there are no more.
     Bytes from(size_t count) const {
         return count < size ? Bytes{data + count, size - count} : Bytes{};
     }

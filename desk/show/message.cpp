@@ -20,7 +20,7 @@ constexpr size_t kHeaderSize = 36;
 constexpr size_t kNameSize = 16;
 
 constexpr size_t kIndent = 4;
-constexpr size_t kHeadlineIndent = 17; ///< behind the time
+constexpr size_t kHeadlineIndent = 17; ///< after the time
 
 bool is(const Message& message, Kind kind) {
     return message.kind == static_cast<uint8_t>(kind);
@@ -73,7 +73,7 @@ std::string sizeText(const Message& message) {
 
 std::vector<std::string> headline(const Message& message, const catalogue::Message* known,
                                   const catalogue::Record* layout) {
-    // A line may end behind each of these.
+    // A line may end after each of these.
     std::vector<std::string> words{threadText(message) + ' '};
     const auto add = [&words](const std::string& part) {
         words.back() += ',';
@@ -154,7 +154,7 @@ std::vector<std::string> messageLines(const Message& message, const std::string&
     }
 
     const Bytes record{message.record.data(), message.record.size()};
-    // An empty answer and a missing record are told in the headline.
+    // An empty answer and a missing record are in the headline.
     const bool shown = record.size > 0 || (message.size == 0 && !is(message, Kind::kAnswer));
     if (shown) {
         const std::vector<std::string> fields =

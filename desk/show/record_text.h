@@ -14,10 +14,10 @@ namespace show {
 constexpr size_t kColumns = 80;
 
 /// The fields of a record, one on a line, from column `indent` on. Shown besides: reserved bytes
-/// that are not zero, where the record ends before its layout does, and what it has behind it.
+/// that are not zero, where the record ends before its layout does, and what follows it.
 std::vector<std::string> recordLines(const catalogue::Record& layout, Bytes record, size_t indent);
 
-/// Bytes of unknown meaning, 16 on a line, with their offset before and as ASCII behind them.
+/// Bytes of unknown meaning, 16 on a line, with their offset before and as ASCII after them.
 std::vector<std::string> dumpLines(Bytes bytes, size_t indent);
 
 } // namespace show

@@ -85,6 +85,13 @@ class Arguments(DeskTest):
                               self.folder / "capture")
         self.assertEqual((0, ""), (run.returncode, run.stderr))
 
+    def test_standard_output_on_a_full_disk(self):
+        for option in ("--quiet", "--json"):
+            with open("/dev/full", "wb") as full:
+                run = self.run_script(option, stdout=full)
+            self.assertEqual((1, "run: standard output: No space left on device\n"),
+                             (run.returncode, run.stderr))
+
     def test_standard_output_that_is_closed(self):
         script = f'exec "{ROOT}/run" --build "{BUILD}" --json >&-'
         run = subprocess.run(["sh", "-c", script], stderr=subprocess.PIPE, text=True,
@@ -118,6 +125,25 @@ class Ending(DeskTest):
         shell.close()
         self.assertEqual(0, shell.exitstatus)
 
+    def test_its_memory_is_limited(self):
+        shell, _ = self.start()
+        flags = subprocess.run(["jcmd", str(shell.pid), "VM.flags"], capture_output=True, text=True,
+                               timeout=LIMIT, check=True).stdout
+        largest = re.search(r"-XX:MaxHeapSize=(\d+)", flags)
+        self.assertTrue(largest, flags)
+        self.assertLessEqual(int(largest[1]), 256 * 1024 * 1024)
+
+    def test_ctrl_c_abandons_the_line_alone(self):
+        shell, _ = self.start()
+        shell.send("exi\x03")
+        shell.expect("desk> ")
+        shell.send("create\r")
+        shell.expect("desk 1> ")
+        shell.sendcontrol("d")
+        shell.expect(pexpect.EOF)
+        shell.close()
+        self.assertEqual(0, shell.exitstatus)
+
     def test_signals(self):
         for number in (signal.SIGHUP, signal.SIGTERM, signal.SIGKILL):
             with self.subTest(number):
@@ -128,6 +154,7 @@ class Ending(DeskTest):
                 # The script and the VM are one process, so nothing is left that runs.
                 self.assertFalse(shell.isalive())
                 self.assertEqual([], list(temporary.iterdir()))
+                self.assertEqual([], list(pathlib.Path("/tmp").glob(f"hsperfdata_*/{shell.pid}")))
 
     def test_a_terminal_that_is_closed(self):
         shell, temporary = self.start()

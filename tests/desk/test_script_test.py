@@ -77,6 +77,21 @@ class Arguments(unittest.TestCase):
         stages = self.plan("--all-files", "--lint", "--jobs", "3")
         self.assertEqual("run_clang_tidy build/lint 3 yes", stages["clang-tidy"][-1])
 
+    def test_lint_sees_headers_through_sources(self):
+        def sources_of(*files):
+            shown = subprocess.run(["sh", "-eu", "-c", '. tools/lint.sh; sources_of "$@"', "sh",
+                                    *files], cwd=ROOT, capture_output=True, text=True, timeout=60,
+                                   check=True)
+            return shown.stdout.splitlines(), shown.stderr
+        self.assertEqual((["desk/show/main.cpp", "desk/show/message.cpp"], ""), sources_of(
+            "desk/show/message.h", "desk/show/message.cpp", "desk/show/main.cpp"))
+        # Only headers include this one; another of the same name is in another folder.
+        found, errors = sources_of("desk/show/bytes.h")
+        self.assertEqual(("", 1), (errors, len(found)))
+        self.assertTrue(found[0].startswith("desk/show/"), found)
+        self.assertEqual(([], "test: no source includes desk/show/none.h: clang-tidy does not see "
+                          "it\n"), sources_of("desk/show/none.h"))
+
     def test_what_is_wrong_is_refused_in_one_line(self):
         builds = " ".join(BUILDS)
         for arguments, reason in [

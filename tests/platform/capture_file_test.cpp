@@ -98,7 +98,7 @@ TEST_F(CaptureFile, CutsAVeryLongRecord) {
     ASSERT_EQ(bytes.size(), 88u + 2 * (28 + 65536 + 16));
     EXPECT_EQ(numberAt(bytes, 88 + 20, 4), 65536u) << "bytes in the file";
     EXPECT_EQ(numberAt(bytes, 88 + 24, 4), 70036u) << "bytes of the message";
-    EXPECT_EQ(numberAt(bytes, 88 + 28 + 16, 4), 70000u) << "the size that was told";
+    EXPECT_EQ(numberAt(bytes, 88 + 28 + 16, 4), 70000u) << "the size that was given";
     EXPECT_EQ(numberAt(bytes, 88 + 65580 + 20, 4), 65536u);
     EXPECT_EQ(numberAt(bytes, 88 + 65580 + 24, 4), 65536u);
 }

@@ -24,7 +24,7 @@ struct Packets {
 
 Packets packetsOf(std::vector<uint8_t> bytes) {
     Packets packets;
-    size_t begin = 88; // behind the section and the interface
+    size_t begin = 88; // after the section and the interface
     while (begin < bytes.size()) {
         const auto size = static_cast<size_t>(numberAt(bytes, begin + 4, 4));
         if (size < 80 || size > bytes.size() - begin) {

@@ -130,7 +130,7 @@ TEST(DamagedFile, BoundsTheLengthsOfOptions) {
 }
 
 TEST(DamagedFile, TakesSizesThatAreOnlyTold) {
-    // The size before a cut, and the size that the sender told.
+    // The size before a cut, and the size that the sender gave.
     for (const size_t offset : {112u, 132u}) {
         for (const uint32_t number : {0u, 1u, 0x80000000u, 0xffffffffu}) {
             const Contents damaged = read(withNumberAt(offset, number));

@@ -105,7 +105,7 @@ TEST(RecordText, ShowsTextsToTheirEndOrThatOfTheField) {
 
 TEST(RecordText, ShowsUtf16Texts) {
     const Record texts = recordOf("TEXTS", 24, {{"text", 0, 24, 1, Kind::kUtf16Text, nullptr}});
-    // Two halves of a character that stand alone, the end, and something behind it.
+    // Two halves of a character that are alone, the end, and something after it.
     EXPECT_THAT(linesOf(texts, "4100 e900 0a00 8500 4230 3dd8 00de 3dd8 4200 00dc 0000 4300"),
                 ElementsAre("    text  \"A\xc3\xa9\\x0a\\u0085\xe3\x81\x82\xf0\x9f\x98\x80"
                             "\\ud83dB\\udc00\""));

@@ -26,7 +26,7 @@ check() {
     fi
 }
 
-# A longer file of before is begun anew.
+# The contents of a longer file are dropped.
 head -c 100000 /dev/zero >"$capture"
 DTV_CAPTURE_FILE=$capture run "$sample"
 
