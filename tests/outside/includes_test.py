@@ -1,0 +1,123 @@
+"""Every include of the sources stays inside its folder or goes to one below it.
+
+usage: includes_test.py SOURCES
+
+A folder that is not listed fails, and so does a file that includes another which, by other files,
+includes it.
+"""
+import pathlib
+import re
+import sys
+
+# Folder: what its files may include, by the text of the include. A text that ends with a slash is a
+# folder.
+ALLOWED = {
+    "src/records": ["records/"],
+    "src/binding": ["binding/", "entry/trace.h", "records/message_table.def"],
+    "src/commands": ["commands/", "binding/", "records/", "entry/trace.h"],
+    "src/events": ["events/", "binding/", "records/", "entry/trace.h"],
+    "src/entry": ["entry/", "commands/", "binding/", "records/"],
+    "platform/android": [],
+    "platform/include": [],
+    "platform/include/android_runtime": [],
+    "platform/include/gui": [],
+    "platform/dtv": ["./", "records/"],
+    "simulator/on_air": ["on_air/"],
+    "simulator/messages": ["messages/", "records/"],
+    "simulator/service": ["service/", "messages/", "on_air/", "dtv/exchange.h"],
+    "simulator/receiver": ["receiver/", "service/", "messages/", "on_air/", "records/"],
+    "simulator/script": ["script/", "messages/", "records/"],
+    "simulator": ["./", "script/", "receiver/", "service/", "messages/", "on_air/", "records/",
+                  "dtv/exchange.h"],
+    "desk/native": ["simulator.h", "script/", "records/"],
+    "desk/show": ["desk/show/", "records/"],
+}
+INCLUDE = re.compile(r'^#include "([^"]+)"', re.MULTILINE)
+# Where the text of an include is looked up, after the folder of the file that holds it.
+ROOTS = ["src", "simulator", "platform", "."]
+
+
+def sources(root):
+    for top in ("src", "platform", "simulator", "desk"):
+        for path in sorted((root / top).rglob("*")):
+            if path.suffix in (".h", ".cpp", ".def") and "tests" not in path.parts:
+                yield path
+
+
+def allowed(folder, include):
+    for rule in ALLOWED[folder]:
+        if rule == "./" and "/" not in include:
+            return True
+        if include == rule or (rule.endswith("/") and include.startswith(rule)):
+            return True
+    return False
+
+
+def find_target(root, path, include):
+    for place in [path.parent] + [root / name for name in ROOTS]:
+        target = place / include
+        if target.is_file():
+            return target.resolve()
+    return None
+
+
+def circle(graph):
+    """A list of files that include one another in a circle, or None."""
+    done, under_way = set(), []
+
+    def visit(path):
+        if path in under_way:
+            return under_way[under_way.index(path):] + [path]
+        if path in done:
+            return None
+        under_way.append(path)
+        for target in graph.get(path, []):
+            found = visit(target)
+            if found:
+                return found
+        under_way.pop()
+        done.add(path)
+        return None
+
+    for path in graph:
+        found = visit(path)
+        if found:
+            return found
+    return None
+
+
+def main(folder):
+    root = pathlib.Path(folder).resolve()
+    wrong, graph = [], {}
+    for path in sources(root):
+        room = str(path.parent.relative_to(root))
+        name = path.relative_to(root)
+        if room not in ALLOWED:
+            wrong.append(f"{name}: {room} is not a folder that this test knows")
+            continue
+        graph[path] = []
+        for include in INCLUDE.findall(path.read_text(encoding="utf-8")):
+            if not allowed(room, include):
+                wrong.append(f"{name}: includes {include}, which {room} may not")
+            target = find_target(root, path, include)
+            if target is None:
+                wrong.append(f"{name}: includes {include}, which is nowhere")
+            elif target != path:
+                graph[path].append(target)
+    found = circle(graph)
+    if found:
+        wrong.append("in a circle: " + " -> ".join(str(path.relative_to(root)) for path in found))
+    names = {}
+    for path in (root / "src").rglob("*.*"):
+        if path.name != "CMakeLists.txt":
+            names.setdefault(path.name, []).append(str(path.relative_to(root)))
+    wrong += [f"two files of one name: {' and '.join(paths)}" for paths in names.values()
+              if len(paths) > 1]
+    for line in wrong:
+        print(line)
+    print(f"{len(graph)} files")
+    return 1 if wrong or len(graph) < 100 else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(*sys.argv[1:]))
