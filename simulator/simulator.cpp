@@ -153,7 +153,7 @@ int Simulator::take(const CommandReply& row, const dtv::Command& command, const 
     return kTaken;
 }
 
-int Simulator::onExchange(const dtv::Command& command, const dtv::Reply& reply) {
+int Simulator::onSynchronousCommand(const dtv::Command& command, const dtv::Reply& reply) {
     std::unique_lock<std::mutex> lock(service_.mutex());
     const CommandReply* row = findSynchronousReply(command.message_id);
     if (!isKnown(row) || !hasItsRecord(command) || reply.data == nullptr) {

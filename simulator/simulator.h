@@ -30,7 +30,7 @@ public:
     ~Simulator() override;
 
     int onCommand(const dtv::Command& command) override;
-    int onExchange(const dtv::Command& command, const dtv::Reply& reply) override;
+    int onSynchronousCommand(const dtv::Command& command, const dtv::Reply& reply) override;
 
     /// Stepped time only: does the next step and waits until its events are delivered. False when
     /// there is no further step. Not from an event's callback.

@@ -42,7 +42,7 @@ public:
     virtual int onCommand(const Command& command) = 0;
 
     /// Takes a synchronous command and answers it before it returns. 0 when answered.
-    virtual int onExchange(const Command& command, const Reply& reply) = 0;
+    virtual int onSynchronousCommand(const Command& command, const Reply& reply) = 0;
 };
 
 /// Sets the service that takes the commands. Null removes it: sends return -1 then. A call that is

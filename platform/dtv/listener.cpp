@@ -48,8 +48,8 @@ int handOver(const Command& command, void* reply, int* reply_size) {
     if (reply == nullptr) {
         return endpoint->onCommand(command);
     }
-    return endpoint->onExchange(command,
-                                Reply{reply, replyCapacity(command.message_id), reply_size});
+    return endpoint->onSynchronousCommand(
+        command, Reply{reply, replyCapacity(command.message_id), reply_size});
 }
 
 int send(const Command& command, void* reply, int* reply_size) {

@@ -222,12 +222,14 @@ TEST(ServiceDouble, KeepsCommandsAndAnswers) {
     int size = -1;
     uint8_t answer[8] = {};
     service.setReply(fromHex("0102 0304 05 06 07 08 09"), std::nullopt);
-    EXPECT_EQ(service.onExchange({0x10000038, record, 2, nullptr}, {answer, 8, &size}), -4);
+    EXPECT_EQ(service.onSynchronousCommand({0x10000038, record, 2, nullptr}, {answer, 8, &size}),
+              -4);
     EXPECT_EQ(hex({answer, answer + 8}), "01 02 03 04 05 06 07 08");
     EXPECT_EQ(size, -1);
     service.setReply({7});
     service.setResult(0);
-    EXPECT_EQ(service.onExchange({0x10000038, record, 2, nullptr}, {answer, 8, &size}), 0);
+    EXPECT_EQ(service.onSynchronousCommand({0x10000038, record, 2, nullptr}, {answer, 8, &size}),
+              0);
     EXPECT_EQ(size, 1);
     EXPECT_EQ(service.takeTexts(),
               (std::vector<std::string>{"10000038 sync: 03 00", "10000038 sync: 03 00"}));

@@ -45,7 +45,7 @@ public:
         }
         return 0;
     }
-    int onExchange(const dtv::Command& command, const dtv::Reply& reply) override {
+    int onSynchronousCommand(const dtv::Command& command, const dtv::Reply& reply) override {
         const size_t room = static_cast<size_t>(reply.capacity);
         const size_t bytes = std::min(shared->reply.size(), room);
         if (bytes != 0) {

@@ -93,7 +93,7 @@ int ServiceDouble::onCommand(const dtv::Command& command) {
     return result;
 }
 
-int ServiceDouble::onExchange(const dtv::Command& command, const dtv::Reply& reply) {
+int ServiceDouble::onSynchronousCommand(const dtv::Command& command, const dtv::Reply& reply) {
     std::lock_guard lock(mutex);
     keep(command, &reply);
     auto fits = std::min(reply_bytes.size(), static_cast<size_t>(std::max(reply.capacity, 0)));

@@ -54,7 +54,7 @@ public:
     std::vector<std::string> takeTexts();
 
     int onCommand(const dtv::Command& command) override;
-    int onExchange(const dtv::Command& command, const dtv::Reply& reply) override;
+    int onSynchronousCommand(const dtv::Command& command, const dtv::Reply& reply) override;
 
 private:
     void keep(const dtv::Command& command, const dtv::Reply* reply);

@@ -22,7 +22,9 @@ class Watcher : public dtv::ServiceEndpoint {
 public:
     explicit Watcher(std::string path) : path_(std::move(path)) {}
     int onCommand(const dtv::Command&) override { return sizeOfFile(); }
-    int onExchange(const dtv::Command&, const dtv::Reply&) override { return sizeOfFile(); }
+    int onSynchronousCommand(const dtv::Command&, const dtv::Reply&) override {
+        return sizeOfFile();
+    }
 
     int sizeOfFile() const {
         struct stat status = {};

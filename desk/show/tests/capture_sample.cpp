@@ -15,7 +15,7 @@ public:
     int onCommand(const dtv::Command& command) override {
         return command.message_id == 0x10000006 ? 0 : -1;
     }
-    int onExchange(const dtv::Command&, const dtv::Reply& reply) override {
+    int onSynchronousCommand(const dtv::Command&, const dtv::Reply& reply) override {
         const unsigned char answer[8] = {3, 0, 0, 0, 0xfb, 0xff, 0xff, 0xff};
         std::memcpy(reply.data, answer, sizeof answer);
         *reply.size = sizeof answer;

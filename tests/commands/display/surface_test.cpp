@@ -252,7 +252,7 @@ TEST_F(Surfaces, TheServiceMayKeepThem) {
             kept = command.carrier->surface[0];
             return 0;
         }
-        int onExchange(const dtv::Command&, const dtv::Reply&) override { return -1; }
+        int onSynchronousCommand(const dtv::Command&, const dtv::Reply&) override { return -1; }
         android::sp<android::Surface> kept;
     };
     auto keeper = std::make_shared<Keeper>();
