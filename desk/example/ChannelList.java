@@ -14,8 +14,8 @@ import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_START_SCAN_REPLY;
 import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_RESULT;
 
 /**
- * A part of a service layer, as somebody writes it who uses the bridge: the list of channels. It
- * knows nothing of the desk.
+ * A part of a service layer that uses the bridge: the list of channels. It is the same on the
+ * receiver and at the desk.
  */
 public final class ChannelList implements DtvEventListener {
     private final DtvServerProxy service = new DtvServerProxy();
@@ -32,7 +32,7 @@ public final class ChannelList implements DtvEventListener {
     /**
      * Opens a session.
      *
-     * @param failed gets what went wrong, on a thread of the service's
+     * @param failed gets the failures, on a thread of the service
      */
     public ChannelList(Consumer<String> failed) {
         this.failed = failed;
@@ -74,9 +74,9 @@ public final class ChannelList implements DtvEventListener {
     }
 
     @Override
-    public synchronized void onEvDtvsvScanNotify(BG_EV_DTVSV_SCAN_NOTIFY news) {
-        if (news.result() == 0) {
-            names.add(news.scan_result().network_info().ts_name());
+    public synchronized void onEvDtvsvScanNotify(BG_EV_DTVSV_SCAN_NOTIFY event) {
+        if (event.result() == 0) {
+            names.add(event.scan_result().network_info().ts_name());
         }
     }
 

@@ -27,7 +27,7 @@ public class ChannelListTest {
 
     @BeforeClass
     public static void start() {
-        // Before the class that loads the bridge is touched. Once in a process.
+        // Before the class that loads the bridge is initialised. Once in a process.
         service = SimulatedService.start(new SimulatedService.Settings(
                 Path.of(System.getProperty("dtv.libraries")), HERE.resolve("stations"),
                 null, HERE.resolve("script.json"), 0, 1));
@@ -45,10 +45,10 @@ public class ChannelListTest {
         FAILURES.clear();
     }
 
-    /** Lets the service's time pass: no test waits, and none depends on how fast the machine is. */
+    /** Advances the service's time: no test waits, or depends on the speed of the machine. */
     private static void advanceUntil(BooleanSupplier condition) {
         while (!condition.getAsBoolean()) {
-            assertTrue("nothing comes any more", service.advance());
+            assertTrue("the service does nothing more", service.advance());
         }
     }
 

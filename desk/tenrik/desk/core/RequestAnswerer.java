@@ -1,6 +1,8 @@
 package tenrik.desk.core;
 
 import java.util.Arrays;
+import java.util.HashMap;
+import java.util.Map;
 
 import tenrik.service.dtvserver.DtvServerProxy;
 import tenrik.service.dtvserver.events.request.BG_EV_DTVSV_BML_AUTH_REQ;
@@ -42,9 +44,16 @@ public final class RequestAnswerer {
 
     private final DtvServerProxy service;
     private final Screen screen;
+    /** What answers each kind of request. */
+    private final Map<Class<?>, Answer<Record>> answers = new HashMap<>();
     /** The block of the broadcaster's memory that was written last. */
     private byte[] memory = new byte[0];
     private String memoryOwner = "";
+
+    /** Answers one kind of request, by carrying it out or by refusing it. */
+    private interface Answer<T extends Record> {
+        BG_TE_DTVSVLIB_RESULT send(T request, boolean willing);
+    }
 
     /**
      * An application whose broadcaster's memory is empty.
@@ -55,6 +64,8 @@ public final class RequestAnswerer {
     public RequestAnswerer(DtvServerProxy service, Screen screen) {
         this.service = service;
         this.screen = screen;
+        answersWithValues();
+        answersWithoutValues();
     }
 
     /**
@@ -98,74 +109,76 @@ public final class RequestAnswerer {
     public void answer(Record request, boolean willing) throws DeskException {
         String text = text(request);
         screen.reported(text);
-        BG_TE_DTVSVLIB_RESULT taken = reply(request, willing);
+        Answer<Record> answer = answers.get(request.getClass());
+        if (answer == null) {
+            throw new DeskException("nothing answers " + request.getClass().getSimpleName());
+        }
+        BG_TE_DTVSVLIB_RESULT taken = answer.send(request, willing);
         if (taken != BG_TE_DTVSVLIB_RESULT.DTVSVLIB_RESULT_OK) {
             throw new DeskException("the answer was not taken (" + taken + "): " + text);
         }
     }
 
-    private BG_TE_DTVSVLIB_RESULT reply(Record request, boolean willing)
-            throws DeskException {
-        int end = willing ? OK : NG;
-        if (request instanceof BG_EV_DTVSV_BML_PERMISSION_REQ asked) {
-            return service.DtvSvLib_BMLPermissionReply(asked.handle(),
-                    new BG_TS_DTVSVLIB_PERMISSION_REPLY(
-                            willing ? BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE.PERMIT
-                                    : BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE.REFUSE,
-                            asked.permission_req().task_id()));
-        }
-        if (request instanceof BG_EV_DTVSV_BML_AUTH_REQ asked) {
-            return service.DtvSvLib_BMLAuthReply(asked.handle(), new BG_TS_DTVSVLIB_AUTH_REPLY(
-                    willing ? BG_TE_DTVSVLIB_AUTH_SELECT_TYPE.ENTERED
-                            : BG_TE_DTVSVLIB_AUTH_SELECT_TYPE.CANCEL,
-                    willing ? "segredo" : "", willing ? "視聴者" : "", asked.task_id()));
-        }
-        if (request instanceof BG_EV_DTVSV_BML_WRITE_NVRAM_REQ asked) {
+    private <T extends Record> void on(Class<T> kind, Answer<T> answer) {
+        answers.put(kind, (request, willing) -> answer.send(kind.cast(request), willing));
+    }
+
+    private void answersWithValues() {
+        on(BG_EV_DTVSV_BML_PERMISSION_REQ.class, (asked, willing) ->
+                service.DtvSvLib_BMLPermissionReply(asked.handle(),
+                        new BG_TS_DTVSVLIB_PERMISSION_REPLY(
+                                willing ? BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE.PERMIT
+                                        : BG_TE_DTVSVLIB_PERMISSION_SELECT_TYPE.REFUSE,
+                                asked.permission_req().task_id())));
+        on(BG_EV_DTVSV_BML_AUTH_REQ.class, (asked, willing) ->
+                service.DtvSvLib_BMLAuthReply(asked.handle(), new BG_TS_DTVSVLIB_AUTH_REPLY(
+                        willing ? BG_TE_DTVSVLIB_AUTH_SELECT_TYPE.ENTERED
+                                : BG_TE_DTVSVLIB_AUTH_SELECT_TYPE.CANCEL,
+                        willing ? "segredo" : "", willing ? "視聴者" : "", asked.task_id())));
+        on(BG_EV_DTVSV_BML_WRITE_NVRAM_REQ.class, (asked, willing) -> {
             if (willing) {
                 memory = asked.write_nvram_req().data();
                 memoryOwner = asked.write_nvram_req().ts_name();
             }
-            return service.DtvSvLib_BMLWriteNvramReply(asked.handle(), end);
-        }
-        if (request instanceof BG_EV_DTVSV_BML_READ_NVRAM_REQ asked) {
-            return service.DtvSvLib_BMLReadNvramReply(asked.handle(),
-                    new BG_TS_DTVSVLIB_READ_NVRAM_REPLY(BG_TE_DTVSVLIB_BML_END_TYPE.of(end),
-                            memoryOwner, Arrays.copyOf(memory, willing ? memory.length : 0)));
-        }
-        if (request instanceof BG_EV_DTVSV_BML_START_FEP_REQ asked) {
+            return service.DtvSvLib_BMLWriteNvramReply(asked.handle(), end(willing));
+        });
+        on(BG_EV_DTVSV_BML_READ_NVRAM_REQ.class, (asked, willing) ->
+                service.DtvSvLib_BMLReadNvramReply(asked.handle(),
+                        new BG_TS_DTVSVLIB_READ_NVRAM_REPLY(
+                                BG_TE_DTVSVLIB_BML_END_TYPE.of(end(willing)), memoryOwner,
+                                Arrays.copyOf(memory, willing ? memory.length : 0))));
+        on(BG_EV_DTVSV_BML_START_FEP_REQ.class, (asked, willing) -> {
             String text = willing ? "Três 三" : "";
             return service.DtvSvLib_BMLFepReply(asked.handle(), new BG_TS_DTVSVLIB_START_FEP_REPLY(
                     willing ? BG_TE_DTVSVLIB_FEP_END_TYPE.ENTERED
                             : BG_TE_DTVSVLIB_FEP_END_TYPE.CANCEL, text.length(), text));
-        }
-        if (request instanceof BG_EV_DTVSV_BML_MAIL_REQ asked) {
-            return service.DtvSvLib_BMLMailReply(asked.handle(), end);
-        }
-        if (request instanceof BG_EV_DTVSV_BML_PHONEBOOK_REQ asked) {
-            return service.DtvSvLib_BMLPhonebookReply(asked.handle(), end);
-        }
-        if (request instanceof BG_EV_DTVSV_BML_CALL_REQ asked) {
-            return service.DtvSvLib_BMLCallReply(asked.handle(), end);
-        }
-        if (request instanceof BG_EV_DTVSV_BML_SCHEDULE_REQ asked) {
-            return service.DtvSvLib_BMLScheduleReply(asked.handle(), end);
-        }
-        if (request instanceof BG_EV_DTVSV_BML_BROWSER_REQ asked) {
-            return service.DtvSvLib_BMLBrowserReply(asked.handle(), end);
-        }
-        if (request instanceof BG_EV_DTVSV_BML_SAVE_PICTURE_REQ asked) {
-            return service.DtvSvLib_BMLSavePictureReply(asked.handle(),
-                    new BG_TS_DTVSVLIB_SAVE_PICTURE_REPLY(
-                            willing ? BG_TE_DTVSVLIB_ONOFF.ON : BG_TE_DTVSVLIB_ONOFF.OFF,
-                            BG_TE_DTVSVLIB_RECORDING_MEDIUM.CARD, BG_TE_DTVSVLIB_ONOFF.OFF,
-                            asked.save_picture_req().filename()));
-        }
-        if (request instanceof BG_EV_DTVSV_BML_START_TVLINK_REQ asked) {
-            return service.DtvSvLib_BMLStartTvlinkReply(asked.handle(), end);
-        }
-        if (request instanceof BG_EV_DTVSV_BML_ENROL_TVLINK_REQ asked) {
-            return service.DtvSvLib_BMLEnrolTvlinkReply(asked.handle(), end);
-        }
-        throw new DeskException("nothing answers " + request.getClass().getSimpleName());
+        });
+        on(BG_EV_DTVSV_BML_SAVE_PICTURE_REQ.class, (asked, willing) ->
+                service.DtvSvLib_BMLSavePictureReply(asked.handle(),
+                        new BG_TS_DTVSVLIB_SAVE_PICTURE_REPLY(
+                                willing ? BG_TE_DTVSVLIB_ONOFF.ON : BG_TE_DTVSVLIB_ONOFF.OFF,
+                                BG_TE_DTVSVLIB_RECORDING_MEDIUM.CARD, BG_TE_DTVSVLIB_ONOFF.OFF,
+                                asked.save_picture_req().filename())));
+    }
+
+    private void answersWithoutValues() {
+        on(BG_EV_DTVSV_BML_MAIL_REQ.class, (asked, willing) ->
+                service.DtvSvLib_BMLMailReply(asked.handle(), end(willing)));
+        on(BG_EV_DTVSV_BML_PHONEBOOK_REQ.class, (asked, willing) ->
+                service.DtvSvLib_BMLPhonebookReply(asked.handle(), end(willing)));
+        on(BG_EV_DTVSV_BML_CALL_REQ.class, (asked, willing) ->
+                service.DtvSvLib_BMLCallReply(asked.handle(), end(willing)));
+        on(BG_EV_DTVSV_BML_SCHEDULE_REQ.class, (asked, willing) ->
+                service.DtvSvLib_BMLScheduleReply(asked.handle(), end(willing)));
+        on(BG_EV_DTVSV_BML_BROWSER_REQ.class, (asked, willing) ->
+                service.DtvSvLib_BMLBrowserReply(asked.handle(), end(willing)));
+        on(BG_EV_DTVSV_BML_START_TVLINK_REQ.class, (asked, willing) ->
+                service.DtvSvLib_BMLStartTvlinkReply(asked.handle(), end(willing)));
+        on(BG_EV_DTVSV_BML_ENROL_TVLINK_REQ.class, (asked, willing) ->
+                service.DtvSvLib_BMLEnrolTvlinkReply(asked.handle(), end(willing)));
+    }
+
+    private static int end(boolean willing) {
+        return willing ? OK : NG;
     }
 }

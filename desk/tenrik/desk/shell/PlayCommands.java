@@ -80,7 +80,7 @@ final class PlayCommands {
 
     @Command(name = "play", description = "Plays a recording. Nothing is received meanwhile.")
     static final class Play extends Playing {
-        @Parameters(paramLabel = ShellCompleter.PROGRAMME, description = "Its number.")
+        @Parameters(paramLabel = ParameterLabels.PROGRAMME, description = "Its number.")
         private int programme;
 
         @Option(names = "--resume", description = "Continues at the position where it was ended.")

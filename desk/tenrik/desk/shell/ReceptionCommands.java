@@ -32,7 +32,7 @@ final class ReceptionCommands {
                 + " that receives nothing.")
         private boolean start;
 
-        @Parameters(index = "0", paramLabel = ShellCompleter.CHANNEL,
+        @Parameters(index = "0", paramLabel = ParameterLabels.CHANNEL,
                 description = "Its physical channel, 13 to 62.")
         private int channel;
 

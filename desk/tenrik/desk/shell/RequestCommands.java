@@ -46,7 +46,7 @@ final class RequestCommands {
         @Option(names = "--refuse", description = "Refuses the requests.")
         private boolean refuse;
 
-        @Parameters(arity = "0..*", paramLabel = ShellCompleter.REQUEST,
+        @Parameters(arity = "0..*", paramLabel = ParameterLabels.REQUEST,
                 description = "Kinds of requests, as \"requests\" names them; all when left out.")
         private List<String> kinds = List.of();
 

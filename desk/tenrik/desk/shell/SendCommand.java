@@ -36,11 +36,11 @@ final class SendCommand implements Callable<Integer> {
     @Option(names = "--list", description = "Shows every native with its parameters.")
     private boolean list;
 
-    @Parameters(index = "0", arity = "0..1", paramLabel = ShellCompleter.NATIVE,
+    @Parameters(index = "0", arity = "0..1", paramLabel = ParameterLabels.NATIVE,
             description = "With or without DtvSvLib_.")
     private String name;
 
-    @Parameters(index = "1..*", paramLabel = ShellCompleter.ARGUMENT)
+    @Parameters(index = "1..*", paramLabel = ParameterLabels.ARGUMENT)
     private List<String> arguments = List.of();
 
     SendCommand(RemoteControl remote) {

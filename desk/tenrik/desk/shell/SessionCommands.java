@@ -76,7 +76,7 @@ final class SessionCommands {
     static final class Use implements Callable<Integer> {
         private final RemoteControl remote;
 
-        @Parameters(paramLabel = ShellCompleter.SESSION, description = "Its handle.")
+        @Parameters(paramLabel = ParameterLabels.SESSION, description = "Its handle.")
         private int handle;
 
         Use(RemoteControl remote) {

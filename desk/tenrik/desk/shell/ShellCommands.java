@@ -127,7 +127,7 @@ final class ShellCommands {
         @CommandLine.Spec
         private CommandLine.Model.CommandSpec spec;
 
-        @Parameters(arity = "0..*", paramLabel = ShellCompleter.COMMAND)
+        @Parameters(arity = "0..*", paramLabel = ParameterLabels.COMMAND)
         private List<String> words = List.of();
 
         @Override

@@ -22,14 +22,6 @@ import tenrik.desk.send.NativeCall;
  * values. (picocli's own completion offers the values of all parameters everywhere.)
  */
 final class ShellCompleter implements Completer {
-    static final String CHANNEL = "CHANNEL";
-    static final String COMMAND = "COMMAND";
-    static final String NATIVE = "NATIVE";
-    static final String ARGUMENT = "ARGUMENT";
-    static final String PROGRAMME = "PROGRAMME";
-    static final String REQUEST = "KIND";
-    static final String SESSION = "SESSION";
-
     private final CommandLine root;
     private final RemoteControl remote;
 
@@ -93,19 +85,21 @@ final class ShellCompleter implements Completer {
                     .map(Candidate::new);
         }
         return switch (label) {
-            case CHANNEL -> remote.sessions().stations().stream().map(station -> labelled(
-                    String.valueOf(station.channel()), station.name()));
-            case COMMAND -> commandsBelow(before);
-            case NATIVE -> NativeCall.natives().stream().map(NativeCall::shortName)
-                    .map(Candidate::new);
-            case ARGUMENT -> Stream.of(NativeCall.sample(before.get(0), before.size() - 1))
+            case ParameterLabels.CHANNEL -> remote.sessions().stations().stream()
+                    .map(station -> labelled(String.valueOf(station.channel()), station.name()));
+            case ParameterLabels.COMMAND -> commandsBelow(before);
+            case ParameterLabels.NATIVE -> NativeCall.natives().stream()
+                    .map(NativeCall::shortName).map(Candidate::new);
+            case ParameterLabels.ARGUMENT -> Stream
+                    .of(NativeCall.sample(before.get(0), before.size() - 1))
                     .filter(sample -> !sample.isEmpty()).map(Candidate::new);
-            case PROGRAMME -> remote.sessions().recordings().stream().map(recording -> labelled(
-                    String.valueOf(recording.programme()), recording.title()));
-            case REQUEST -> Stream.concat(Stream.of("all", "auto"), remote.requests().pending()
-                    .stream().map(Events::kind)).map(Candidate::new);
-            case SESSION -> remote.sessions().all().stream().map(session ->
-                    new Candidate(String.valueOf(session.handle())));
+            case ParameterLabels.PROGRAMME -> remote.sessions().recordings().stream()
+                    .map(recording -> labelled(
+                            String.valueOf(recording.programme()), recording.title()));
+            case ParameterLabels.REQUEST -> Stream.concat(Stream.of("all", "auto"),
+                    remote.requests().pending().stream().map(Events::kind)).map(Candidate::new);
+            case ParameterLabels.SESSION -> remote.sessions().all().stream()
+                    .map(session -> new Candidate(String.valueOf(session.handle())));
             default -> Stream.empty();
         };
     }
