@@ -73,7 +73,7 @@ TEST(RegistryEntry, HasItsFieldsInOrder) {
 
 TEST_F(Registry, HoldsEveryClassOfTheLoad) {
     Listener listener = Listener::loaded();
-    for (size_t i = 0; i < 139; ++i) {
+    for (size_t i = 0; i < expected::classes.size(); ++i) {
         int id = static_cast<int>(i);
         jclass of = Product::findClass(expected::classes[i]);
         ASSERT_NE(of, nullptr) << expected::classes[i] << takeException();
@@ -117,12 +117,12 @@ TEST_F(Registry, HasOneEmptyField) {
 
 TEST_F(Registry, IsZeroWhenMadeAndItsGettersAreSilent) {
     Listener listener = Listener::made();
-    for (int id = 0; id < 139; ++id) {
+    for (int id = 0; id < expected::classCount; ++id) {
         EXPECT_TRUE(isZero(listener.getJavaClassInfo(id))) << id;
         EXPECT_EQ(listener.getJavaClass(id), nullptr);
         EXPECT_EQ(listener.getJavaClassObject(id), nullptr);
     }
-    for (int id = 0; id < 219; ++id) {
+    for (int id = 0; id < expected::methodCount; ++id) {
         TS_DTVSV_METHODINFO info = listener.getJavaMethodInfo(id);
         EXPECT_TRUE(info.class_id == 0 && info.cls == nullptr && info.tid == 0 &&
                     info.method == nullptr && info.cached_object == nullptr && info.attr_id == 0 &&

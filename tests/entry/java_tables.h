@@ -8,6 +8,15 @@
 
 namespace expected {
 
+/// How many there are of each. Tables.AreWhole holds the tables against these numbers; the other
+/// tests take them from here.
+constexpr int classCount = 139;
+constexpr int methodCount = 219;
+constexpr int callbackCount = 83; ///< methods that are static
+constexpr int constructorCount = methodCount - callbackCount;
+constexpr int nativeCount = 65;
+constexpr int eventCount = 83;
+
 /// Names with slashes; the index is the class id.
 extern const std::vector<std::string> classes;
 

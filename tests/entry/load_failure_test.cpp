@@ -101,10 +101,10 @@ TEST(PartialLoad, WithoutOneEventClass) {
     EXPECT_EQ(count(lines, "setJavaClass"), 278);
     EXPECT_EQ(count(lines, "setJavaMethod"), 220);
     EXPECT_EQ(lines.back().literal(), "Dtv_jni|256|5|FUNCEND  |JNI_OnLoad|");
-    EXPECT_EQ(StrictJni::calls("FindClass"), 139);
+    EXPECT_EQ(StrictJni::calls("FindClass"), expected::classCount);
     EXPECT_EQ(StrictJni::calls("GetMethodID"), 135)
         << "nothing is asked of a class that is missing";
-    EXPECT_EQ(StrictJni::calls("GetStaticMethodID"), 83);
+    EXPECT_EQ(StrictJni::calls("GetStaticMethodID"), expected::callbackCount);
     EXPECT_EQ(StrictJni::globalsMade(), 138);
     EXPECT_EQ(StrictJni::liveLocals(), 0);
 
@@ -136,11 +136,12 @@ TEST(PartialLoad, WithoutTheCallbackClass) {
     auto log = LogRecorder::install();
     ASSERT_EQ(Product::loadWithout({"tenrik.service.dtvserver.BGCallBack"}), "");
     std::vector<TraceLine> lines = log->take();
-    EXPECT_EQ(failures(lines).size(), 84U) << "the class, and both lines of its 83 callbacks";
+    EXPECT_EQ(failures(lines).size(), 1U + expected::callbackCount)
+        << "the class, and both lines of its callbacks";
     EXPECT_EQ(count(lines, "setJavaClass"), 278);
-    EXPECT_EQ(count(lines, "setJavaMethod"), 219 + 83);
+    EXPECT_EQ(count(lines, "setJavaMethod"), expected::methodCount + expected::callbackCount);
     EXPECT_EQ(StrictJni::calls("GetStaticMethodID"), 0);
-    EXPECT_EQ(StrictJni::calls("GetMethodID"), 136);
+    EXPECT_EQ(StrictJni::calls("GetMethodID"), expected::constructorCount);
 
     // The event is built; its callback's row is empty, takes the construction branch, and fails.
     EXPECT_EQ(deliverCreateReply(), 1);
@@ -174,8 +175,8 @@ TEST(PartialLoad, WithoutEveryValueAndEventClass) {
     std::vector<TraceLine> lines = log->take();
     EXPECT_EQ(count(lines, "setJavaClass"), 278);
     EXPECT_EQ(failures(lines).size(), 137U + 136U);
-    EXPECT_EQ(StrictJni::calls("GetStaticMethodID"), 83);
-    EXPECT_EQ(StrictJni::calls("FindClass"), 139);
+    EXPECT_EQ(StrictJni::calls("GetStaticMethodID"), expected::callbackCount);
+    EXPECT_EQ(StrictJni::calls("FindClass"), expected::classCount);
     EXPECT_EQ(StrictJni::calls("GetMethodID"), 0);
     EXPECT_EQ(StrictJni::liveLocals(), 0);
     EXPECT_EQ(lines.back().literal(), "Dtv_jni|256|5|FUNCEND  |JNI_OnLoad|");
@@ -233,7 +234,8 @@ TEST(PartialLoad, WhenAConstructorIsMissing) {
             "JNIDtvSvLibListener|1024|5|DEBUG    |setJavaMethod|setJavaMethod, GetMethodID error!, "
             "class_id = 1, method_id = 68, attr_id = 0, type_id = 0, method_name = <init>, "
             "signature = (II)V"}));
-    EXPECT_EQ(StrictJni::calls("GetMethodID"), 136) << "the others are still looked up";
+    EXPECT_EQ(StrictJni::calls("GetMethodID"), expected::constructorCount)
+        << "the others are still looked up";
 }
 
 } // namespace

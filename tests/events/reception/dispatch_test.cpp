@@ -1,4 +1,5 @@
 // Which handler an event id selects, and which ids select none.
+#include "entry/java_tables.h"
 #include "harness/event_trace.h"
 
 #include <algorithm>
@@ -111,7 +112,7 @@ protected:
 };
 
 TEST_F(Dispatch, EachIdSelectsItsHandler) {
-    EXPECT_EQ(std::size(dispatched), 83U);
+    EXPECT_EQ(std::size(dispatched), size_t{expected::eventCount});
     for (const Dispatched& row : dispatched) {
         SCOPED_TRACE(row.handler);
         log->clear();
