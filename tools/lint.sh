@@ -1,7 +1,7 @@
 # What `./test --lint` checks besides the compilers. To be sourced; the current folder is the root.
 
 # The folders of our C++ sources.
-source_folders="src platform simulator desk tests"
+source_folders="src platform simulator desk tools tests"
 
 # Whether every source is formatted as .clang-format says.
 check_format() {

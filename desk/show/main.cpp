@@ -42,7 +42,9 @@ read, 1 when it is no capture or is cut or damaged (everything else is printed),
 
 struct Options {
     std::set<int> only; ///< numbers of the messages to print; empty for all
-    std::string file;
+    std::string file;   ///< empty when none was given
+    bool list = false;
+    bool help = false;
 };
 
 int complain(const std::string& what) {
@@ -213,52 +215,77 @@ int printMessages(const Options& options) {
     return printMessages(file, options.file, options);
 }
 
-} // namespace
+/// Takes the argument of --only. The exit status when there is no such message.
+std::optional<int> takeOnly(const std::string& name, Options& options) {
+    const catalogue::Message* message = catalogue::find(name);
+    if (message == nullptr) {
+        return complain("no message is named " + name + "; the nearest is " + nearestName(name));
+    }
+    options.only.insert(message->id);
+    return std::nullopt;
+}
 
-int main(int argc, char** argv) {
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
-    Options options;
-    bool list_wanted = false;
-    bool file_given = false;
+/// Takes an argument that is no option.
+std::optional<int> takeFile(const std::string& name, Options& options) {
+    if (!options.file.empty()) {
+        return complainOfUse("one file at a time");
+    }
+    if (name.empty()) {
+        return complainOfUse("the name of the file is empty");
+    }
+    options.file = name;
+    return std::nullopt;
+}
+
+/// Reads the arguments up to the first that is wrong, for which it returns the exit status, or up
+/// to
+/// --help.
+std::optional<int> takeArguments(const std::vector<std::string>& arguments, Options& options) {
     bool only_files = false;
     for (size_t i = 0; i < arguments.size(); ++i) {
         const std::string& argument = arguments[i];
-        if (!only_files && (argument == "--help" || argument == "-h")) {
-            std::fputs(kUsage, stdout);
-            return finish(kGood);
-        }
-        if (!only_files && argument == "--list") {
-            list_wanted = true;
-        } else if (!only_files && argument == "--") {
+        std::optional<int> status;
+        if (only_files || argument.size() < 2 || argument[0] != '-') {
+            status = takeFile(argument, options);
+        } else if (argument == "--help" || argument == "-h") {
+            options.help = true;
+            return std::nullopt;
+        } else if (argument == "--list") {
+            options.list = true;
+        } else if (argument == "--") {
             only_files = true;
-        } else if (!only_files && argument == "--only") {
-            if (i + 1 == arguments.size()) {
-                return complainOfUse("--only needs the name of a message");
-            }
-            const std::string& name = arguments[++i];
-            const catalogue::Message* message = catalogue::find(name);
-            if (message == nullptr) {
-                return complain("no message is named " + name + "; the nearest is " +
-                                nearestName(name));
-            }
-            options.only.insert(message->id);
-        } else if (!only_files && argument.size() > 1 && argument[0] == '-') {
-            return complainOfUse("unknown option " + argument);
-        } else if (file_given) {
-            return complainOfUse("one file at a time");
+        } else if (argument == "--only") {
+            status = ++i == arguments.size() ? complainOfUse("--only needs the name of a message")
+                                             : takeOnly(arguments[i], options);
         } else {
-            options.file = argument;
-            file_given = true;
+            status = complainOfUse("unknown option " + argument);
+        }
+        if (status) {
+            return status;
         }
     }
-    if (list_wanted == (file_given || !options.only.empty())) {
-        return complainOfUse(list_wanted ? "--list takes no file and no name" : "no file is given");
+    return std::nullopt;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    Options options;
+    if (const auto status = takeArguments({argv + 1, argv + argc}, options)) {
+        return *status;
     }
-    if (list_wanted) {
+    if (options.help) {
+        std::fputs(kUsage, stdout);
+        return finish(kGood);
+    }
+    if (options.list) {
+        if (!options.file.empty() || !options.only.empty()) {
+            return complainOfUse("--list takes no file and no name");
+        }
         list();
         return finish(kGood);
     }
-    if (!file_given) {
+    if (options.file.empty()) {
         return complainOfUse("no file is given");
     }
     return printMessages(options);

@@ -16,7 +16,6 @@ using catalogue::Field;
 using catalogue::Kind;
 using catalogue::Message;
 using catalogue::Record;
-using testing::ElementsAre;
 
 struct Layout {
     size_t size;       ///< bytes

@@ -166,28 +166,31 @@ struct Resumed {
     std::string error; ///< the last one, when nothing follows it
 };
 
+/// Adds the messages up to the end or the next error.
+void addMessages(show::CaptureReader& reader, Resumed& found) {
+    while (const auto packet = reader.next()) {
+        std::string error;
+        if (show::readMessage(*packet, error)) {
+            found.messages.push_back(packet->offset);
+        }
+    }
+}
+
 Resumed readOn(const std::vector<uint8_t>& bytes) {
     std::istringstream file(asString(bytes));
     show::CaptureReader reader(file);
     Resumed found;
-    while (true) {
-        while (const auto packet = reader.next()) {
-            std::string error;
-            if (show::readMessage(*packet, error)) {
-                found.messages.push_back(packet->offset);
-            }
-        }
-        const std::string error = reader.error();
-        const std::optional<show::Gap> gap = reader.resume();
-        if (!gap) {
-            EXPECT_EQ(reader.error(), error) << "the error stays when nothing follows";
-            found.error = error;
-            return found;
-        }
-        EXPECT_NE(error, "");
+    addMessages(reader, found);
+    found.error = reader.error();
+    while (const auto gap = reader.resume()) {
+        EXPECT_NE(found.error, "");
         EXPECT_GT(gap->size, 0u);
         found.gaps.emplace_back(gap->offset, gap->size);
+        addMessages(reader, found);
+        found.error = reader.error();
     }
+    EXPECT_EQ(reader.error(), found.error) << "the error stays when nothing follows";
+    return found;
 }
 
 using Gaps = std::vector<std::pair<uint64_t, uint64_t>>;
