@@ -56,6 +56,8 @@ class Arguments(unittest.TestCase):
                            "--only", "clang")
         self.assertEqual(["format", "clang", "gcc", "armhf"], list(stages))
         self.assertEqual(["format", "i386"], list(self.plan("--abi=i386")))
+        self.assertEqual(["format", "gcc-thread", "coverage"],
+                         list(self.plan("--only", "gcc-thread", "--only", "coverage")))
 
     def test_the_rest_goes_to_ctest_as_it_is(self):
         stages = self.plan("-R", "two words", "--repeat", "until-fail:3", "--only", "gcc", "-V")
@@ -93,7 +95,7 @@ class Arguments(unittest.TestCase):
                           "it\n"), sources_of("desk/show/none.h"))
 
     def test_what_is_wrong_is_refused_in_one_line(self):
-        builds = " ".join(BUILDS)
+        builds = " ".join([*BUILDS, "gcc-thread", "coverage"])
         for arguments, reason in [
                 (["--only", "gc"], f"--only gc: it is one of {builds}"),
                 (["-R", "sync", "--only", "gc"], f"--only gc: it is one of {builds}"),
