@@ -1,5 +1,5 @@
-"""The evening while the service's time passes by itself: what speeds there are, and that a fast clock
-and a busy machine spoil nothing."""
+"""The evening while the service's time passes by itself: which speeds are accepted, and that it succeeds
+with a fast clock on a busy machine."""
 import re
 import subprocess
 import sys
@@ -7,7 +7,7 @@ import unittest
 
 from desk import DeskTest
 
-# No computation that ends: what the evening shares the processor with.
+# Keeps a processor busy until it is killed.
 BUSY = [sys.executable, "-c", "while True: pass"]
 
 
