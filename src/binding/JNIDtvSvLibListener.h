@@ -46,8 +46,10 @@ struct TS_DTVSV_ENVINFO {
 };
 
 /// Unless said otherwise, operations that answer int answer 0 for success and 1 for failure, take
-/// the calling thread's environment, and leave no Java exception pending but one that was pending
-/// before. None of them checks an id: ids come from the class and method tables.
+/// the calling thread's environment, and clear the exception of a look-up that failed. What a
+/// constructor or a callback throws stays pending, and so does the VM's exception when it has no
+/// memory for an object, a string or its characters. None of them checks an id: ids come from the
+/// class and method tables.
 class JNIDtvSvLibListener : public DtvSvLibListener {
 public:
     JNIDtvSvLibListener();
@@ -77,6 +79,7 @@ public:
 
     // ---- Environments: one per native thread, at most 20. (environment.cpp)
 
+    /// The VM that threads are attached to. Called once, while the library is loaded.
     void setVM(JavaVM* vm);
     /// The calling thread's environment; the thread is attached to the VM when need be. Null when
     /// the VM refuses or the table is full.
@@ -152,6 +155,9 @@ private:
         std::atomic<jobject> cached_object{};
         int attr_id = 0;
         int type_id = 0;
+
+        static_assert(std::atomic<pthread_t>::is_always_lock_free &&
+                      std::atomic<jobject>::is_always_lock_free);
 
         TS_DTVSV_METHODINFO load() const;
         void store(const TS_DTVSV_METHODINFO& info);

@@ -13,7 +13,7 @@ enum TE_DTVSV_METHODID : int {
 #include "binding/class_table.def"
 };
 
-/// attr_id: how a method is looked up and called. Any other value is that of an instance method.
+/// attr_id: how a method is looked up and called. No other value is used.
 constexpr int kInstanceMethod = 0;
 constexpr int kStaticMethod = 1;
 

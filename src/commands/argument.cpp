@@ -157,13 +157,13 @@ bool Argument::readConstant(const EnumField& field, int line, jint* value) {
         return false;
     }
     jint read = 0;
-    const int unread = getEnumValue(env_, object_, field.name, field.type, field.getter, &read);
+    const int ret = getEnumValue(env_, object_, field.name, field.type, field.getter, &read);
     if (threw()) {
         return false;
     }
-    if (unread != 0) {
+    if (ret != 0) {
         // The line shows what getEnumValue answered.
-        refuse([&] { field.unreadable(function_, line, unread); });
+        refuse([&] { field.unreadable(function_, line, ret); });
         return false;
     }
     *value = read;
@@ -171,11 +171,11 @@ bool Argument::readConstant(const EnumField& field, int line, jint* value) {
 }
 
 void Argument::refuse(FieldLine field_line, int line) {
-    refuse([&] { field_line(function_, line, number_); });
+    refuse([&] { field_line(function_, line, shown_ret_); });
 }
 
 void Argument::refuse(ValueLine value_line, int line, jint value) {
-    refuse([&] { value_line(function_, line, value, number_); });
+    refuse([&] { value_line(function_, line, value, shown_ret_); });
 }
 
 bool Argument::threw() {

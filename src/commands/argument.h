@@ -26,20 +26,17 @@ public:
     /// An argument of a native method, which is refused with the argument.
     Argument(NativeCall& call, jobject object)
         : env_(call.env()), function_(call.function()), call_(&call), object_(object),
-          number_(kResultParamNg) {}
+          shown_ret_(kResultParamNg) {}
 
-    /// A part of an argument, read by a routine of its own. `number` is what its lines show as
+    /// A part of an argument, read by a routine of its own. `shown_ret` is what its lines show as
     /// "ret".
-    Argument(JNIEnv* env, const char* routine, jobject object, int number)
-        : env_(env), function_(routine), call_(nullptr), object_(object), number_(number) {}
+    Argument(JNIEnv* env, const char* routine, jobject object, int shown_ret)
+        : env_(env), function_(routine), call_(nullptr), object_(object), shown_ret_(shown_ret) {}
 
     Argument(const Argument&) = delete;
     Argument& operator=(const Argument&) = delete;
 
     bool refused() const { return call_ != nullptr ? call_->refused() : refused_; }
-    /// What the native answers when the argument was refused.
-    jobject answer() const { return call_ != nullptr ? call_->answer() : nullptr; }
-
     /// Refuses a null object.
     void requireObject(FieldLine null, int line = __builtin_LINE());
     /// Takes the object's class, which all fields are looked up in. Refuses an object without one.
@@ -49,6 +46,7 @@ public:
     /// Refuses an object that lacks a field. The field is not read.
     void requireField(const IntField& field, int line = __builtin_LINE());
 
+    /// Every value is accepted.
     ReadInt readInt(const IntField& field, jint unread = 0, int line = __builtin_LINE());
     /// Refuses a value above the limit.
     ReadInt readIntUpTo(jint limit, const LimitedIntField& field, jint unread = 0,
@@ -57,6 +55,7 @@ public:
     ReadInt readPosition(const LimitedIntField& field, jint unread = 0,
                          int line = __builtin_LINE());
 
+    /// Every constant is accepted.
     ReadInt readEnum(const EnumField& field, jint unread = 0, int line = __builtin_LINE());
     /// Refuses a value above the limit.
     ReadInt readEnumUpTo(jint limit, const LimitedEnumField& field, jint unread = 0,
@@ -109,13 +108,7 @@ private:
     const char* const function_;
     NativeCall* const call_;
     const jobject object_;
-    const int number_;
+    const int shown_ret_;
     jclass class_ = nullptr;
     bool refused_ = false;
 };
-
-/// A FieldLine with a number, as "broadcast_info is NULL, ret = %d".
-#define ARGUMENT_LINE(text)                                                                        \
-    [](const char* function, int line, int number) {                                               \
-        TRACE_NATIVE_AT(line, trace::kDebug, function, text, number);                              \
-    }

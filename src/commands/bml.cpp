@@ -44,8 +44,8 @@ void traceStartTvLink(const char* function, const TS_START_TV_LINK_REQ& record) 
 jobject dtvSvLibBMLKeyEventNotify(JNIEnv* env, jobject, jint handle, jobject key_object) {
     Command command(env, __func__, command_row::kBMLKeyEventNotify, handle);
     Argument key(command, key_object);
-    key.requireObject(ARGUMENT_LINE("key_code_notify_obj is NULL, ret = %d"));
-    key.requireClass(ARGUMENT_LINE("key_code_notify class is NULL, ret = %d"));
+    key.requireObject(RET_LINE("key_code_notify_obj is NULL, ret = %d"));
+    key.requireClass(RET_LINE("key_code_notify class is NULL, ret = %d"));
     TS_KEY_EVENT_REQ& record = command.record;
     record.key_code = key.readEnum(key_code_notify::key_code);
     record.key_type = key.readEnum(key_code_notify::key_type);
@@ -64,8 +64,8 @@ jobject dtvSvLibBMLKeyEventNotify(JNIEnv* env, jobject, jint handle, jobject key
 jobject dtvSvLibBMLPermissionReply(JNIEnv* env, jobject, jint handle, jobject reply_object) {
     Command command(env, __func__, command_row::kBMLPermissionReply, handle);
     Argument reply(command, reply_object);
-    reply.requireObject(ARGUMENT_LINE("permission_reply_obj is NULL, ret = %d"));
-    reply.requireClass(ARGUMENT_LINE("permission_reply class is NULL, ret = %d"));
+    reply.requireObject(RET_LINE("permission_reply_obj is NULL, ret = %d"));
+    reply.requireClass(RET_LINE("permission_reply class is NULL, ret = %d"));
     TS_PERMISSION_REPLY_REQ& record = command.record;
     record.task_id = reply.readInt(permission_reply::task_id);
     record.select_type = reply.readEnum(permission_reply::select_type);
@@ -80,8 +80,8 @@ jobject dtvSvLibBMLPermissionReply(JNIEnv* env, jobject, jint handle, jobject re
 jobject dtvSvLibBMLAuthReply(JNIEnv* env, jobject, jint handle, jobject reply_object) {
     Command command(env, __func__, command_row::kBMLAuthReply, handle);
     Argument reply(command, reply_object);
-    reply.requireObject(ARGUMENT_LINE("auth_reply_obj is NULL, ret = %d"));
-    reply.requireClass(ARGUMENT_LINE("auth_reply class is NULL, ret = %d"));
+    reply.requireObject(RET_LINE("auth_reply_obj is NULL, ret = %d"));
+    reply.requireClass(RET_LINE("auth_reply class is NULL, ret = %d"));
     TS_AUTH_REPLY_REQ& record = command.record;
     reply.readText(auth_reply::pass, record.pass);
     reply.readText(auth_reply::user, record.user);
@@ -101,8 +101,8 @@ jobject dtvSvLibBMLAuthReply(JNIEnv* env, jobject, jint handle, jobject reply_ob
 jobject dtvSvLibBMLSavePictureReply(JNIEnv* env, jobject, jint handle, jobject picture_object) {
     Command command(env, __func__, command_row::kBMLSavePictureReply, handle);
     Argument picture(command, picture_object);
-    picture.requireObject(ARGUMENT_LINE("picture_info_obj is NULL, ret = %d"));
-    picture.requireClass(ARGUMENT_LINE("picture_info class is NULL, ret = %d"));
+    picture.requireObject(RET_LINE("picture_info_obj is NULL, ret = %d"));
+    picture.requireClass(RET_LINE("picture_info class is NULL, ret = %d"));
     TS_SAVE_PICTURE_REPLY_REQ& record = command.record;
     record.save_flag = picture.readEnum(save_picture_reply::save_flag);
     record.medium = picture.readEnum(save_picture_reply::medium);
@@ -122,8 +122,8 @@ jobject dtvSvLibBMLSavePictureReply(JNIEnv* env, jobject, jint handle, jobject p
 jobject dtvSvLibBMLFepReply(JNIEnv* env, jobject, jint handle, jobject reply_object) {
     Command command(env, __func__, command_row::kBMLFepReply, handle);
     Argument reply(command, reply_object);
-    reply.requireObject(ARGUMENT_LINE("start_fep_reply_obj is NULL, ret = %d"));
-    reply.requireClass(ARGUMENT_LINE("start_fep_reply class is NULL, ret = %d"));
+    reply.requireObject(RET_LINE("start_fep_reply_obj is NULL, ret = %d"));
+    reply.requireClass(RET_LINE("start_fep_reply class is NULL, ret = %d"));
     TS_FEP_REPLY_REQ& record = command.record;
     reply.readText(fep_reply::data, record.data);
     record.data_size = reply.readInt(fep_reply::data_size);
@@ -142,7 +142,7 @@ jobject dtvSvLibBMLFepReply(JNIEnv* env, jobject, jint handle, jobject reply_obj
 jobject dtvSvLibBMLReadNvramReply(JNIEnv* env, jobject, jint handle, jobject reply_object) {
     Command command(env, __func__, command_row::kBMLReadNvramReply, handle);
     Argument reply(command, reply_object);
-    reply.requireClass(ARGUMENT_LINE("ERROR bml_nvram_clazz is null, ret = %d"));
+    reply.requireClass(RET_LINE("ERROR bml_nvram_clazz is null, ret = %d"));
     TS_READ_NVRAM_REPLY_REQ& record = command.record;
     record.bml_end_type = reply.readEnum(nvram_reply::bml_end_type);
     reply.readText(nvram_reply::ts_name, record.ts_name);
@@ -159,17 +159,17 @@ jobject dtvSvLibBMLStartTvLinkReq(JNIEnv* env, jobject, jint handle, jint bml_co
                                   jobject start_object) {
     Command command(env, __func__, command_row::kBMLStartTvLinkReq, handle);
     Argument start(command, start_object);
-    start.requireObject(ARGUMENT_LINE("bml_start_info_obj is NULL, ret = %d"));
+    start.requireObject(RET_LINE("bml_start_info_obj is NULL, ret = %d"));
     TS_START_TV_LINK_REQ& record = command.record;
     record.bml_control_type =
         readControlType(command, bml_control_type,
                         REFUSAL_LINE(command, "bml_control_type is too large : %d, ret = %d",
                                      bml_control_type, kResultParamNg));
-    start.requireClass(ARGUMENT_LINE("bml_start_info_clazz class is NULL, ret = %d"));
+    start.requireClass(RET_LINE("bml_start_info_clazz class is NULL, ret = %d"));
 
     TS_DTVSV_SP surfaces;
     takePlane(command, start.readObject(start_info::drawing_info), setBMLDrawingInfo, &record.bml,
-              surfaces, ARGUMENT_LINE("bml drawing_info_clazz class is NULL, ret = %d"));
+              surfaces, RET_LINE("bml drawing_info_clazz class is NULL, ret = %d"));
     record.network_id = start.readInt(start_info::network_id);
     record.service_id = start.readInt(start_info::service_id);
     start.readBytes(start_info::affiliation_id, record.affiliation_id);

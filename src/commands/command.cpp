@@ -5,6 +5,7 @@
 #include "commands/sync_reply.h"
 
 #include <cstring>
+#include <string_view>
 
 using trace::kDebug;
 using trace::kFuncEnd;
@@ -18,6 +19,10 @@ constexpr const char* kResultNames[] = {
 #include "commands/field_table.def"
 };
 constexpr unsigned kResultCount = sizeof(kResultNames) / sizeof(kResultNames[0]);
+
+#define RESULT_CONSTANT(code, name)                                                                \
+    static_assert(std::string_view(kResultNames[code]) == #name, "constants are in code order");
+#include "commands/field_table.def"
 
 /// The signature of an enumeration's getter: an int of a constant.
 struct GetterSignature {

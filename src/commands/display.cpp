@@ -13,20 +13,19 @@ namespace component_setting = field::BG_TS_DTVSVLIB_COMPONENT_SETTING;
 constexpr jint kLastCapLang = 8;
 constexpr jint kLastStartType = 1;
 
-constexpr FieldLine kNoVideoClass =
-    ARGUMENT_LINE("video drawing_info_clazz class is NULL, ret = %d");
+constexpr FieldLine kNoVideoClass = RET_LINE("video drawing_info_clazz class is NULL, ret = %d");
 constexpr FieldLine kNoCaptionClass =
-    ARGUMENT_LINE("caption drawing_info_clazz class is NULL, ret = %d");
-constexpr FieldLine kNoBmlClass = ARGUMENT_LINE("BML drawing_info_clazz class is NULL, ret = %d");
+    RET_LINE("caption drawing_info_clazz class is NULL, ret = %d");
+constexpr FieldLine kNoBmlClass = RET_LINE("BML drawing_info_clazz class is NULL, ret = %d");
 
-constexpr FieldLine kNullDrawingInfo = ARGUMENT_LINE("drawing_info_obj is NULL, ret = %d");
+constexpr FieldLine kNullDrawingInfo = RET_LINE("drawing_info_obj is NULL, ret = %d");
 
 // ---- Captions and BML: the command and its synchronous variant.
 
 jobject controlCap(Command<TS_CONTROL_CAP_REQ>& command, jint cap_control_type, jint cap_lang,
                    jobject info) {
     TS_CONTROL_CAP_REQ& record = command.record;
-    Argument(command, info).requireObject(ARGUMENT_LINE("cap_drawing_info_obj is NULL, ret = %d"));
+    Argument(command, info).requireObject(RET_LINE("cap_drawing_info_obj is NULL, ret = %d"));
     record.cap_control_type =
         readControlType(command, cap_control_type,
                         REFUSAL_LINE(command, "cap_control_type is too large : %d, ret = %d",
@@ -38,7 +37,7 @@ jobject controlCap(Command<TS_CONTROL_CAP_REQ>& command, jint cap_control_type, 
     record.cap_lang = static_cast<uint8_t>(cap_lang);
     TS_DTVSV_SP surfaces;
     takePlane(command, info, setCapDrawingInfo, &record.cap, surfaces,
-              ARGUMENT_LINE("cap drawing_info_clazz class is NULL, ret = %d"));
+              RET_LINE("cap drawing_info_clazz class is NULL, ret = %d"));
     if (command.refused()) {
         return command.answer();
     }
@@ -52,14 +51,14 @@ jobject controlCap(Command<TS_CONTROL_CAP_REQ>& command, jint cap_control_type, 
 
 jobject controlBML(Command<TS_CONTROL_BML_REQ>& command, jint bml_control_type, jobject info) {
     TS_CONTROL_BML_REQ& record = command.record;
-    Argument(command, info).requireObject(ARGUMENT_LINE("bml_drawing_info_obj is NULL, ret = %d"));
+    Argument(command, info).requireObject(RET_LINE("bml_drawing_info_obj is NULL, ret = %d"));
     record.bml_control_type =
         readControlType(command, bml_control_type,
                         REFUSAL_LINE(command, "bml_control_type is too large : %d, ret = %d",
                                      bml_control_type, kResultParamNg));
     TS_DTVSV_SP surfaces;
     takePlane(command, info, setBMLDrawingInfo, &record.bml, surfaces,
-              ARGUMENT_LINE("bml drawing_info_clazz class is NULL, ret = %d"));
+              RET_LINE("bml drawing_info_clazz class is NULL, ret = %d"));
     if (command.refused()) {
         return command.answer();
     }
@@ -192,9 +191,9 @@ jobject dtvSvLibControlBML_Sync(JNIEnv* env, jobject, jint handle, jint bml_cont
 jobject dtvSvLibSetFirstComponent(JNIEnv* env, jobject, jint handle, jobject setting_object) {
     Command command(env, __func__, command_row::kSetFirstComponent, handle);
     Argument setting(command, setting_object);
-    setting.requireObject(ARGUMENT_LINE("component_setting_obj is NULL, ret = %d"));
+    setting.requireObject(RET_LINE("component_setting_obj is NULL, ret = %d"));
     readComponents(command, setting);
-    setting.requireClass(ARGUMENT_LINE("component_setting_clazz class is NULL, ret = %d"));
+    setting.requireClass(RET_LINE("component_setting_clazz class is NULL, ret = %d"));
     TS_COMPONENT_SETTING_REQ& record = command.record;
     TS_DTVSV_SP surfaces;
     takePlane(command, setting.readObject(component_setting::video_drawing_info),

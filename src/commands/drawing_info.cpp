@@ -37,7 +37,7 @@ int endRoutine(const char* routine, const Argument& info) {
 int setScreenDrawingInfo(JNIEnv* env, jobject info_object, SCREEN_DRAWING_INFO* out) {
     TRACE_NATIVE(kFuncStart, __func__, "");
     Argument info(env, __func__, info_object, kFailed);
-    info.requireClass(ARGUMENT_LINE("screen_drawing_info_clazz class is NULL, ret = %d"));
+    info.requireClass(RET_LINE("screen_drawing_info_clazz class is NULL, ret = %d"));
     const LocalReference clazz(env, info.clazz());
     out->screen_rotate =
         info.readEnumUpTo(kLastRotate, screen_plane::screen_rotate, out->screen_rotate);
@@ -73,7 +73,7 @@ int setCapDrawingInfo(JNIEnv* env, jobject info_object, CAP_DRAWING_INFO* out) {
 
 int setCapDisplayInfo(JNIEnv* env, jobject display_info_object, CAP_DISPLAY_INFO* out) {
     Argument info(env, __func__, display_info_object, kFailed);
-    info.requireClass(ARGUMENT_LINE("display_info_clazz class is NULL, ret = %d"));
+    info.requireClass(RET_LINE("display_info_clazz class is NULL, ret = %d"));
     const LocalReference clazz(env, info.clazz());
     out->font_size = info.readInt(cap_layout::font_size, out->font_size);
     out->characters_num = info.readInt(cap_layout::characters_num, out->characters_num);
@@ -91,7 +91,7 @@ int setCapDisplayInfo(JNIEnv* env, jobject display_info_object, CAP_DISPLAY_INFO
 int setBMLDrawingInfo(JNIEnv* env, jobject info_object, BML_DRAWING_INFO* out) {
     TRACE_NATIVE(kFuncStart, __func__, "");
     Argument info(env, __func__, info_object, kFailed);
-    info.requireClass(ARGUMENT_LINE("BML drawing_info_clazz class is NULL, ret = %d"));
+    info.requireClass(RET_LINE("BML drawing_info_clazz class is NULL, ret = %d"));
     const LocalReference clazz(env, info.clazz());
     out->screen_rotate =
         info.readEnumUpTo(kLastRotate, bml_plane::screen_rotate, out->screen_rotate);

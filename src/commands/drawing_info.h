@@ -2,7 +2,7 @@
 //
 // The routines answer 0 for success and 1 for failure, after one line that says why. When Java code
 // threw they answer 1 without a line, and the exception is pending. A failed record may be filled
-// in part. None of them leaves a local reference.
+// in part. The first four and setSurface leave no local reference.
 #pragma once
 
 #include "commands/argument.h"

@@ -11,15 +11,18 @@ using FieldLine = void (*)(const char* function, int line, int number);
 /// Writes the line of a value that is not accepted.
 using ValueLine = void (*)(const char* function, int line, int value, int number);
 
+/// An int of a Java object.
 struct IntField {
     const char* name;
     FieldLine missing;
 };
 
+/// An int that not every value is accepted of.
 struct LimitedIntField : IntField {
-    ValueLine too_large;
+    ValueLine too_large; ///< also of a position that is negative
 };
 
+/// A constant of an enumeration, read as an int.
 struct EnumField {
     const char* name;
     const char* type; ///< descriptor
@@ -27,6 +30,7 @@ struct EnumField {
     FieldLine unreadable;
 };
 
+/// A constant of which not every value is accepted.
 struct LimitedEnumField : EnumField {
     ValueLine too_large;
 };
@@ -41,6 +45,7 @@ struct DataField {
 struct TextField : DataField {};
 struct BytesField : DataField {};
 
+/// An object of the value package.
 struct ObjectField {
     const char* name;
     const char* type; ///< descriptor
@@ -48,40 +53,40 @@ struct ObjectField {
     FieldLine null; ///< null: the object may be null
 };
 
-// ---- The lines of the rows.
+// ---- The lines of the rows: with a value, with "ret", with both, or with neither.
 
-#define PLAIN(text)                                                                                \
+#define LINE(text)                                                                                 \
     [](const char* function, int line, int) {                                                      \
         TRACE_NATIVE_AT(line, trace::kDebug, function, text);                                      \
     }
-#define NUMBERED(text)                                                                             \
+#define RET_LINE(text)                                                                             \
     [](const char* function, int line, int number) {                                               \
         TRACE_NATIVE_AT(line, trace::kDebug, function, text, number);                              \
     }
-#define LENGTH(text)                                                                               \
-    [](const char* function, int line, int length, int) {                                          \
-        TRACE_NATIVE_AT(line, trace::kDebug, function, text, length);                              \
+#define VALUE_LINE(text)                                                                           \
+    [](const char* function, int line, int value, int) {                                           \
+        TRACE_NATIVE_AT(line, trace::kDebug, function, text, value);                               \
     }
-#define LENGTH_NUMBERED(text)                                                                      \
-    [](const char* function, int line, int length, int number) {                                   \
-        TRACE_NATIVE_AT(line, trace::kDebug, function, text, length, number);                      \
+#define VALUE_AND_RET_LINE(text)                                                                   \
+    [](const char* function, int line, int value, int number) {                                    \
+        TRACE_NATIVE_AT(line, trace::kDebug, function, text, value, number);                       \
     }
 
 namespace field {
 #define INT_FIELD(java_class, name)                                                                \
     namespace java_class {                                                                         \
-    inline constexpr IntField name = {#name, NUMBERED(#name " fieldID is NULL, ret = %d")};        \
+    inline constexpr IntField name = {#name, RET_LINE(#name " fieldID is NULL, ret = %d")};        \
     }
 #define LIMITED_INT_FIELD(java_class, name)                                                        \
     namespace java_class {                                                                         \
     inline constexpr LimitedIntField name = {                                                      \
-        {#name, NUMBERED(#name " fieldID is NULL, ret = %d")},                                     \
-        LENGTH_NUMBERED(#name " is too large : %d, ret = %d")};                                    \
+        {#name, RET_LINE(#name " fieldID is NULL, ret = %d")},                                     \
+        VALUE_AND_RET_LINE(#name " is too large : %d, ret = %d")};                                 \
     }
 #define NAMED_ENUM_FIELD(java_class, name, text, enumeration, getter)                              \
     namespace java_class {                                                                         \
     inline constexpr EnumField name = {#name, VALUE_TYPE(enumeration), #getter,                    \
-                                       NUMBERED(text " getEnumValue Error, ret = %d")};            \
+                                       RET_LINE(text " getEnumValue Error, ret = %d")};            \
     }
 #define ENUM_FIELD(java_class, name, enumeration, getter)                                          \
     NAMED_ENUM_FIELD(java_class, name, #name, enumeration, getter)
@@ -89,8 +94,8 @@ namespace field {
     namespace java_class {                                                                         \
     inline constexpr LimitedEnumField name = {                                                     \
         {#name, VALUE_TYPE(enumeration), #getter,                                                  \
-         NUMBERED(#name " getEnumValue Error, ret = %d")},                                         \
-        LENGTH_NUMBERED(#name " is too large : %d, ret = %d")};                                    \
+         RET_LINE(#name " getEnumValue Error, ret = %d")},                                         \
+        VALUE_AND_RET_LINE(#name " is too large : %d, ret = %d")};                                 \
     }
 #define TEXT_FIELD(java_class, name, missing, null, too_long)                                      \
     namespace java_class {                                                                         \
@@ -115,7 +120,6 @@ namespace field {
 #include "commands/field_table.def"
 } // namespace field
 
-#undef PLAIN
-#undef NUMBERED
-#undef LENGTH
-#undef LENGTH_NUMBERED
+#undef LINE
+#undef VALUE_LINE
+#undef VALUE_AND_RET_LINE

@@ -30,11 +30,11 @@ bool isTunerLogMode(jint mode) {
 using TraceRefusal = void (*)(const char* function, jint value);
 using TraceSend = void (*)(const char* function, int handle, int value);
 
-#define VALUE_AND_RET_LINE(text)                                                                   \
+#define REFUSAL_WITH_RET(text)                                                                     \
     [](const char* function, jint value) {                                                         \
         TRACE_NATIVE(kDebug, function, text, value, kResultParamNg);                               \
     }
-#define VALUE_LINE(text)                                                                           \
+#define REFUSAL(text)                                                                              \
     [](const char* function, jint value) { TRACE_NATIVE(kDebug, function, text, value); }
 #define NO_REFUSAL nullptr
 
@@ -92,35 +92,35 @@ jobject sendOneValue(JNIEnv* env, const char* function, const OneValueRow& row, 
 // Planes, decoding and sound.
 
 ONE_VALUE(dtvSvLibReleaseDisplay, kReleaseDisplay, atMost<2>,
-          VALUE_AND_RET_LINE("drawing_destination is too large : %d, ret = %d"),
+          REFUSAL_WITH_RET("drawing_destination is too large : %d, ret = %d"),
           HANDLE_AND_VALUE_LINE("SEND, dtvsv_handle = %d, drawing_destination = %d"))
 // The label is that of another command, and the value is not shown.
 ONE_VALUE(dtvSvLibControlScreenDisplay, kControlScreenDisplay, atMost<1>,
-          VALUE_AND_RET_LINE("onoff too large : %d, ret = %d"),
+          REFUSAL_WITH_RET("onoff too large : %d, ret = %d"),
           HANDLE_ALONE_LINE("SEND, TERMINATE_PLAY : dtvsv_handle = %d"))
 ONE_VALUE(dtvSvLibControlDecodeScreen, kControlDecodeScreen, atMost<1>,
-          VALUE_AND_RET_LINE("onoff too large : %d, ret = %d"),
+          REFUSAL_WITH_RET("onoff too large : %d, ret = %d"),
           HANDLE_AND_VALUE_LINE("SEND, CONTROL_DECODE_SCREEN : dtvsv_handle = %d, onoff = %d"))
 ONE_VALUE(dtvSvLibChangeAudioComponent, kChangeAudioComponent, atMost<1>,
-          VALUE_AND_RET_LINE("audio_component is too large : %d, ret = %d"),
+          REFUSAL_WITH_RET("audio_component is too large : %d, ret = %d"),
           HANDLE_AND_VALUE_LINE("SEND, dtvsv_handle = %d, audio_component = %d"))
 ONE_VALUE(dtvSvLibChangeSoundDualMono, kChangeSoundDualMono, atMost<4>,
-          VALUE_AND_RET_LINE("dualmono is too large : %d, ret = %d"),
+          REFUSAL_WITH_RET("dualmono is too large : %d, ret = %d"),
           HANDLE_AND_VALUE_LINE("SEND, dtvsv_handle = %d, dualmono = %d"))
 ONE_VALUE(dtvSvLibControlDecodeAudio, kControlDecodeAudio, atMost<1>,
-          VALUE_AND_RET_LINE("onoff too large : %d, ret = %d"),
+          REFUSAL_WITH_RET("onoff too large : %d, ret = %d"),
           HANDLE_AND_VALUE_LINE("SEND, CONTROL_DECODE_AUDIO : dtvsv_handle = %d, onoff = %d"))
 ONE_VALUE(dtvSvLibChangeCapLang, kChangeCapLang, atMost<8>,
-          VALUE_AND_RET_LINE("cap_lang is too large : %d, ret = %d"),
+          REFUSAL_WITH_RET("cap_lang is too large : %d, ret = %d"),
           HANDLE_AND_VALUE_LINE("SEND, dtvsv_handle = %d, cap_lang = %d"))
 
 // The tuner.
 
 ONE_VALUE(dtvSvLibControlLNA, kControlLNA, isLnaMode,
-          VALUE_LINE("lna_mode is over, lna_mode = %d"),
+          REFUSAL("lna_mode is over, lna_mode = %d"),
           HANDLE_AND_VALUE_LINE("SEND, LNA_MODE : dtvsv_handle = %d, lna_mode = %d"))
 ONE_VALUE(dtvSvLibSetTunerLog, kSetTunerLog, isTunerLogMode,
-          VALUE_LINE("set_log is over, set_log = %d"),
+          REFUSAL("set_log is over, set_log = %d"),
           HANDLE_AND_VALUE_LINE("SEND, TUNER_LOG : dtvsv_handle = %d, set_log = %d"))
 NO_VALUE(dtvSvLibGetTunerLogStatus, kGetTunerLogStatus,
          HANDLE_LINE("SEND, TUNER_LOG_STATUS : dtvsv_handle = %d"))
@@ -134,41 +134,41 @@ ONE_VALUE(dtvSvLibBMLWriteNvramReply, kBMLWriteNvramReply, anyValue,
           NO_REFUSAL,
           HANDLE_AND_VALUE_LINE("SEND, dtvsv_handle = %d, bml_end_type = %d"))
 ONE_VALUE(dtvSvLibBMLMailReply, kBMLMailReply, atMost<1>,
-          VALUE_AND_RET_LINE("mail_reply is too large : %d, ret = %d"),
+          REFUSAL_WITH_RET("mail_reply is too large : %d, ret = %d"),
           BML_REPLY_LINES("BML_MAIL_REPLY"))
 ONE_VALUE(dtvSvLibBMLPhonebookReply, kBMLPhonebookReply, atMost<1>,
-          VALUE_AND_RET_LINE("phonebook_reply is too large : %d, ret = %d"),
+          REFUSAL_WITH_RET("phonebook_reply is too large : %d, ret = %d"),
           BML_REPLY_LINES("BML_PHONEBOOK_REPLY"))
 ONE_VALUE(dtvSvLibBMLCallReply, kBMLCallReply, atMost<1>,
-          VALUE_AND_RET_LINE("call_reply is too large : %d, ret = %d"),
+          REFUSAL_WITH_RET("call_reply is too large : %d, ret = %d"),
           BML_REPLY_LINES("BML_CALL_REPLY"))
 ONE_VALUE(dtvSvLibBMLScheduleReply, kBMLScheduleReply, atMost<1>,
-          VALUE_AND_RET_LINE("schedule_reply is too large : %d, ret = %d"),
+          REFUSAL_WITH_RET("schedule_reply is too large : %d, ret = %d"),
           BML_REPLY_LINES("BML_SCHEDULE_REPLY"))
 ONE_VALUE(dtvSvLibBMLBrowserReply, kBMLBrowserReply, atMost<1>,
-          VALUE_AND_RET_LINE("browser_reply is too large : %d, ret = %d"),
+          REFUSAL_WITH_RET("browser_reply is too large : %d, ret = %d"),
           BML_REPLY_LINES("BML_BROWSER_REPLY"))
 ONE_VALUE(dtvSvLibBMLStartTvLinkReply, kBMLStartTvlinkReply, atMost<1>,
-          VALUE_AND_RET_LINE("tvlink_reply is too large : %d, ret = %d"),
+          REFUSAL_WITH_RET("tvlink_reply is too large : %d, ret = %d"),
           BML_REPLY_LINES("BML_START_TVLINK_REPLY"))
 ONE_VALUE(dtvSvLibBMLEnrolTvlinkReply, kBMLEnrolTvlinkReply, atMost<1>,
-          VALUE_AND_RET_LINE("tvlink_reply is too large : %d, ret = %d"),
+          REFUSAL_WITH_RET("tvlink_reply is too large : %d, ret = %d"),
           BML_REPLY_LINES("BML_ENROL_TVLINK_REPLY"))
 
 // Recording and playback.
 
 ONE_VALUE(dtvSvLibStartRec, kStartRec, atMost<1>,
-          VALUE_AND_RET_LINE("medium is too large : %d, ret = %d"),
+          REFUSAL_WITH_RET("medium is too large : %d, ret = %d"),
           HANDLE_AND_VALUE_LINE("SEND, dtvsv_handle = %d, medium = %d"))
 NO_VALUE(dtvSvLibPausePlay, kPausePlay, HANDLE_LINE("SEND, PAUSE_PLAY : dtvsv_handle = %d"))
 NO_VALUE(dtvSvLibReStartPlay, kReStartPlay, HANDLE_LINE("SEND, RESTART_PLAY : dtvsv_handle = %d"))
 ONE_VALUE(dtvSvLibFrameSlidePlay, kFrameSlidePlay, atMost<1>,
-          VALUE_LINE("direction is over, direction = %d"),
+          REFUSAL("direction is over, direction = %d"),
           HANDLE_AND_VALUE_LINE("SEND, FRAME_SLIDE_PLAY : dtvsv_handle = %d, direction = %d"))
 NO_VALUE(dtvSvLibTerminatePlay, kTerminatePlay,
          HANDLE_LINE("SEND, TERMINATE_PLAY : dtvsv_handle = %d"))
 ONE_VALUE(dtvSvLibMovePausePosition, kMovePausePosition, atMost<1>,
-          VALUE_LINE("move_pos is over, move_pos = %d"),
+          REFUSAL("move_pos is over, move_pos = %d"),
           HANDLE_AND_VALUE_LINE("SEND, MOVE_PAUSE_POSITION : dtvsv_handle = %d, move_pos = %d"))
 
 // clang-format on

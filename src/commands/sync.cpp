@@ -9,8 +9,8 @@ namespace {
 
 constexpr jint kLastOnOff = 1;
 
-/// The request of the two decoders. A refusal answers the constant of the result enumeration
-/// although Java declares another class; callers that pass checked values never get it.
+/// Refuses the argument of the two decoder commands. The answer is the constant of the result
+/// enumeration although Java declares another class; callers that pass checked values never get it.
 jobject refuseOnOff(const NativeCall& call, jint onoff) {
     const jobject refused = getRetCode(call.env(), kResultParamNg);
     TRACE_NATIVE(kDebug, call.function(), "onoff too large : %d, ret = %d", onoff, kResultParamNg);

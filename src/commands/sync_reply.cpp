@@ -3,6 +3,7 @@
 #include "binding/signature.h"
 
 #include <cstring>
+#include <type_traits>
 
 using trace::kDebug;
 using trace::kFuncEnd;
@@ -11,14 +12,20 @@ using trace::kInfo;
 
 namespace {
 
-/// The constructor of a synchronous command's answer.
+/// What a synchronous command answers: the constructor of its object, and whether the reply record
+/// is that of the end of a recording. All others have the common one.
 struct SyncAnswer {
     int message_id;
     TE_DTVSV_METHODID constructor;
+    bool ends_recording;
 };
 
+template <class Reply>
+constexpr bool kEndsRecording = std::is_same_v<Reply, TS_TERMINATE_REC_SYNC_REPLY>;
+
 constexpr SyncAnswer kSyncAnswers[] = {
-#define EXCHANGE(id, name, record, reply, java_class) {id, kNew_##java_class},
+#define EXCHANGE(id, name, record, reply, java_class)                                              \
+    {id, kNew_##java_class, kEndsRecording<reply>},
 #include "records/message_table.def"
 };
 
@@ -27,7 +34,9 @@ using TerminateRec = Object<class_id::kBG_TS_DTVSVLIB_TERMINATE_REC_REPLY>;
 // The constructor of an answer takes a result and a handle, and for the end of a recording what was
 // recorded.
 #define EXCHANGE(id, name, record, reply, java_class)                                              \
-    static_assert((id) == command_id::kTerminateRec_Sync                                           \
+    static_assert(kEndsRecording<reply> || std::is_same_v<reply, TS_COMMON_SYNC_REPLY>,            \
+                  #reply " is not a record that answers are made of");                             \
+    static_assert(kEndsRecording<reply>                                                            \
                       ? signature::takes<jint, jint, TerminateRec>(                                \
                             kMethodTable[kNew_##java_class].signature)                             \
                       : signature::takes<jint, jint>(kMethodTable[kNew_##java_class].signature),   \
@@ -82,7 +91,7 @@ jobject makeComSubReplyObjSync(JNIEnv* env, int message_id, const void* reply, i
     }
     jobject object = nullptr;
     int ret_call = 0;
-    if (message_id == command_id::kTerminateRec_Sync) {
+    if (answer->ends_recording) {
         const auto terminate = readAs<TS_TERMINATE_REC_SYNC_REPLY>(reply);
         TRACE_NATIVE(kInfo, __func__, "p_terminate_data->handle = %d", terminate.handle);
         TRACE_NATIVE(kInfo, __func__, "p_terminate_data->result = %d", terminate.result);
@@ -139,7 +148,7 @@ jobject makeComReplyObjSync(JNIEnv* env, int message_id, const void* reply, int 
     const int handle = readAs<TS_HANDLE_REQ>(request).handle;
     jobject object = nullptr;
     int ret_call = 0;
-    if (message_id == command_id::kTerminateRec_Sync) {
+    if (answer->ends_recording) {
         jobject terminate_rec = nullptr;
         ret_call = newTerminateRec(env, 0, 0, &terminate_rec);
         if (ret_call != 0) {
@@ -233,7 +242,7 @@ jobject exchange(const NativeCall& call, void* request, int size, TS_DTVSV_SP* s
 } // namespace
 
 jobject exchangeRecord(const NativeCall& call, void* record, int size, TS_DTVSV_SP* surfaces) {
-    return call.row().id == command_id::kTerminateRec_Sync
+    return call.row().reply_size == sizeof(TS_TERMINATE_REC_SYNC_REPLY)
                ? exchange<TerminateRecReply>(call, record, size, surfaces)
                : exchange<CommonReply>(call, record, size, surfaces);
 }

@@ -4,7 +4,7 @@
 #include <jni.h>
 
 /// Binds every native method to its class. 1 when the platform accepted them. 0 when it did not:
-/// none is bound then, and the platform's exception, which names what is missing, is pending.
+/// none is bound then, and the platform's exception, if it threw one, is pending.
 int registerNatives(JNIEnv* env);
 
 /// Takes the native methods back from their class. An exception that is pending stays so.

@@ -13,7 +13,8 @@ using trace::kFuncStart;
 
 namespace {
 
-/// The bytes of the expire date's fields run from the second to the year; Java gets them so.
+/// The seven values of the expire date run from the second to the year; Java gets them in that
+/// order.
 constexpr int kExpireSec = 0;
 constexpr int kExpireMin = 1;
 constexpr int kExpireHour = 2;
@@ -260,9 +261,11 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_bml_save_picture_req(JNIEnv* env, void*
     const jstring src_resource =
         event.text(resource_text.text, FAILURE_LINE("src_resource is NULL"));
     const jstring filename = event.text(filename_text.text, FAILURE_LINE("filename is NULL"));
-    // The sizes that Java gets are those of the strings, not those of the event->
+    // The sizes that Java gets are those of the strings, not those of the record.
+    const jlong src_resource_size = signExtended(event.lengthOf(src_resource));
+    const jlong filename_size = signExtended(event.lengthOf(filename));
     const auto request = event.build<class_id::kBG_TS_DTVSVLIB_SAVE_PICTURE_REQ>(
-        src_resource, filename, asJint(event->image_data_size), event->overwrite,
-        signExtended(event.lengthOf(src_resource)), signExtended(event.lengthOf(filename)));
+        src_resource, filename, asJint(event->image_data_size), event->overwrite, src_resource_size,
+        filename_size);
     return event.deliver(event->handle, request);
 }

@@ -102,8 +102,6 @@ public:
     EventBuilder(const EventBuilder&) = delete;
     EventBuilder& operator=(const EventBuilder&) = delete;
 
-    JNIEnv* env() const { return env_; }
-
     /// Whether everything could be made so far. Checks the record's size when nothing has done so.
     bool accepted();
 
@@ -203,13 +201,12 @@ private:
     jobject references_[kMostReferences]; ///< without a frame of their own
 };
 
-/// What the rows say of an event: its record, its class and its callback.
+/// What the rows say of an event besides its record: its class and its callback.
 template <int EventId>
 struct EventTraits;
 #define REPLY(id, name, record, java_class)                                                        \
     template <>                                                                                    \
     struct EventTraits<id> {                                                                       \
-        using Record = record;                                                                     \
         static constexpr int kClass = class_id::k##java_class;                                     \
         static constexpr TE_DTVSV_METHODID kCallback = kCall_##java_class;                         \
     };
@@ -222,7 +219,7 @@ class Event : public EventBuilder {
     using Traits = EventTraits<EventId>;
 
 public:
-    using Record = typename Traits::Record;
+    using Record = typename messages::RecordOfEvent<EventId>::Type;
 
     /// `data` holds `size` bytes, and is not null.
     Event(JNIDtvSvLibListener& listener, JNIEnv* env, const char* handler, const void* data,

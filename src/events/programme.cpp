@@ -29,16 +29,17 @@ struct NetworkNames {
           ts_name_length(event.lengthOf(ts_name)), nw_name_length(event.lengthOf(nw_name)) {}
 };
 
-Object<class_id::kBG_TS_DTVSVLIB_NETWORK_INFO>
-buildNetwork(EventBuilder& event, const NETWORK_INFO& network, const NetworkNames& names) {
+Object<class_id::kBG_TS_DTVSVLIB_NETWORK_INFO> buildNetwork(EventBuilder& event,
+                                                            const NETWORK_INFO& network,
+                                                            const NetworkNames& names, int count) {
     jint services[kMostServicesOfScan] = {};
-    for (int i = 0; i < network.partialsvc_cnt; ++i) {
+    for (int i = 0; i < count; ++i) {
         services[i] = network.partialsvc[i];
     }
-    const jintArray partialsvc = event.ints(services, network.partialsvc_cnt);
+    const jintArray partialsvc = event.ints(services, count);
     return event.build<class_id::kBG_TS_DTVSVLIB_NETWORK_INFO>(
         network.ts_id, names.ts_name_length, names.ts_name, network.nw_id, names.nw_name_length,
-        names.nw_name, network.remocon_id, network.partialsvc_cnt, partialsvc);
+        names.nw_name, network.remocon_id, count, partialsvc);
 }
 
 void traceNetwork(const char* handler, const NETWORK_INFO& network) {
@@ -62,11 +63,12 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_network_info_notify(JNIEnv* env, void* 
     if (!event.accepted()) {
         return 1;
     }
-    if (event->network.partialsvc_cnt > kMostServicesOfNetwork) {
+    const int count = event->network.partialsvc_cnt;
+    if (count > kMostServicesOfNetwork) {
         TRACE_LISTENER(kDebug, __func__, "ERROR partialsvc_cnt is over count");
         return 1;
     }
-    const auto network = buildNetwork(event, event->network, names);
+    const auto network = buildNetwork(event, event->network, names, count);
     return event.deliver(event->handle, network, zeroExtended(event->physical_channel));
 }
 
@@ -81,12 +83,12 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_scan_notify(JNIEnv* env, void* data, in
     if (!event.accepted()) {
         return 1;
     }
-    if (event->network.partialsvc_cnt > kMostServicesOfScan) {
-        TRACE_LISTENER(kDebug, __func__, "ERROR partialsvc_cnt is over count : %d",
-                       event->network.partialsvc_cnt);
+    const int count = event->network.partialsvc_cnt;
+    if (count > kMostServicesOfScan) {
+        TRACE_LISTENER(kDebug, __func__, "ERROR partialsvc_cnt is over count : %d", count);
         return 1;
     }
-    const auto network = buildNetwork(event, event->network, names);
+    const auto network = buildNetwork(event, event->network, names, count);
     const auto scan_result =
         event.build<class_id::kBG_TS_DTVSVLIB_SCAN_RESULT>(asJint(event->channnel), network);
     return event.deliver(event->handle, asJint(event->result), scan_result,
@@ -117,7 +119,8 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_service_info_notify(JNIEnv* env, void* 
     TRACE_LISTENER(kDebug, __func__, "handle = %d", event->handle);
     TRACE_LISTENER(kDebug, __func__, "STREAM_INFO ts_id = %ld, svc_cnt = %d", asLong(event->ts_id),
                    event->svc_cnt);
-    if (event->svc_cnt > kMostServices) {
+    const int count = event->svc_cnt;
+    if (count > kMostServices) {
         TRACE_LISTENER(kDebug, __func__, "ERROR svc_cnt is over count");
         return 1;
     }
@@ -125,12 +128,12 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_service_info_notify(JNIEnv* env, void* 
         TRACE_LISTENER(kDebug, __func__, "ERROR find class");
         return 1;
     }
-    const auto services = event.array<class_id::kBG_TS_DTVSVLIB_SERVICE_INFO>(event->svc_cnt);
-    for (int i = 0; i < event->svc_cnt; ++i) {
+    const auto services = event.array<class_id::kBG_TS_DTVSVLIB_SERVICE_INFO>(count);
+    for (int i = 0; i < count; ++i) {
         event.put(services, i, buildService(event, event->service[i]));
     }
-    const auto stream = event.build<class_id::kBG_TS_DTVSVLIB_STREAM_INFO>(
-        asJint(event->ts_id), event->svc_cnt, services);
+    const auto stream =
+        event.build<class_id::kBG_TS_DTVSVLIB_STREAM_INFO>(asJint(event->ts_id), count, services);
     return event.deliver(event->handle, stream, zeroExtended(event->physical_channel),
                          event->service_no);
 }
@@ -170,7 +173,8 @@ Programme buildProgramme(EventBuilder& event, const PRG_INFO& programme) {
     const jstring text = buildGuideText(event, programme.text, programme.text_size, kLongestText);
     const jint name_length = event.lengthOf(name);
     const jint text_length = event.lengthOf(text);
-    const jint nibbles = programme.nibble_cnt < kMostNibbles ? programme.nibble_cnt : kMostNibbles;
+    const jint sent_nibbles = programme.nibble_cnt;
+    const jint nibbles = sent_nibbles < kMostNibbles ? sent_nibbles : kMostNibbles;
     const jbyteArray content_nibble = event.bytes(programme.content_nibble, nibbles);
     const jbyteArray user_nibble = event.bytes(programme.user_nibble, nibbles);
     return event.build<class_id::kBG_TS_DTVSVLIB_PRG_INFO>(
@@ -180,14 +184,13 @@ Programme buildProgramme(EventBuilder& event, const PRG_INFO& programme) {
 
 /// All programmes that follow are built before the array that takes them.
 ObjectArray<class_id::kBG_TS_DTVSVLIB_PRG_INFO>
-buildFollowing(EventBuilder& event, const TS_RECEIVE_EPG_INFO_NOTIFY& record) {
+buildFollowing(EventBuilder& event, const TS_RECEIVE_EPG_INFO_NOTIFY& record, int count) {
     Programme following[kMostFollowing] = {};
-    for (int i = 0; i < record.after_prg_infoCnt; ++i) {
+    for (int i = 0; i < count; ++i) {
         following[i] = buildProgramme(event, record.after[i]);
     }
-    const auto programmes =
-        event.array<class_id::kBG_TS_DTVSVLIB_PRG_INFO>(record.after_prg_infoCnt);
-    for (int i = 0; i < record.after_prg_infoCnt; ++i) {
+    const auto programmes = event.array<class_id::kBG_TS_DTVSVLIB_PRG_INFO>(count);
+    for (int i = 0; i < count; ++i) {
         event.put(programmes, i, following[i]);
     }
     return programmes;
@@ -230,16 +233,17 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_receive_epg_info_notify(JNIEnv* env, vo
     if (!event.accepted()) {
         return 1;
     }
-    if (event->after_prg_infoCnt > kMostFollowing) {
+    const int count = event->after_prg_infoCnt;
+    if (count > kMostFollowing) {
         TRACE_LISTENER(kDebug, __func__, "ERROR after_prg_infoCnt is over count");
         return 1;
     }
     event.openFrame();
     const auto current = buildProgramme(event, event->current);
     const auto next = buildProgramme(event, event->next);
-    const auto following = buildFollowing(event, *event);
-    const auto guide = event.build<class_id::kBG_TS_DTVSVLIB_EPG_INFO>(
-        event->svc_id, current, next, event->after_prg_infoCnt, following);
+    const auto following = buildFollowing(event, *event, count);
+    const auto guide = event.build<class_id::kBG_TS_DTVSVLIB_EPG_INFO>(event->svc_id, current, next,
+                                                                       count, following);
     return event.deliver(event->handle, guide, zeroExtended(event->physical_channel),
                          event->service_no);
 }

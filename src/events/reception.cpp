@@ -17,7 +17,7 @@ constexpr jint kEventFrame = 128;
 template <int EventId>
 int handleReply(JNIDtvSvLibListener& listener, JNIEnv* env, const void* data) {
     using Traits = EventTraits<EventId>;
-    using Record = typename Traits::Record;
+    using Record = typename messages::RecordOfEvent<EventId>::Type;
     constexpr TE_DTVSV_METHODID kConstructor = kConstructorOf<Traits::kClass>;
     static_assert(signature::takes<jint, jint>(kMethodTable[kConstructor].signature),
                   "a reply's class takes a handle and a result");

@@ -13,8 +13,6 @@
 /// A command as its row says.
 struct CommandRow {
     int id;
-    const char* name;
-    int record_size; ///< bytes of the request record
     int reply_size;  ///< bytes of the reply record that the sender waits for; 0: it does not wait
     int reply_event; ///< id of the event that reports the outcome; 0: there is none
 
@@ -26,21 +24,12 @@ struct CommandRow {
 template <class Record>
 struct CommandRowOf : CommandRow {};
 
-/// An event as its row says.
-struct EventRow {
-    int id;
-    const char* name;
-    int record_size; ///< bytes
-};
-
 /// The rows of the commands by name, as command_row::kCreate.
 namespace command_row {
 #define COMMAND(id, name, record, reply_event)                                                     \
-    inline constexpr CommandRowOf<record> k##name = {                                              \
-        {id, #name, sizeof(record), 0, event_id::k##reply_event}};
+    inline constexpr CommandRowOf<record> k##name = {{id, 0, event_id::k##reply_event}};
 #define EXCHANGE(id, name, record, reply, java_class)                                              \
-    inline constexpr CommandRowOf<record> k##name = {                                              \
-        {id, #name, sizeof(record), sizeof(reply), event_id::kNO_REPLY}};
+    inline constexpr CommandRowOf<record> k##name = {{id, sizeof(reply), event_id::kNO_REPLY}};
 #include "records/message_table.def"
 } // namespace command_row
 
@@ -51,10 +40,10 @@ inline constexpr CommandRow kCommandRows[] = {
 #include "records/message_table.def"
 };
 
-/// All events, in the order of their ids.
-inline constexpr EventRow kEventRows[] = {
-#define REPLY(id, name, record, java_class) {id, #name, sizeof(record)},
-#define EVENT(id, name, record, handler, java_class) {id, #name, sizeof(record)},
+/// The ids of all events, in their order.
+inline constexpr int kEventIds[] = {
+#define REPLY(id, name, record, java_class) id,
+#define EVENT(id, name, record, handler, java_class) id,
 #include "records/message_table.def"
 };
 
@@ -88,21 +77,28 @@ constexpr int kLastCommand = 0x10000041;
 constexpr int kFirstEvent = 0x10000042;
 constexpr int kLastEvent = 0x1000009e;
 
-/// Whether the ids of the rows grow from row to row, so that none is given twice, within a range.
+constexpr int idOf(int id) {
+    return id;
+}
+constexpr int idOf(const CommandRow& row) {
+    return row.id;
+}
+
+/// Whether the ids grow from row to row, so that none is given twice, within a range.
 template <class Row, size_t Count>
 constexpr bool idsGrowWithin(const Row (&rows)[Count], int first, int last) {
     int lowest = first;
     for (const Row& row : rows) {
-        if (row.id < lowest || row.id > last) {
+        if (idOf(row) < lowest || idOf(row) > last) {
             return false;
         }
-        lowest = row.id + 1;
+        lowest = idOf(row) + 1;
     }
     return true;
 }
 static_assert(idsGrowWithin(kCommandRows, kFirstCommand, kLastCommand),
               "commands are in the order of their ids, each id once, all in the commands' range");
-static_assert(idsGrowWithin(kEventRows, kFirstEvent, kLastEvent),
+static_assert(idsGrowWithin(kEventIds, kFirstEvent, kLastEvent),
               "events are in the order of their ids, each id once, all in the events' range");
 
 /// Whether no reply event is named by two commands.
