@@ -21,6 +21,7 @@ test_packages="
     clang
     clang-format
     libclang-rt-dev
+    libffi-dev
     libgmock-dev
     libgtest-dev
     junit4

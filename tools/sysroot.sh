@@ -16,6 +16,7 @@ sysroot_packages="
     android-libutils-dev
     libgtest-dev
     libgmock-dev
+    libffi-dev
     libdvbv5-dev
     libjsoncpp-dev
     libpugixml-dev"

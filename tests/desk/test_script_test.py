@@ -4,7 +4,7 @@ import subprocess
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-BUILDS = ["gcc", "gcc-sanitized", "clang", "clang-sanitized"]
+BUILDS = ["gcc", "gcc-sanitized", "gcc-thread", "clang", "clang-sanitized"]
 ABIS = ["i386", "armhf"]
 
 
@@ -35,8 +35,13 @@ class Arguments(unittest.TestCase):
 
     def test_everything_by_default(self):
         stages = self.plan()
-        self.assertEqual(["format", *BUILDS, *ABIS], list(stages))
+        self.assertEqual(["format", "clang-tidy", *BUILDS, *ABIS], list(stages))
         self.assertEqual(["check_format"], stages["format"])
+        self.assertEqual("run_clang_tidy build/lint 2 yes",
+                         self.plan("--jobs", "2")["clang-tidy"][-1])
+        self.assertIn("--target concurrent_use_test", stages["gcc-thread"][1])
+        self.assertEqual("ctest --preset gcc-thread -R '^concurrent_use_test'",
+                         stages["gcc-thread"][2])
         for build in BUILDS:
             self.assertEqual(["configure", "cmake", "ctest"],
                              [command.split()[0] for command in stages[build]])
@@ -56,6 +61,8 @@ class Arguments(unittest.TestCase):
                            "--only", "clang")
         self.assertEqual(["format", "clang", "gcc", "armhf"], list(stages))
         self.assertEqual(["format", "i386"], list(self.plan("--abi=i386")))
+        self.assertEqual(["format", "gcc", "gcc-sanitized", "clang", "clang-sanitized", *ABIS],
+                         list(self.plan("-R", "x")))
         self.assertEqual(["format", "gcc-thread", "coverage"],
                          list(self.plan("--only", "gcc-thread", "--only", "coverage")))
 

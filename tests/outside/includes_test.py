@@ -40,7 +40,7 @@ ROOTS = ["src", "simulator", "platform", "."]
 def sources(root):
     for top in ("src", "platform", "simulator", "desk"):
         for path in sorted((root / top).rglob("*")):
-            if path.suffix in (".h", ".cpp", ".def") and "tests" not in path.parts:
+            if path.suffix in (".h", ".cpp", ".def") and "tests" not in path.relative_to(root).parts:
                 yield path
 
 
