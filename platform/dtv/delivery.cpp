@@ -13,8 +13,6 @@
 namespace dtv {
 namespace {
 
-using android::sp;
-
 /// What RefBase counts while an object has had no strong reference yet. Taking the first one and
 /// dropping it again would destroy the object under whoever is still making it.
 constexpr int32_t never_owned = 1 << 28;

@@ -102,7 +102,7 @@ class Arguments(unittest.TestCase):
                           "it\n"), sources_of("desk/show/none.h"))
 
     def test_what_is_wrong_is_refused_in_one_line(self):
-        builds = " ".join([*BUILDS, "gcc-thread", "coverage"])
+        builds = " ".join([*BUILDS, "coverage"])
         for arguments, reason in [
                 (["--only", "gc"], f"--only gc: it is one of {builds}"),
                 (["-R", "sync", "--only", "gc"], f"--only gc: it is one of {builds}"),
