@@ -108,7 +108,12 @@ void NativeCall::refuseWithoutLine() {
     if (env_->ExceptionCheck()) {
         return;
     }
-    answer_ = row_.isSynchronous() ? answerSyncRefusal(*this) : getRetCode(env_, kResultParamNg);
+    if (row_.isSynchronous()) {
+        const TS_HANDLE_REQ request = {handle()};
+        answer_ = makeComReplyObjSync(env_, row_.id, nullptr, kResultParamNg, &request);
+    } else {
+        answer_ = getRetCode(env_, kResultParamNg);
+    }
 }
 
 void NativeCall::traceStart(int line) const {
@@ -117,7 +122,7 @@ void NativeCall::traceStart(int line) const {
 
 jobject NativeCall::sendRecord(void* record, int size, TS_DTVSV_SP* surfaces) const {
     if (row_.isSynchronous()) {
-        return exchangeRecord(*this, record, size, surfaces);
+        return exchangeRecord(record, size, surfaces);
     }
     const int ret =
         surfaces != nullptr

@@ -79,6 +79,9 @@ protected:
     jobject sendRecord(void* record, int size, TS_DTVSV_SP* surfaces) const;
 
 private:
+    /// The synchronous half of sendRecord. (exchange.cpp)
+    jobject exchangeRecord(void* record, int size, TS_DTVSV_SP* surfaces) const;
+
     JNIEnv* const env_;
     const char* const function_;
     const CommandRow& row_;

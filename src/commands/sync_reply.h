@@ -2,7 +2,7 @@
 // one.
 #pragma once
 
-#include "commands/command.h"
+#include <jni.h>
 
 /// The *_SYNC_INFO object of a synchronous command: from `reply` when there is one, else from `ret`
 /// and the handle that `request` begins with. A reply that cannot be turned into an object answers
@@ -14,9 +14,3 @@ jobject makeComReplyObjSync(JNIEnv* env, int message_id, const void* reply, int 
 /// The same from a reply alone, or null.
 jobject makeComSubReplyObjSync(JNIEnv* env, int message_id, const void* reply, int ret,
                                const void* request);
-
-/// The object that answers a refused argument of a synchronous command.
-jobject answerSyncRefusal(const NativeCall& call);
-
-/// Sends the record of a synchronous command, waits for the reply, and answers its object.
-jobject exchangeRecord(const NativeCall& call, void* record, int size, TS_DTVSV_SP* surfaces);
