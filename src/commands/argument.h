@@ -28,6 +28,14 @@ public:
         : env_(call.env()), function_(call.function()), call_(&call), object_(object),
           shown_ret_(kResultParamNg) {}
 
+    /// The same, when the object and its class are taken at once.
+    Argument(NativeCall& call, jobject object, const ObjectLines& lines,
+             int line = __builtin_LINE())
+        : Argument(call, object) {
+        requireObject(lines.null, line);
+        requireClass(lines.no_class, line);
+    }
+
     /// A part of an argument, read by a routine of its own. `shown_ret` is what its lines show as
     /// "ret".
     Argument(JNIEnv* env, const char* routine, jobject object, int shown_ret)

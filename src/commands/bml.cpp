@@ -43,9 +43,7 @@ void traceStartTvLink(const char* function, const TS_START_TV_LINK_REQ& record) 
 
 jobject dtvSvLibBMLKeyEventNotify(JNIEnv* env, jobject, jint handle, jobject key_object) {
     Command command(env, __func__, command_row::kBMLKeyEventNotify, handle);
-    Argument key(command, key_object);
-    key.requireObject(RET_LINE("key_code_notify_obj is NULL, ret = %d"));
-    key.requireClass(RET_LINE("key_code_notify class is NULL, ret = %d"));
+    Argument key(command, key_object, OBJECT_LINES("key_code_notify"));
     TS_KEY_EVENT_REQ& record = command.record;
     record.key_code = key.readEnum(key_code_notify::key_code);
     record.key_type = key.readEnum(key_code_notify::key_type);
@@ -63,9 +61,7 @@ jobject dtvSvLibBMLKeyEventNotify(JNIEnv* env, jobject, jint handle, jobject key
 
 jobject dtvSvLibBMLPermissionReply(JNIEnv* env, jobject, jint handle, jobject reply_object) {
     Command command(env, __func__, command_row::kBMLPermissionReply, handle);
-    Argument reply(command, reply_object);
-    reply.requireObject(RET_LINE("permission_reply_obj is NULL, ret = %d"));
-    reply.requireClass(RET_LINE("permission_reply class is NULL, ret = %d"));
+    Argument reply(command, reply_object, OBJECT_LINES("permission_reply"));
     TS_PERMISSION_REPLY_REQ& record = command.record;
     record.task_id = reply.readInt(permission_reply::task_id);
     record.select_type = reply.readEnum(permission_reply::select_type);
@@ -79,9 +75,7 @@ jobject dtvSvLibBMLPermissionReply(JNIEnv* env, jobject, jint handle, jobject re
 
 jobject dtvSvLibBMLAuthReply(JNIEnv* env, jobject, jint handle, jobject reply_object) {
     Command command(env, __func__, command_row::kBMLAuthReply, handle);
-    Argument reply(command, reply_object);
-    reply.requireObject(RET_LINE("auth_reply_obj is NULL, ret = %d"));
-    reply.requireClass(RET_LINE("auth_reply class is NULL, ret = %d"));
+    Argument reply(command, reply_object, OBJECT_LINES("auth_reply"));
     TS_AUTH_REPLY_REQ& record = command.record;
     reply.readText(auth_reply::pass, record.pass);
     reply.readText(auth_reply::user, record.user);
@@ -100,9 +94,7 @@ jobject dtvSvLibBMLAuthReply(JNIEnv* env, jobject, jint handle, jobject reply_ob
 
 jobject dtvSvLibBMLSavePictureReply(JNIEnv* env, jobject, jint handle, jobject picture_object) {
     Command command(env, __func__, command_row::kBMLSavePictureReply, handle);
-    Argument picture(command, picture_object);
-    picture.requireObject(RET_LINE("picture_info_obj is NULL, ret = %d"));
-    picture.requireClass(RET_LINE("picture_info class is NULL, ret = %d"));
+    Argument picture(command, picture_object, OBJECT_LINES("picture_info"));
     TS_SAVE_PICTURE_REPLY_REQ& record = command.record;
     record.save_flag = picture.readEnum(save_picture_reply::save_flag);
     record.medium = picture.readEnum(save_picture_reply::medium);
@@ -121,9 +113,7 @@ jobject dtvSvLibBMLSavePictureReply(JNIEnv* env, jobject, jint handle, jobject p
 
 jobject dtvSvLibBMLFepReply(JNIEnv* env, jobject, jint handle, jobject reply_object) {
     Command command(env, __func__, command_row::kBMLFepReply, handle);
-    Argument reply(command, reply_object);
-    reply.requireObject(RET_LINE("start_fep_reply_obj is NULL, ret = %d"));
-    reply.requireClass(RET_LINE("start_fep_reply class is NULL, ret = %d"));
+    Argument reply(command, reply_object, OBJECT_LINES("start_fep_reply"));
     TS_FEP_REPLY_REQ& record = command.record;
     reply.readText(fep_reply::data, record.data);
     record.data_size = reply.readInt(fep_reply::data_size);

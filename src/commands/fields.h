@@ -72,6 +72,16 @@ struct ObjectField {
         TRACE_NATIVE_AT(line, trace::kDebug, function, text, value, number);                       \
     }
 
+/// The lines about an argument that is null or has no class.
+struct ObjectLines {
+    FieldLine null;
+    FieldLine no_class;
+};
+#define OBJECT_LINES(name)                                                                         \
+    ObjectLines {                                                                                  \
+        RET_LINE(name "_obj is NULL, ret = %d"), RET_LINE(name " class is NULL, ret = %d")         \
+    }
+
 namespace field {
 #define INT_FIELD(java_class, name)                                                                \
     namespace java_class {                                                                         \

@@ -23,9 +23,7 @@ bool isPlaySpeed(jint speed) {
 
 /// Ends a recording: the command and its synchronous variant.
 jobject terminateRec(Command<TS_TERMINATE_REC_REQ>& command, jobject object) {
-    Argument request(command, object);
-    request.requireObject(RET_LINE("terminate_rec_obj is NULL, ret = %d"));
-    request.requireClass(RET_LINE("terminate_rec class is NULL, ret = %d"));
+    Argument request(command, object, OBJECT_LINES("terminate_rec"));
     TS_TERMINATE_REC_REQ& record = command.record;
     record.save_data = request.readEnum(terminate_rec::save_data);
     // The size field must exist, but what is sent is the size of the text itself.
@@ -46,9 +44,7 @@ jobject terminateRec(Command<TS_TERMINATE_REC_REQ>& command, jobject object) {
 
 jobject dtvSvLibStartPlay(JNIEnv* env, jobject, jint handle, jobject start_object) {
     Command command(env, __func__, command_row::kStartPlay, handle);
-    Argument start(command, start_object);
-    start.requireObject(RET_LINE("start_play_obj is NULL, ret = %d"));
-    start.requireClass(RET_LINE("start_play class is NULL, ret = %d"));
+    Argument start(command, start_object, OBJECT_LINES("start_play"));
     TS_START_PLAY_REQ& record = command.record;
     record.medium = start.readEnum(start_play::medium);
     record.resume = start.readEnum(start_play::resume);
@@ -69,9 +65,7 @@ jobject dtvSvLibStartPlay(JNIEnv* env, jobject, jint handle, jobject start_objec
 
 jobject dtvSvLibChangePlaySpeed(JNIEnv* env, jobject, jint handle, jobject special_object) {
     Command command(env, __func__, command_row::kChangePlaySpeed, handle);
-    Argument special(command, special_object);
-    special.requireObject(RET_LINE("special_play_obj is NULL, ret = %d"));
-    special.requireClass(RET_LINE("special_play class is NULL, ret = %d"));
+    Argument special(command, special_object, OBJECT_LINES("special_play"));
     TS_SPECIAL_PLAY_REQ& record = command.record;
     record.direction = special.readEnum(special_play::direction);
     const jint numerator = special.readInt(special_play::numerator);
@@ -101,9 +95,7 @@ jobject dtvSvLibChangePlaySpeed(JNIEnv* env, jobject, jint handle, jobject speci
 
 jobject dtvSvLibSkipPlay(JNIEnv* env, jobject, jint handle, jobject skip_object) {
     Command command(env, __func__, command_row::kSkipPlay, handle);
-    Argument skip(command, skip_object);
-    skip.requireObject(RET_LINE("skip_play_obj is NULL, ret = %d"));
-    skip.requireClass(RET_LINE("skip_play class is NULL, ret = %d"));
+    Argument skip(command, skip_object, OBJECT_LINES("skip_play"));
     TS_SKIP_PLAY_REQ& record = command.record;
     record.direction = skip.readEnum(skip_play::direction);
     record.skipsec = skip.readInt(skip_play::skipsec);
