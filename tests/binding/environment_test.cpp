@@ -1,4 +1,4 @@
-// Which environment an event's thread gets: slot 0, the slots behind it, the twenty-first thread,
+// Which environment an event's thread gets: slot 0, the slots after it, the twenty-first thread,
 // and a VM that refuses.
 #include "harness/harness.h"
 
@@ -25,7 +25,7 @@ std::string pointer(const void* value) {
 }
 
 /// getJNIEnv's lines since the last call, as "level word|message".
-std::vector<std::string> said(const std::shared_ptr<LogRecorder>& log) {
+std::vector<std::string> getEnvLines(const std::shared_ptr<LogRecorder>& log) {
     std::vector<std::string> lines;
     for (const TraceLine& line : log->takeOf("getJNIEnv")) {
         EXPECT_EQ(line.fault, "");
@@ -43,13 +43,13 @@ TEST(EnvironmentTable, FirstThreadIsServedByGetEnv) {
     int asked = StrictJni::calls("GetEnv");
     EXPECT_EQ(deliverCreateReply(), 0);
     std::string own = "threadid=" + low32(pthread_self()) + " env=" + pointer(env());
-    EXPECT_EQ(said(log), (Lines{"FUNCSTART|", "INFO     |Got JNIEnv! " + own}));
+    EXPECT_EQ(getEnvLines(log), (Lines{"FUNCSTART|", "INFO     |Got JNIEnv! " + own}));
     EXPECT_EQ(StrictJni::calls("GetEnv"), asked + 1);
     EXPECT_EQ(StrictJni::calls("AttachCurrentThread"), 0);
 
-    // Whoever has a slot gets the same environment again, and the VM is not asked.
+    // A thread that has a slot gets the same environment again, without a call to the VM.
     EXPECT_EQ(deliverCreateReply(), 0);
-    EXPECT_EQ(said(log),
+    EXPECT_EQ(getEnvLines(log),
               (Lines{"FUNCSTART|", "INFO     |JNIEnv already got! index=0 " + own + " "}));
     EXPECT_EQ(StrictJni::calls("GetEnv"), asked + 1);
     EXPECT_EQ(StrictJni::calls("AttachCurrentThread"), 0);
@@ -66,17 +66,18 @@ TEST(EnvironmentTable, FirstThreadThatTheVmDoesNotKnowIsAttachedIntoSlot0) {
         own = "threadid=" + low32(pthread_self()) + " env=" + pointer(env());
     });
     EXPECT_EQ(result, 0);
-    EXPECT_EQ(said(log), (Lines{"FUNCSTART|", "INFO     |GetEnv Failed but JNIEnv Attached!"}));
+    EXPECT_EQ(getEnvLines(log),
+              (Lines{"FUNCSTART|", "INFO     |GetEnv Failed but JNIEnv Attached!"}));
     EXPECT_EQ(StrictJni::calls("AttachCurrentThread"), 1);
     thread.run([&] { result = deliverCreateReply(); });
     EXPECT_EQ(result, 0);
-    EXPECT_EQ(said(log),
+    EXPECT_EQ(getEnvLines(log),
               (Lines{"FUNCSTART|", "INFO     |JNIEnv already got! index=0 " + own + " "}));
 
-    // The next one is attached without asking, though the VM knows it.
+    // The next thread is attached without a call of GetEnv, although the VM knows it.
     int asked = StrictJni::calls("GetEnv");
     EXPECT_EQ(deliverCreateReply(), 0);
-    EXPECT_EQ(said(log),
+    EXPECT_EQ(getEnvLines(log),
               (Lines{"FUNCSTART|", "INFO     |JNIEnv Attached! index=1 threadid=" +
                                        low32(pthread_self()) + " env=" + pointer(env())}));
     EXPECT_EQ(StrictJni::calls("GetEnv"), asked);
@@ -99,8 +100,8 @@ TEST(EnvironmentTable, TwentyThreadsHaveASlotAndTheNextHasNone) {
             own = "threadid=" + low32(pthread_self()) + " env=" + pointer(env());
         });
         EXPECT_EQ(result, 0) << i;
-        EXPECT_EQ(said(log), (Lines{"FUNCSTART|", "INFO     |JNIEnv Attached! index=" +
-                                                      std::to_string(i + 1) + " " + own}));
+        EXPECT_EQ(getEnvLines(log), (Lines{"FUNCSTART|", "INFO     |JNIEnv Attached! index=" +
+                                                             std::to_string(i + 1) + " " + own}));
     }
     EXPECT_EQ(StrictJni::calls("AttachCurrentThread"), 19);
     EXPECT_EQ(callbacks.take().size(), 19U);
@@ -125,11 +126,11 @@ TEST(EnvironmentTable, TwentyThreadsHaveASlotAndTheNextHasNone) {
     EXPECT_EQ(StrictJni::calls("AttachCurrentThread"), 19);
     EXPECT_TRUE(callbacks.take().empty());
 
-    // Those who have a slot keep it.
+    // The threads that have a slot keep it.
     int result = -2;
     threads[18].run([&] { result = deliverCreateReply(); });
     EXPECT_EQ(result, 0);
-    Lines lines = said(log);
+    Lines lines = getEnvLines(log);
     ASSERT_EQ(lines.size(), 2U);
     EXPECT_EQ(lines[1].substr(0, 38), "INFO     |JNIEnv already got! index=19");
     EXPECT_EQ(StrictJni::calls("DetachCurrentThread"), 0);
@@ -178,7 +179,7 @@ TEST(EnvironmentTable, ThreadOfSlot0ThatCannotBeAttached) {
     EXPECT_TRUE(callbacks.take().empty());
     // Slot 0 stays free: the next thread is served through it.
     EXPECT_EQ(deliverCreateReply(), 0);
-    Lines lines = said(log);
+    Lines lines = getEnvLines(log);
     ASSERT_EQ(lines.size(), 2U);
     EXPECT_EQ(lines[1].substr(0, 20), "INFO     |Got JNIEnv");
     EXPECT_EQ(callbacks.take().size(), 1U);
@@ -205,16 +206,17 @@ TEST(EnvironmentTable, LaterThreadThatCannotBeAttached) {
         JNIDtvSvLibListener|1024|5|DEBUG    |recvEventFromServer|env is NULL!
     )");
     EXPECT_TRUE(callbacks.take().empty());
-    // The slot stays free, for whoever comes.
+    // The slot stays free for the next thread.
     second.run([&] { result = deliverCreateReply(); });
     EXPECT_EQ(result, 0);
-    EXPECT_EQ(said(log)[1].substr(0, 33), "INFO     |JNIEnv Attached! index=");
+    EXPECT_EQ(getEnvLines(log)[1].substr(0, 33), "INFO     |JNIEnv Attached! index=");
     {
         FailJni fail("AttachCurrentThread");
         first.run([&] { result = deliverCreateReply(); });
     }
     EXPECT_EQ(result, -1);
-    EXPECT_EQ(said(log), (Lines{"FUNCSTART|", "ERROR    |AttachCurrentThread() error! index=2"}));
+    EXPECT_EQ(getEnvLines(log),
+              (Lines{"FUNCSTART|", "ERROR    |AttachCurrentThread() error! index=2"}));
 }
 
 TEST(EnvironmentTable, ThreadAttachedByAnotherIsStillAttachedByTheBridge) {
@@ -249,7 +251,7 @@ TEST(TaskName, IsThatOfTheThreadPaddedToEightColumns) {
         std::vector<TraceLine> lines = log->take();
         ASSERT_FALSE(lines.empty());
         for (const TraceLine& line : lines) {
-            // Java names a thread when it attaches it; what stands before is the thread's own name.
+            // The VM renames a thread when it attaches it; FUNCSTART is written before that.
             if (line.function == "recvEventFromServer" && line.level == "FUNCSTART") {
                 EXPECT_EQ(line.task, padded[i]);
                 EXPECT_EQ(line.text.substr(0, 8 + std::string(padded[i]).size()),

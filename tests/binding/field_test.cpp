@@ -1,5 +1,5 @@
-// The field operations. Nothing fills their registry but these tests: empty, they fail and ask
-// nothing of the VM.
+// The field operations. Only these tests fill their registry. While it is empty, the operations
+// fail and make no JNI call.
 #include "binding/listener.h"
 #include "harness/trace_text.h"
 
@@ -18,7 +18,7 @@ protected:
         EXPECT_EQ(StrictJni::calls("AllocObject"), allocated);
         EXPECT_FALSE(env()->ExceptionCheck());
     }
-    /// That of the load, or a new one.
+    /// The listener of the load, or a new one.
     static Listener listener() { return GetParam() ? Listener::loaded() : Listener::made(); }
 
     std::shared_ptr<LogRecorder> log;
@@ -68,7 +68,7 @@ TEST_P(Field, IntFieldCannotBeSet) {
 INSTANTIATE_TEST_SUITE_P(Listeners, Field, testing::Bool(),
                          [](const auto& test) { return test.param ? "Loaded" : "Made"; });
 
-/// With a registry that has the one entry that it has room for.
+/// With a registry whose only entry is filled.
 class FilledField : public testing::Test {
 protected:
     void SetUp() override {
@@ -128,7 +128,7 @@ TEST_F(FilledField, ObjectFieldIsSetInANewObject) {
     EXPECT_TRACE(log->take(), "");
 }
 
-TEST_F(FilledField, ObjectThatCannotBeAllocatedIsSaid) {
+TEST_F(FilledField, ObjectThatCannotBeAllocatedIsLogged) {
     fill("number", "I");
     int mark = 0;
     jobject object = reinterpret_cast<jobject>(&mark);

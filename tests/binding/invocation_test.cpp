@@ -12,7 +12,7 @@ protected:
         log = LogRecorder::install();
     }
 
-    /// Resolves a row of a class that is looked up anew, class id and method id 20.
+    /// Resolves a row of a class that is looked up again, class id and method id 20.
     static void resolve(Listener& listener, const char* class_name, int attr_id, int type_id,
                         const char* name, const char* signature) {
         ASSERT_EQ(listener.setJavaClass(20, class_name), 0);
@@ -101,7 +101,7 @@ TEST_F(Invocation, ConstructorThatThrowsIsAFailedConstruction) {
     jobject untouched = reinterpret_cast<jobject>(&mark);
     jobject out = untouched;
     EXPECT_EQ(listener.CallMethod(20, &out, -1), 1);
-    // What it says besides is the VM's own: not all say the same.
+    // The rest of its text differs between VMs.
     EXPECT_EQ(takeException().substr(0, 36), "java.lang.NegativeArraySizeException");
     EXPECT_EQ(out, untouched);
     EXPECT_EQ(listener.getJavaMethodInfo(20).cached_object, nullptr);
@@ -112,7 +112,7 @@ TEST_F(Invocation, ConstructorThatThrowsIsAFailedConstruction) {
     )");
 }
 
-TEST_F(Invocation, EmptyRowFailsToConstructAndAsksNothingOfTheVm) {
+TEST_F(Invocation, EmptyRowFailsToConstructWithoutAJniCall) {
     Listener listener = Listener::made();
     int made = StrictJni::calls("NewObjectV");
     jobject out = nullptr;
@@ -127,7 +127,7 @@ TEST_F(Invocation, EmptyRowFailsToConstructAndAsksNothingOfTheVm) {
         JNIDtvSvLibListener|512|5|INFO     |CallMethod|CallMethod, NewObject
         JNIDtvSvLibListener|1024|5|DEBUG    |CallMethod|CallMethod, NewObject error!
     )");
-    // A class without its method, and the contrary, are no better.
+    // The same holds for a class without its method, and for a method without its class.
     ASSERT_EQ(listener.setJavaClass(0, "java/lang/StringBuilder"), 0);
     EXPECT_EQ(listener.CallMethod(218, &out, 3, 0), 1);
     TS_DTVSV_METHODINFO row{};

@@ -18,8 +18,8 @@ Reference adopt(Reference object) {
     return static_cast<Reference>(bindingProbe().adopt(env(), object));
 }
 
-/// One listener: that of the load or a new one, empty but for the VM. Operations take the calling
-/// thread's environment.
+/// One listener: that of the load, or a new one, which is empty except for the VM. Operations take
+/// the calling thread's environment.
 class Listener {
 public:
     /// loadProbe comes first.
@@ -113,7 +113,7 @@ private:
     static const BindingProbe& probe() { return bindingProbe(); }
 
     android::sp<JNIDtvSvLibListener> held;
-    bool own; ///< it was made here, and ends here
+    bool own; ///< made by this object, which also destroys it
 };
 
 } // namespace harness

@@ -28,7 +28,7 @@ std::string pointer(const void* value) {
     return text;
 }
 
-/// The number behind "index=" in a line.
+/// The number after "index=" in a line.
 std::string indexIn(const std::string& message) {
     size_t at = message.find("index=") + 6;
     return message.substr(at, message.find(' ', at) - at);
@@ -45,7 +45,7 @@ protected:
 
 TEST_F(ListenerEnvironment, IsTheThreadsOwn) {
     Listener listener = Listener::made();
-    EXPECT_TRACE(log->take(), "") << "setVM says nothing";
+    EXPECT_TRACE(log->take(), "") << "setVM logs nothing";
     EXPECT_EQ(listener.getJNIEnv(), env());
     EventThread thread;
     thread.run([&] {
@@ -97,7 +97,7 @@ TEST_F(ListenerEnvironment, FreeEmptiesTheTableAndDetachesTheCallerAlone) {
         << "index is one fixed value";
     EXPECT_EQ(lines[3].literal(), "JNIDtvSvLibListener|256|5|FUNCEND  |freeJNIEnv|");
 
-    // Nothing is left to be freed, and slot 0 is given anew.
+    // Nothing is left to be freed, and slot 0 is assigned again.
     listener.freeJNIEnv();
     EXPECT_TRACE(log->take(), R"(
         JNIDtvSvLibListener|128|5|FUNCSTART|freeJNIEnv|
@@ -111,7 +111,7 @@ TEST_F(ListenerEnvironment, FreeEmptiesTheTableAndDetachesTheCallerAlone) {
     )");
 }
 
-TEST_F(ListenerEnvironment, FreeDoesNotDetachWhoWasAttachedBefore) {
+TEST_F(ListenerEnvironment, FreeDoesNotDetachAThreadThatWasAttachedBefore) {
     Listener listener = Listener::made();
     ASSERT_EQ(listener.getJNIEnv(), env());
     int detached = StrictJni::calls("DetachCurrentThread");
@@ -157,7 +157,7 @@ TEST_F(ListenerEnvironment, DetachEmptiesTheSlotThatTheBridgeAttached) {
         JNIDtvSvLibListener|128|5|FUNCSTART|getJNIEnv|
         JNIDtvSvLibListener|512|5|INFO     |getJNIEnv|JNIEnv Attached! index=1 threadid=<tid> env=<ptr>
     )");
-    // And the thread itself is one that the table does not know.
+    // The table has no entry of the thread any more: it is attached again.
     thread.run([&] { EXPECT_NE(listener.getJNIEnv(), nullptr); });
     EXPECT_TRACE(log->take(), R"(
         JNIDtvSvLibListener|128|5|FUNCSTART|getJNIEnv|
@@ -196,7 +196,7 @@ TEST_F(ListenerEnvironment, DetachActsOnTheCaller) {
     )");
 }
 
-TEST_F(ListenerEnvironment, DetachOfWhatTheBridgeDidNotAttachOnlyLogs) {
+TEST_F(ListenerEnvironment, DetachOfAThreadThatTheBridgeDidNotAttachOnlyLogs) {
     Listener listener = Listener::made();
     ASSERT_EQ(listener.getJNIEnv(), env()) << "slot 0, not attached by the bridge";
     log->clear();
@@ -270,7 +270,7 @@ TEST_F(ListenerEnvironment, FreedSlot0ServesAThreadThatOwnsAnotherSlot) {
         JNIDtvSvLibListener|128|5|FUNCSTART|getJNIEnv|
         JNIDtvSvLibListener|512|5|INFO     |getJNIEnv|JNIEnv Attached! index=2 threadid=<tid> env=<ptr>
     )");
-    // Slot 1, which the bridge attached, goes with its environment; slot 0 was had through GetEnv.
+    // Detaching the thread frees slot 1, which the bridge attached. Slot 0 came from GetEnv.
     second.run([&] { listener.detachJNIEnv(second_env); });
     log->clear();
     first.run([&] { EXPECT_NE(listener.getJNIEnv(), nullptr); });
@@ -280,8 +280,8 @@ TEST_F(ListenerEnvironment, FreedSlot0ServesAThreadThatOwnsAnotherSlot) {
     )");
 }
 
-/// Twenty threads that end, and one that has lived as long: the table is full for it.
-TEST_F(ListenerEnvironment, SlotOutlivesItsThread) {
+/// Twenty threads take all slots and end. A thread that ran all the time gets none afterwards.
+TEST_F(ListenerEnvironment, SlotStaysTakenAfterItsThreadHasEnded) {
     Listener listener = Listener::made();
     std::mutex mutex;
     std::condition_variable changed;
@@ -304,7 +304,7 @@ TEST_F(ListenerEnvironment, SlotOutlivesItsThread) {
             EXPECT_NE(listener.getJNIEnv(), nullptr);
             ++started;
             changed.notify_all();
-            // All live at once, so that no two have one identity.
+            // All run at the same time, so that no two have the same thread id.
             changed.wait(own, [&] { return started == 21; });
             own.unlock();
             VirtualMachine::instance().vm()->DetachCurrentThread();

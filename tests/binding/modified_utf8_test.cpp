@@ -1,4 +1,4 @@
-// OrgNewStringUTF with texts of every kind, the hostile ones included.
+// OrgNewStringUTF with texts of every kind, malformed ones included.
 #include "binding/listener.h"
 
 #include <cstring>
@@ -8,8 +8,8 @@ namespace {
 
 using namespace harness;
 
-/// The Java string of these bytes as a tree; they stand at the end of a block of their own, so that
-/// a read beyond their zero byte is found by the address sanitizer.
+/// The Java string of these bytes as a tree. The bytes are at the end of a block of their own, so
+/// that the address sanitizer finds a read beyond their zero byte.
 std::string javaText(Listener& listener, const std::string& bytes) {
     std::unique_ptr<char[]> text(new char[bytes.size() + 1]);
     std::memcpy(text.get(), bytes.c_str(), bytes.size() + 1);
@@ -115,7 +115,7 @@ TEST(Utf8, NullIsTheEmptyText) {
     EXPECT_TRACE(log->take(), "");
 }
 
-TEST(Utf8, LongTextsGrowAsTheyMust) {
+TEST(Utf8, LongTextsAreConvertedWhole) {
     ASSERT_EQ(loadProbe(), "");
     Listener listener = Listener::loaded();
     jstring stray = listener.OrgNewStringUTF(std::string(5000, '\xff').c_str());
@@ -134,12 +134,12 @@ TEST(Utf8, LongTextsGrowAsTheyMust) {
     EXPECT_EQ(env()->GetStringLength(plain), 5000);
 }
 
-TEST(Utf8, NoBytesReachTheVmThatItWouldNotTake) {
+TEST(Utf8, OnlyModifiedUtf8ReachesTheVm) {
     ASSERT_EQ(loadProbe(), "");
     Listener listener = Listener::loaded();
     int broken = StrictJni::violations();
     std::mt19937 random(1);
-    // Bytes that begin, continue and break sequences, more often than chance would have them.
+    // Bytes that begin, continue and break sequences, more of them than in random bytes.
     const unsigned char edges[] = {0x01, 0x41, 0x7f, 0x80, 0x8f, 0x90, 0x9f, 0xa0,
                                    0xbf, 0xc0, 0xc1, 0xc2, 0xdf, 0xe0, 0xe3, 0xed,
                                    0xef, 0xf0, 0xf4, 0xf5, 0xf8, 0xff};
@@ -155,7 +155,7 @@ TEST(Utf8, NoBytesReachTheVmThatItWouldNotTake) {
     EXPECT_EQ(StrictJni::violations(), broken);
 }
 
-TEST(Utf8, SaysWhenTheTextCannotBeMade) {
+TEST(Utf8, LogsThatTheTextCannotBeMade) {
     ASSERT_EQ(loadProbe(), "");
     auto log = LogRecorder::install();
     for (const char* text : {"well-formed", "\xff", static_cast<const char*>(nullptr)}) {

@@ -1,5 +1,6 @@
-// CallMethod through rows whose method answers an object: none of it is kept, and a null one is not
-// handed back to the VM. And constructors that throw where the VM returns the object all the same.
+// CallMethod through rows whose method returns an object: the object is not kept, and a null
+// reference is not passed to the VM. Also constructors that throw although the VM returns the
+// object.
 #include "binding/listener.h"
 #include "harness/trace_text.h"
 

@@ -1,5 +1,5 @@
-// Compiled without sibling calls: a call of the bridge's that is the last jump of an operation
-// returns to here then, and is known as the bridge's.
+// Compiled without sibling calls, so that also the last call of an operation returns into this
+// library and counts as a call of the bridge.
 #include "binding/probe.h"
 
 namespace {
@@ -27,7 +27,7 @@ constexpr int (Listener::*setJavaMethod)(JNIEnv*, int, int, int, int, const char
                                          const char*) = &Listener::setJavaMethod;
 constexpr void (Listener::*storeJavaMethod)(int, TS_DTVSV_METHODINFO&) = &Listener::setJavaMethod;
 
-/// Names a private member: an explicit instantiation may.
+/// Gives access to a private member: an explicit instantiation may name it.
 template <auto Member>
 struct PrivateMember {
     friend auto fieldRegistry() { return Member; }

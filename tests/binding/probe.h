@@ -1,5 +1,6 @@
-// A way to the listener's operations for tests. It stands in a library of its own together with the
-// bridge's objects, so that the strict JNI table knows the bridge's calls from the test's.
+// Access to the listener's operations for tests. It is in a library of its own together with the
+// bridge's objects, so that the strict JNI table can distinguish the bridge's calls from the
+// test's.
 #pragma once
 
 #include "binding/JNIDtvSvLibListener.h"

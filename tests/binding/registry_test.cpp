@@ -36,8 +36,7 @@ protected:
     std::shared_ptr<LogRecorder> log;
 };
 
-/// Offsets in words of the widths that a 32-bit receiver has; elsewhere the order alone is the
-/// same.
+/// Offsets in words, as on a 32-bit receiver; on other machines only the order is the same.
 TEST(RegistryEntry, HasItsFieldsInOrder) {
     const std::vector<size_t> class_fields = {offsetof(TS_DTVSV_CLASSINFO, cls),
                                               offsetof(TS_DTVSV_CLASSINFO, object),
@@ -115,7 +114,7 @@ TEST_F(Registry, HasOneEmptyField) {
     EXPECT_EQ(sizeof(TS_DTVSV_FIELDINFO), 5 * sizeof(void*));
 }
 
-TEST_F(Registry, IsZeroWhenMadeAndItsGettersAreSilent) {
+TEST_F(Registry, IsZeroWhenMadeAndItsGettersLogNothing) {
     Listener listener = Listener::made();
     for (int id = 0; id < expected::classCount; ++id) {
         EXPECT_TRUE(isZero(listener.getJavaClassInfo(id))) << id;
@@ -138,7 +137,8 @@ TEST_F(Registry, TakesAClassByName) {
     Listener listener = Listener::made();
     int locals = StrictJni::liveLocals();
     EXPECT_EQ(listener.setJavaClass(138, "java/lang/String"), 0);
-    EXPECT_LE(StrictJni::liveLocals(), locals + 1) << "the looked-up class is left to the frame";
+    EXPECT_LE(StrictJni::liveLocals(), locals + 1)
+        << "the looked-up class stays until the frame ends";
     std::vector<TraceLine> lines = log->take();
     EXPECT_TRACE(lines, R"(
         JNIDtvSvLibListener|1024|5|DEBUG    |setJavaClass|setJavaClass, threadid = <tid>, class_id = 138, class_name = java/lang/String
@@ -172,7 +172,7 @@ TEST_F(Registry, LeavesTheEntryWhenThereIsNoSuchClass) {
     EXPECT_EQ(listener.getJavaClassInfo(5).cls, before.cls);
 }
 
-TEST_F(Registry, SaysWhenAClassCannotBeKept) {
+TEST_F(Registry, LogsThatAClassCannotBeKept) {
     Listener listener = Listener::made();
     FailJni fail("NewGlobalRef");
     EXPECT_EQ(listener.setJavaClass(6, "java/lang/String"), 1);
@@ -199,7 +199,7 @@ TEST_F(Registry, TakesAClassFromAnObject) {
     EXPECT_TRUE(env()->IsSameObject(info.cls, Product::findClass("tenrik/service/dtvserver/type/"
                                                                  "BG_TS_DTVSVLIB_BROADCAST_INFO")));
     EXPECT_EQ(env()->GetObjectRefType(info.cls), JNIGlobalRefType);
-    EXPECT_EQ(info.tid, 0U) << "which is the by-name form's";
+    EXPECT_EQ(info.tid, 0U) << "only the form that takes a name sets it";
 }
 
 TEST_F(Registry, TakesNothingFromANullObject) {
@@ -261,7 +261,7 @@ TEST_F(Registry, LeavesTheRowWhenThereIsNoSuchMethod) {
     EXPECT_EQ(after.type_id, 6);
 }
 
-TEST_F(Registry, AsksNothingOfAClassThatIsMissing) {
+TEST_F(Registry, LooksUpNothingInAMissingClass) {
     Listener listener = Listener::made();
     int of_class = StrictJni::calls("GetStaticMethodID");
     int of_object = StrictJni::calls("GetMethodID");
@@ -300,9 +300,10 @@ TEST_F(Registry, StoresAWholeRow) {
     EXPECT_EQ(held.type_id, 6);
     row.class_id = 1;
     held.class_id = 2;
-    EXPECT_EQ(listener.getJavaMethodInfo(218).class_id, 77) << "it holds a copy and hands one out";
+    EXPECT_EQ(listener.getJavaMethodInfo(218).class_id, 77)
+        << "it stores a copy and returns a copy";
 
-    // Resolving anew leaves the cached object alone.
+    // Resolving again leaves the cached object unchanged.
     ASSERT_EQ(listener.setJavaClass(9, "java/lang/Integer"), 0);
     ASSERT_EQ(listener.setJavaMethod(9, 218, 0, 7, "longValue", "()J"), 0);
     held = listener.getJavaMethodInfo(218);

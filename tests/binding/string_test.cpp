@@ -26,7 +26,8 @@ protected:
     }
     void TearDown() override { EXPECT_EQ(StrictJni::unreleased(), taken); }
 
-    /// The field of `size` bytes that the conversion fills, behind it one byte that it must leave.
+    /// The field of `size` bytes that the conversion fills, after it one byte that must stay
+    /// unchanged.
     template <typename Convert>
     static std::string filled(int size, Convert convert) {
         std::vector<char> field(static_cast<size_t>(size) + 1, '\x5a');
@@ -74,7 +75,7 @@ TEST_F(Strings, OrgNewStringOfNullIsEmpty) {
     EXPECT_TRACE(log->take(), "");
 }
 
-TEST_F(Strings, OrgNewStringSaysWhenItFails) {
+TEST_F(Strings, OrgNewStringLogsItsFailure) {
     for (const char* text : {"a\0", static_cast<const char*>(nullptr)}) {
         FailJni fail("NewString");
         EXPECT_EQ(Listener::loaded().OrgNewString(text, 1), nullptr);
@@ -108,7 +109,7 @@ TEST_F(Strings, CharFieldHoldsModifiedUtf8) {
     EXPECT_EQ(toChar(javaString({0x3042, 0x00e9}), 6), "e3 81 82 c3 a9 00");
     EXPECT_EQ(toChar(javaString({'a', 0, 'b'}), 5), "61 c0 80 62 00");
     EXPECT_EQ(toChar(javaString({0xd83d, 0xde00}), 8), "ed a0 bd ed b8 80 00 00");
-    EXPECT_EQ(toChar(javaString({0x3042, 0x3044}), 4), "e3 81 82 e3") << "cut wherever it ends";
+    EXPECT_EQ(toChar(javaString({0x3042, 0x3044}), 4), "e3 81 82 e3") << "cut within a character";
     EXPECT_EQ(toChar(javaString({0x3042, 0x3044}), 6), "e3 81 82 e3 81 84");
 }
 
@@ -120,7 +121,7 @@ TEST_F(Strings, CharFieldIsZeroForNull) {
     )");
 }
 
-TEST_F(Strings, CharFieldIsZeroWhenTheCharactersCannotBeHad) {
+TEST_F(Strings, CharFieldIsZeroWhenTheCharactersCannotBeRead) {
     jstring text = javaString("abc");
     FailJni fail("GetStringUTFChars");
     EXPECT_EQ(toChar(text, 4), "00 00 00 00");
@@ -144,7 +145,7 @@ TEST_F(Strings, Utf16FieldHoldsAnyUnit) {
               "00 00 3d d8 00 de 00 dc ff ff 00 00");
 }
 
-TEST_F(Strings, Utf16FieldIsZeroBehindAShortText) {
+TEST_F(Strings, Utf16FieldIsZeroAfterAShortText) {
     EXPECT_EQ(toUtf16(javaString(std::vector<jchar>{}), 4), "00 00 00 00");
     EXPECT_EQ(
         toUtf16(javaString({'a'}), 1400), "61" + [] {
@@ -158,7 +159,7 @@ TEST_F(Strings, Utf16FieldIsZeroBehindAShortText) {
     EXPECT_TRACE(log->take(), "");
 }
 
-TEST_F(Strings, Utf16FieldIsZeroWhenTheUnitsCannotBeHad) {
+TEST_F(Strings, Utf16FieldIsZeroWhenTheUnitsCannotBeRead) {
     jstring text = javaString("abc");
     FailJni fail("GetStringChars");
     EXPECT_EQ(toUtf16(text, 4), "00 00 00 00");

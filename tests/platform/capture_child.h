@@ -34,7 +34,7 @@ protected:
     }
 
     /// Runs `body` on the thread "evening" of a process that captures to `path`. No expectation of
-    /// `body` may fail, and what it says on standard error must match.
+    /// `body` may fail, and what it writes to standard error must match.
     void inChild(const std::function<void()>& body, const std::string& said = "^$") const {
         EXPECT_EXIT(
             {

@@ -17,7 +17,7 @@ using platform::numberAt;
 
 using CaptureFile = platform::CaptureTest;
 
-/// Says whether the file had a message already when it was delivered.
+/// Notes whether the file already had a message when an event was delivered.
 class Watcher : public dtv::ServiceEndpoint {
 public:
     explicit Watcher(std::string path) : path_(std::move(path)) {}
@@ -136,20 +136,20 @@ void passWithoutACapture() {
     EXPECT_EQ(service->takeTexts(), std::vector<std::string>{"00000001: 03 00"});
 }
 
-TEST_F(CaptureFile, SaysThatAFileCannotBeOpened) {
+TEST_F(CaptureFile, ReportsAFileThatCannotBeOpened) {
     path += ".d/capture";
     inChild([&] { passWithoutACapture(); },
             "^libDtv: cannot open the capture file .*/capture.pcapng.d/capture: No such file or "
             "directory\n$");
 }
 
-TEST_F(CaptureFile, WritesToFilesAlone) {
+TEST_F(CaptureFile, WritesToRegularFilesOnly) {
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
     const int reader = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     inChild([&] { passWithoutACapture(); },
             "^libDtv: the capture file .*/capture.pcapng is not a regular file\n$");
     close(reader);
-    // Nobody reads from the pipe.
+    // No process reads from the pipe.
     inChild([&] { passWithoutACapture(); },
             "^libDtv: cannot open the capture file .*: No such device or address\n$");
 }
@@ -187,7 +187,7 @@ TEST_F(CaptureFile, EndsWithAFullDisk) {
     EXPECT_EQ(numberAt(bytes, 172 + 36, 4), 2u);
 }
 
-TEST_F(CaptureFile, DoesWithoutADiskThatIsFullFromTheStart) {
+TEST_F(CaptureFile, EndsWithADiskThatIsFullFromTheStart) {
     inChild(
         [&] {
             limitFiles(60);

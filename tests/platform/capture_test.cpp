@@ -55,7 +55,7 @@ const std::string kDelivery = "4474764576656e742d31000000000000 ";
 const std::string kOut = "0200 0400 02000000 00000000 ";
 const std::string kIn = "0200 0400 01000000 00000000 ";
 
-TEST_F(CaptureBytes, BeginsAnewWithOneInterface) {
+TEST_F(CaptureBytes, ReplacesAnOldFileAndBeginsWithOneInterface) {
     std::ofstream(path) << std::string(1000, 'x');
     inChild([&] { const sp<ListenerDouble> listener = new ListenerDouble; });
     EXPECT_EQ(hex(file()), block(R"(
@@ -110,7 +110,7 @@ TEST_F(CaptureBytes, HasCommandsAndWhatTheyReturned) {
     EXPECT_EQ(packets.threads, std::vector<uint64_t>(5, packets.threads[0]));
 }
 
-TEST_F(CaptureBytes, HasAnswersWithTheBytesThatTheServiceSaysItWrote) {
+TEST_F(CaptureBytes, HasAnswersWithTheBytesThatTheServiceReportsAsWritten) {
     inChild([&] {
         const sp<ListenerDouble> listener = new ListenerDouble;
         auto service = harness::ServiceDouble::serve();
@@ -121,7 +121,7 @@ TEST_F(CaptureBytes, HasAnswersWithTheBytesThatTheServiceSaysItWrote) {
             listener->sendEventToServer(message_id, handle, 2, reply, &size);
         };
         service->setReply(fromHex("0300 0000 ffffffff 0500 0600"));
-        send(0x10000038); // says 12, of which 8 fit
+        send(0x10000038); // reports 12, of which 8 fit
         send(0x10000040);
         service->setReply(fromHex("0300 0000 ffffffff"), std::nullopt);
         send(0x10000038);

@@ -1,4 +1,4 @@
-// The threads that deliver posted events. Every test of this binary keeps to three of them.
+// The threads that deliver posted events. Every test of this binary uses three of them.
 #include "platform/listener_double.h"
 
 #include "harness/harness.h"
@@ -14,7 +14,7 @@ using android::sp;
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-TEST(DeliveryThreads, AreAsManyAsAsked) {
+TEST(DeliveryThreads, AreAsManyAsRequested) {
     sp<ListenerDouble> listener = new ListenerDouble;
     dtv::setDeliveryThreads(3);
     dtv::setDeliveryThreads(2); // the number only grows

@@ -50,7 +50,7 @@ TEST_F(Log, WritesLongLinesWhole) {
     }
 }
 
-TEST_F(Log, KnowsTheTask) {
+TEST_F(Log, HasTheNameOfTheTask) {
     pthread_setname_np(pthread_self(), "a task");
     EXPECT_STREQ(DtvSvCom_GetMyTaskName(), "a task");
 }

@@ -30,7 +30,7 @@ TEST_F(Exchange, AnswersMinusOneWithoutAService) {
     EXPECT_EQ(listener->sendEventToServer(0x1000000c, record, 4, &carrier, nullptr, nullptr), -1);
 }
 
-TEST_F(Exchange, HandsCommandsToTheService) {
+TEST_F(Exchange, PassesCommandsToTheService) {
     auto service = harness::ServiceDouble::serve();
     service->setResult(7);
     EXPECT_EQ(listener->sendEventToServer(0x10000006, record, 4, nullptr, nullptr), 7);
@@ -42,7 +42,7 @@ TEST_F(Exchange, HandsCommandsToTheService) {
                 ElementsAre("10000006: 03 00 07 00", "1000000c surfaces=1: 03 00 07 00"));
 }
 
-TEST_F(Exchange, AnswersIntoTheRoomThatThereIs) {
+TEST_F(Exchange, WritesNoMoreOfAnAnswerThanFits) {
     auto service = harness::ServiceDouble::serve();
     service->setReply(harness::fromHex("01020304 05060708 090a0b0c"));
     unsigned char reply[12] = {};
@@ -68,7 +68,7 @@ TEST_F(Exchange, DeliversOnTheCallingThreadAsItIs) {
     EXPECT_EQ(listener->threads, std::set<pthread_t>{pthread_self()});
 }
 
-TEST_F(Exchange, HasNobodyToDeliverToWithoutAListener) {
+TEST_F(Exchange, DeliversNothingWithoutAListener) {
     char eight[8] = {};
     listener = nullptr;
     EXPECT_EQ(dtv::deliverEvent(1, eight, 8), dtv::noListener);
@@ -118,7 +118,7 @@ TEST_F(Exchange, KeepsAListenerWhileItIsCalled) {
     listener = nullptr;
     {
         sp<ListenerDouble> still = watched.promote();
-        EXPECT_NE(still, nullptr) << "the delivery holds it";
+        EXPECT_NE(still, nullptr) << "the delivery holds a reference";
     }
     may_end = true;
     EXPECT_TRUE(dtv::waitUntilDelivered(seconds(20)));

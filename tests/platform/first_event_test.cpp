@@ -1,4 +1,4 @@
-// The first event of each thread comes alone.
+// The first event of each thread is delivered alone.
 #include "platform/listener_double.h"
 
 #include "harness/harness.h"
@@ -107,7 +107,7 @@ void atOnce(int count, const std::function<void(int)>& body) {
     }
 }
 
-TEST(FirstEvent, ComesAloneOnTwentyThreadsAtOnce) {
+TEST(FirstEvent, IsDeliveredAloneOnTwentyThreadsAtOnce) {
     sp<OverlapRecorder> listener = new OverlapRecorder;
     atOnce(20, [](int) {
         for (int event = 0; event < 20; ++event) {
@@ -120,7 +120,7 @@ TEST(FirstEvent, ComesAloneOnTwentyThreadsAtOnce) {
     EXPECT_GT(listener->most, 1) << "later events run in parallel";
 }
 
-TEST(FirstEvent, ComesAloneOnTheDeliveryThreadsBesideOthers) {
+TEST(FirstEvent, IsDeliveredAloneOnTheDeliveryThreadsBesideOthers) {
     dtv::setDeliveryThreads(3);
     sp<OverlapRecorder> listener = new OverlapRecorder;
     atOnce(4, [](int) {
@@ -226,7 +226,7 @@ TEST(FirstEvent, LetsEventsInsideItsCallbackBeginAtOnce) {
         note("begin " + std::to_string(event));
         if (event == 1) {
             inside.reach();
-            usleep(100000); // the other thread asks meanwhile
+            usleep(100000); // meanwhile the other thread requests its event
             deliver(2);
         }
         note("end " + std::to_string(event));
@@ -239,7 +239,7 @@ TEST(FirstEvent, LetsEventsInsideItsCallbackBeginAtOnce) {
     EXPECT_THAT(order, ElementsAre("begin 1", "begin 2", "end 2", "end 1", "begin 3", "end 3"));
 }
 
-TEST(FirstEvent, DoesNotHoldUpTheEventsInsideALaterCallback) {
+TEST(FirstEvent, DoesNotDelayTheEventsInsideALaterCallback) {
     Point inside;
     Point asks;
     std::mutex mutex;
@@ -304,7 +304,7 @@ TEST(LaterEvents, RunInParallel) {
 }
 
 TEST(FirstEvent, IsNotDeliveredWhenDeliveryStopsWhileItWaits) {
-    // In a process of its own: what is stopped stays so.
+    // In a process of its own: delivery that was stopped cannot be started again.
     testing::FLAGS_gtest_death_test_style = "threadsafe";
     EXPECT_EXIT(
         {

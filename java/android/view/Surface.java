@@ -1,22 +1,22 @@
 package android.view;
 
 /**
- * Something to draw on, as the native library sees it. A device brings a class of this name of its
- * own; this one stands in for it at the desk.
+ * A surface that the native library draws on. A device has its own class of this name; this one
+ * replaces it at the desk.
  */
 public class Surface {
     /** Address of the native surface, 0 for none. The native library reads it by this name. */
     private int mSurface;
 
-    /** A surface with nothing behind it. */
+    /** A surface without a native surface. */
     public Surface() {
         this(0);
     }
 
     /**
-     * A surface in front of a native one, which must outlive every command that is given it.
+     * A surface for a native one, which must exist for as long as a command uses it.
      *
-     * @param nativeSurface address of the native surface, which lies where 32 bits reach
+     * @param nativeSurface address of the native surface, which must fit into 32 bits
      */
     public Surface(int nativeSurface) {
         mSurface = nativeSurface;

@@ -16,7 +16,7 @@ public final class EventRecorder implements InvocationHandler {
 
     private EventRecorder() {}
 
-    /** Puts a new recorder behind BGCallBack. */
+    /** Makes a new recorder the listener of BGCallBack. */
     public static EventRecorder install() {
         EventRecorder recorder = new EventRecorder();
         BGCallBack.setListener(

@@ -1,4 +1,4 @@
 package harness;
 
-/** What the field operations work on; allocated without its constructor. */
+/** A class for the tests of the field operations; allocated without its constructor. */
 public record FieldSample(int number, Object object) {}

@@ -9,8 +9,8 @@ import java.util.HashSet;
 import java.util.Set;
 
 /**
- * The application's class path once more, without some of its classes: what the bridge meets when
- * the Java side of the system is older than itself.
+ * The application's class path again, without some of its classes: what the bridge finds when the
+ * Java side of the system is older than itself.
  */
 public final class HidingClassLoader extends URLClassLoader {
     private final Set<String> hidden;

@@ -1,6 +1,6 @@
 package harness;
 
-/** Methods that answer null, or throw instead of answering. */
+/** Methods that return null, or throw instead of returning. */
 public final class NullAnswers {
     public NullAnswers() {}
 

@@ -6,7 +6,7 @@ import java.lang.reflect.Method;
 import java.lang.reflect.RecordComponent;
 import java.util.Arrays;
 
-/** Finds out what a test need not spell. */
+/** Finds descriptors, so that a test need not write them. */
 public final class Reflect {
     private Reflect() {}
 

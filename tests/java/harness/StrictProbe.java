@@ -1,6 +1,6 @@
 package harness;
 
-/** What the strict table's own test works on; its natives are bound by that test. */
+/** A class for the strict table's own test; its natives are bound by that test. */
 public final class StrictProbe {
     private int number = 7;
     private String text = "text";
@@ -22,13 +22,13 @@ public final class StrictProbe {
         throw new IllegalStateException("on purpose");
     }
 
-    /** Answers a new reference to its argument. */
+    /** Returns a new reference to its argument. */
     public native Object give(Object argument);
 
-    /** Answers a reference that it has deleted. */
+    /** Returns a reference that it has deleted. */
     public native Object giveDeleted(Object argument);
 
-    /** Leaves a pushed frame behind. */
+    /** Pushes a frame and does not pop it. */
     public native void keepFrame();
 
     /** Takes characters and does not release them. */
@@ -37,7 +37,7 @@ public final class StrictProbe {
     /** Keeps many references: the VM ends them with the call. */
     public native void makeMany(int count);
 
-    /** Answers the sum of all its numbers, and 1000 for a reference that is not null. */
+    /** Returns the sum of all its numbers, and 1000 for a reference that is not null. */
     public native double mix(boolean a, byte b, char c, short d, int e, long f, float g, double h,
             Object i, int[] j, int k);
 

@@ -85,8 +85,8 @@ import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_TERMINATE_PLAY_REPLY
 import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_TERMINATE_REC_REPLY;
 
 /**
- * Where the native library delivers its events. It finds these methods by name; an application
- * receives them through a {@link DtvEventListener}.
+ * Receives the events of the native library, which finds these methods by name. An application
+ * receives the events through a {@link DtvEventListener}.
  */
 public final class BGCallBack {
     private static final DtvEventListener NOBODY = new DtvEventListener() {};
@@ -96,7 +96,7 @@ public final class BGCallBack {
     private BGCallBack() {}
 
     /**
-     * Says who receives the events from now on.
+     * Sets who receives the events from now on.
      *
      * @param listener the receiver, or null when events are to be dropped
      */

@@ -85,11 +85,11 @@ import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_TERMINATE_PLAY_REPLY
 import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_TERMINATE_REC_REPLY;
 
 /**
- * What the broadcast service tells: one method for each event, each of which does nothing until it
- * is overridden. Given to {@link BGCallBack#setListener}.
- * <p>The events come on threads of the native library, several at once perhaps. A method that takes
- * long holds up the events behind it; an exception that leaves it is written to standard error and
- * forgotten.
+ * Receives the events of the broadcast service. There is one method for each event; it does nothing
+ * until it is overridden. A listener is registered with {@link BGCallBack#setListener}.
+ * <p>The events come on threads of the native library, possibly several at the same time. A method
+ * that takes long delays the events after it. An exception that leaves it is written to standard
+ * error and then cleared.
  */
 public interface DtvEventListener {
     /**
@@ -232,8 +232,8 @@ public interface DtvEventListener {
     default void onEvDtvsvBmlStatusNotify(BG_EV_DTVSV_BML_STATUS_NOTIFY event) {}
 
     /**
-     * Reception has failed for good. The library takes note of such an error and delivers no event
-     * of it yet.
+     * Reception has failed permanently. The library writes such an error to its log and delivers no
+     * event for it yet.
      *
      * @param event the notification
      */
@@ -255,8 +255,8 @@ public interface DtvEventListener {
     default void onEvDtvsvCapStatusNotify(BG_EV_DTVSV_CAP_STATUS_NOTIFY event) {}
 
     /**
-     * The captions have failed for good. The library takes note of such an error and delivers no
-     * event of it yet.
+     * The captions have failed permanently. The library writes such an error to its log and
+     * delivers no event for it yet.
      *
      * @param event the notification
      */
@@ -342,7 +342,7 @@ public interface DtvEventListener {
     default void onEvDtvsvServiceInfoNotify(BG_EV_DTVSV_SERVICE_INFO_NOTIFY event) {}
 
     /**
-     * A channel search looks at a channel.
+     * A channel search tries a channel.
      *
      * @param event the notification
      */
@@ -668,7 +668,7 @@ public interface DtvEventListener {
     default void onEvDtvsvRecStatusNotify(BG_EV_DTVSV_REC_STATUS_NOTIFY event) {}
 
     /**
-     * How far a recording has come.
+     * The progress of a recording.
      *
      * @param event the notification
      */
@@ -682,7 +682,7 @@ public interface DtvEventListener {
     default void onEvDtvsvPlayStatusNotify(BG_EV_DTVSV_PLAY_STATUS_NOTIFY event) {}
 
     /**
-     * Playback has come to an event.
+     * Playback has reached an event.
      *
      * @param event the notification
      */

@@ -34,9 +34,9 @@ import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_TERMINATE_REC_SYNC_INFO;
  * {@code libDtv_jni.so} from a class that the loader of this class has loaded: the library finds
  * this class through its caller's loader. Nothing is loaded here.
  * <p>A command returns as soon as it is sent: OK when the service has taken it, NG when it could
- * not be sent, PARAM_NG when an argument was refused and nothing was sent. What became of it is
- * told by an event, named with each command, that {@link BGCallBack} receives. The commands whose
- * names end in {@code _Sync} wait for the service and return its answer; no event follows them.
+ * not be sent, PARAM_NG when an argument was refused and nothing was sent. The outcome comes as an
+ * event, named with each command, which {@link BGCallBack} receives. The commands whose names end
+ * in {@code _Sync} wait for the service and return its answer; no event follows them.
  * <p>The limits named here are upper ones unless a set of values is given: a negative number is
  * passed on, cut to the width of its field. Of a session handle the low 16 bits are sent. A null
  * result means that the answer object could not be built. An object with a null in it is refused,
@@ -73,7 +73,8 @@ public class DtvServerProxy {
     public native BG_TE_DTVSVLIB_RESULT DtvSvLib_StartScan(int handle);
 
     /**
-     * Stops a scan. {@link DtvEventListener#onEvDtvsvTerminateScanNotify} tells when it has ended.
+     * Stops a scan. {@link DtvEventListener#onEvDtvsvTerminateScanNotify} reports when it has
+     * ended.
      *
      * @param handle the session
      * @return whether the command was delivered
@@ -124,8 +125,8 @@ public class DtvServerProxy {
             int handle, BG_TS_DTVSVLIB_BROADCAST_INFO broadcast_info, int channel_operation);
 
     /**
-     * Stops a search. {@link DtvEventListener#onEvDtvsvTerminateSearchChannelNotify} tells when it
-     * has ended.
+     * Stops a search. {@link DtvEventListener#onEvDtvsvTerminateSearchChannelNotify} reports when
+     * it has ended.
      *
      * @param handle the session
      * @return whether the command was delivered
@@ -133,7 +134,7 @@ public class DtvServerProxy {
     public native BG_TE_DTVSVLIB_RESULT DtvSvLib_CancelSearchChannel(int handle);
 
     /**
-     * Says what is shown and heard first, and where. No event of its own follows.
+     * Sets what is shown and heard first, and where. No event of its own follows.
      *
      * @param handle the session
      * @param component_setting the setting, its three planes included; not null; the start types at
@@ -144,7 +145,7 @@ public class DtvServerProxy {
             int handle, BG_TS_DTVSVLIB_COMPONENT_SETTING component_setting);
 
     /**
-     * Says where picture, captions and data broadcasting are drawn. Answered by {@link
+     * Sets where picture, captions and data broadcasting are drawn. Answered by {@link
      * DtvEventListener#onEvDtvsvSetDisplayAllReply}.
      *
      * @param handle the session
@@ -159,7 +160,7 @@ public class DtvServerProxy {
             BG_TS_DTVSVLIB_BML_DRAWING_INFO bml_drawing_info);
 
     /**
-     * Says where the picture is drawn. Answered by {@link
+     * Sets where the picture is drawn. Answered by {@link
      * DtvEventListener#onEvDtvsvSetScreenDisplayReply}.
      *
      * @param handle the session
@@ -170,7 +171,7 @@ public class DtvServerProxy {
             int handle, BG_TS_DTVSVLIB_SCREEN_DRAWING_INFO drawing_info);
 
     /**
-     * Says where the captions are drawn. Answered by {@link
+     * Sets where the captions are drawn. Answered by {@link
      * DtvEventListener#onEvDtvsvSetCapDisplayReply}.
      *
      * @param handle the session
@@ -181,7 +182,7 @@ public class DtvServerProxy {
             int handle, BG_TS_DTVSVLIB_CAP_DRAWING_INFO drawing_info);
 
     /**
-     * Says where data broadcasting is drawn. Answered by {@link
+     * Sets where data broadcasting is drawn. Answered by {@link
      * DtvEventListener#onEvDtvsvSetBmlDisplayReply}.
      *
      * @param handle the session
@@ -192,7 +193,7 @@ public class DtvServerProxy {
             int handle, BG_TS_DTVSVLIB_BML_DRAWING_INFO drawing_info);
 
     /**
-     * Gives up a surface. Answered by {@link DtvEventListener#onEvDtvsvReleaseDisplayReply}.
+     * Releases a surface. Answered by {@link DtvEventListener#onEvDtvsvReleaseDisplayReply}.
      *
      * @param handle the session
      * @param drawing_destination which plane, at most 2
@@ -202,7 +203,7 @@ public class DtvServerProxy {
             int handle, int drawing_destination);
 
     /**
-     * Changes how the picture fills its surface and how it is turned. Answered by {@link
+     * Changes how the picture fills its surface and how it is rotated. Answered by {@link
      * DtvEventListener#onEvDtvsvControlDisplayModeReply}.
      *
      * @param handle the session
@@ -224,7 +225,7 @@ public class DtvServerProxy {
     public native BG_TE_DTVSVLIB_RESULT DtvSvLib_ControlScreenDisplay(int handle, int onoff);
 
     /**
-     * Starts or stops to decode the picture. Answered by {@link
+     * Starts or stops the decoding of the picture. Answered by {@link
      * DtvEventListener#onEvDtvsvControlDecodeScreenReply}.
      *
      * @param handle the session
@@ -268,7 +269,7 @@ public class DtvServerProxy {
             int handle, int video_viltime, int audio_viltime);
 
     /**
-     * Starts or stops to decode the sound. Answered by {@link
+     * Starts or stops the decoding of the sound. Answered by {@link
      * DtvEventListener#onEvDtvsvControlDecodeAudioReply}.
      *
      * @param handle the session
@@ -332,7 +333,7 @@ public class DtvServerProxy {
     public native BG_TE_DTVSVLIB_RESULT DtvSvLib_BMLEndTvLinkReq(int handle);
 
     /**
-     * Hands a key or a touch to the data-broadcast document. No event of its own follows.
+     * Passes a key or a touch to the data-broadcast document. No event of its own follows.
      *
      * @param handle the session
      * @param key_code_notify the key; not null
@@ -439,7 +440,7 @@ public class DtvServerProxy {
 
     /**
      * Answers {@link DtvEventListener#onEvDtvsvBmlSavePictureReq}. {@link
-     * DtvEventListener#onEvDtvsvBmlSavePictureNotify} tells when the picture is saved.
+     * DtvEventListener#onEvDtvsvBmlSavePictureNotify} reports when the picture is saved.
      *
      * @param handle the session
      * @param save_picture_reply the choice and the file's name; neither it nor the name null
@@ -467,7 +468,7 @@ public class DtvServerProxy {
     public native BG_TE_DTVSVLIB_RESULT DtvSvLib_BMLEnrolTvlinkReply(int handle, int bml_end_type);
 
     /**
-     * Starts the data-broadcast browser anew. Answered by {@link
+     * Restarts the data-broadcast browser. Answered by {@link
      * DtvEventListener#onEvDtvsvBmlRebootBrowserReply}.
      *
      * @param handle the session
@@ -478,7 +479,7 @@ public class DtvServerProxy {
     /**
      * Starts a recording of what is received. Answered by {@link
      * DtvEventListener#onEvDtvsvStartRecReply}. {@link DtvEventListener#onEvDtvsvRecStatusNotify}
-     * and {@link DtvEventListener#onEvDtvsvRecInfoNotify} tell how it goes.
+     * and {@link DtvEventListener#onEvDtvsvRecInfoNotify} report its progress.
      *
      * @param handle the session
      * @param medium a number of {@code BG_TE_DTVSVLIB_RECORDING_MEDIUM}, at most 1
@@ -500,7 +501,7 @@ public class DtvServerProxy {
      * Plays a recording. Answered by {@link DtvEventListener#onEvDtvsvStartPlayReply}. {@link
      * DtvEventListener#onEvDtvsvPlayStatusNotify}, {@link
      * DtvEventListener#onEvDtvsvPlayEventNotify} and {@link
-     * DtvEventListener#onEvDtvsvPlayErrorNotify} tell how it goes.
+     * DtvEventListener#onEvDtvsvPlayErrorNotify} report its progress.
      *
      * @param handle the session
      * @param start_play which recording, and how; not null
@@ -529,8 +530,7 @@ public class DtvServerProxy {
     public native BG_TE_DTVSVLIB_RESULT DtvSvLib_PausePlay(int handle);
 
     /**
-     * Goes on with a paused playback. Answered by {@link
-     * DtvEventListener#onEvDtvsvRestartPlayReply}.
+     * Continues a paused playback. Answered by {@link DtvEventListener#onEvDtvsvRestartPlayReply}.
      *
      * @param handle the session
      * @return whether the command was delivered
@@ -576,7 +576,7 @@ public class DtvServerProxy {
     public native BG_TE_DTVSVLIB_RESULT DtvSvLib_MovePausePosition(int handle, int move_pos);
 
     /**
-     * Sets the low-noise amplifier before the tuner. Answered by {@link
+     * Sets the mode of the tuner's low-noise amplifier. Answered by {@link
      * DtvEventListener#onEvDtvsvControlLNAReply}.
      *
      * @param handle the session
@@ -631,10 +631,10 @@ public class DtvServerProxy {
 
     /**
      * {@link #DtvSvLib_ControlDecodeScreen}, waiting for the answer.
-     * <p><b>Judge {@code onoff} before the call.</b> When it is above 1 the library answers with
+     * <p><b>Check {@code onoff} before the call.</b> When it is above 1 the library answers with
      * {@code BG_TE_DTVSVLIB_RESULT.DTVSVLIB_RESULT_PARAM_NG}, an object that is not of the declared
-     * class, and compiled code that uses it as one may do anything. Who cannot judge it calls by
-     * reflection and takes the answer as an {@link Object}.
+     * class, and compiled code that uses it as one may do anything. A caller that cannot check it
+     * calls by reflection and takes the answer as an {@link Object}.
      *
      * @param handle the session
      * @param onoff 0 for off, 1 for on; nothing above
@@ -645,10 +645,10 @@ public class DtvServerProxy {
 
     /**
      * {@link #DtvSvLib_ControlDecodeAudio}, waiting for the answer.
-     * <p><b>Judge {@code onoff} before the call.</b> When it is above 1 the library answers with
+     * <p><b>Check {@code onoff} before the call.</b> When it is above 1 the library answers with
      * {@code BG_TE_DTVSVLIB_RESULT.DTVSVLIB_RESULT_PARAM_NG}, an object that is not of the declared
-     * class, and compiled code that uses it as one may do anything. Who cannot judge it calls by
-     * reflection and takes the answer as an {@link Object}.
+     * class, and compiled code that uses it as one may do anything. A caller that cannot check it
+     * calls by reflection and takes the answer as an {@link Object}.
      *
      * @param handle the session
      * @param onoff 0 for off, 1 for on; nothing above
@@ -658,8 +658,8 @@ public class DtvServerProxy {
             int handle, int onoff);
 
     /**
-     * {@link #DtvSvLib_ControlCap}, waiting for the answer. A refused argument is told by a {@code
-     * return_value} of 5.
+     * {@link #DtvSvLib_ControlCap}, waiting for the answer. A refused argument is reported by a
+     * {@code return_value} of 5.
      *
      * @param handle the session
      * @param cap_control_type a number of {@code BG_TE_DTVSVLIB_CONTROL_TYPE}, at most 4, or 255
@@ -672,8 +672,8 @@ public class DtvServerProxy {
             BG_TS_DTVSVLIB_CAP_DRAWING_INFO cap_drawing_info);
 
     /**
-     * {@link #DtvSvLib_ControlBML}, waiting for the answer. A refused argument is told by a {@code
-     * return_value} of 5.
+     * {@link #DtvSvLib_ControlBML}, waiting for the answer. A refused argument is reported by a
+     * {@code return_value} of 5.
      *
      * @param handle the session
      * @param bml_control_type a number of {@code BG_TE_DTVSVLIB_CONTROL_TYPE}, at most 4, or 255
@@ -692,7 +692,7 @@ public class DtvServerProxy {
     public native BG_TS_DTVSVLIB_END_TVLINK_SYNC_INFO DtvSvLib_BMLEndTvLink_Sync(int handle);
 
     /**
-     * {@link #DtvSvLib_TerminateRec}, waiting for the answer. A refused argument is told by a
+     * {@link #DtvSvLib_TerminateRec}, waiting for the answer. A refused argument is reported by a
      * {@code result} of 5.
      *
      * @param handle the session

@@ -1,8 +1,8 @@
 package tenrik.service.dtvserver.type;
 
 /**
- * Which sound stream of the programme is heard. The broadcast service owns the meaning of the
- * numbers; the names are the desk's.
+ * Which sound stream of the programme is heard. The broadcast service defines the numbers; the
+ * names were chosen for the desk.
  */
 public enum BG_TE_DTVSVLIB_AUDIO_COMPONENT {
     /** The first sound stream. */

@@ -2,7 +2,7 @@ package tenrik.service.dtvserver.type;
 
 /**
  * What the viewer chose when a data-broadcast document asked for a user and a password. The
- * broadcast service owns the meaning of the numbers; the names are the desk's.
+ * broadcast service defines the numbers; the names were chosen for the desk.
  */
 public enum BG_TE_DTVSVLIB_AUTH_SELECT_TYPE {
     /** A user and a password were entered. */

@@ -1,8 +1,8 @@
 package tenrik.service.dtvserver.type;
 
 /**
- * The colour behind the captions. The broadcast service owns the meaning of the numbers; the names
- * are the desk's.
+ * The background colour of the captions. The broadcast service defines the numbers; the names were
+ * chosen for the desk.
  */
 public enum BG_TE_DTVSVLIB_BACKGROUND_COLOR {
     /** Black. */

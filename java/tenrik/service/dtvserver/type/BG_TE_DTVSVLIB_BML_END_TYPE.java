@@ -1,8 +1,8 @@
 package tenrik.service.dtvserver.type;
 
 /**
- * How a request of a data-broadcast document ended. The broadcast service owns the meaning of the
- * numbers; the names are the desk's.
+ * How a request of a data-broadcast document ended. The broadcast service defines the numbers; the
+ * names were chosen for the desk.
  */
 public enum BG_TE_DTVSVLIB_BML_END_TYPE {
     /** The request was carried out. */

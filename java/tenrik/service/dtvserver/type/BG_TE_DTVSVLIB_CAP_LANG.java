@@ -2,7 +2,7 @@ package tenrik.service.dtvserver.type;
 
 /**
  * The language of the captions, by its place among those that the programme carries. The broadcast
- * service owns the meaning of the numbers; the names are the desk's.
+ * service defines the numbers; the names were chosen for the desk.
  */
 public enum BG_TE_DTVSVLIB_CAP_LANG {
     /** The first language. */

@@ -2,7 +2,7 @@ package tenrik.service.dtvserver.type;
 
 /**
  * Whether and how captions or data broadcasting run. As a start type only OFF and ON are accepted.
- * The broadcast service owns the meaning of the numbers; the names are the desk's.
+ * The broadcast service defines the numbers; the names were chosen for the desk.
  */
 public enum BG_TE_DTVSVLIB_CONTROL_TYPE {
     /** Turned off. */

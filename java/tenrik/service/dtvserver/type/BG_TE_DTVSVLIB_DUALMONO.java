@@ -1,8 +1,8 @@
 package tenrik.service.dtvserver.type;
 
 /**
- * What is heard of a dual mono sound. The broadcast service owns the meaning of the numbers; the
- * names are the desk's.
+ * What is heard of a dual mono sound. The broadcast service defines the numbers; the names were
+ * chosen for the desk.
  */
 public enum BG_TE_DTVSVLIB_DUALMONO {
     /** The main channel. */

@@ -1,8 +1,8 @@
 package tenrik.service.dtvserver.type;
 
 /**
- * How a text input ended. The broadcast service owns the meaning of the numbers; the names are the
- * desk's.
+ * How a text input ended. The broadcast service defines the numbers; the names were chosen for the
+ * desk.
  */
 public enum BG_TE_DTVSVLIB_FEP_END_TYPE {
     /** A text was entered. */

@@ -1,8 +1,8 @@
 package tenrik.service.dtvserver.type;
 
 /**
- * A key of the receiver as a data-broadcast document sees it. The broadcast service owns the
- * meaning of the numbers; the names are the desk's.
+ * A key of the receiver as it is reported to a data-broadcast document. The broadcast service
+ * defines the numbers; the names were chosen for the desk.
  */
 public enum BG_TE_DTVSVLIB_KEYCODE {
     /** No key: the position of the touch counts. */

@@ -1,8 +1,8 @@
 package tenrik.service.dtvserver.type;
 
 /**
- * What happened to a key. The broadcast service owns the meaning of the numbers; the names are the
- * desk's.
+ * What happened to a key. The broadcast service defines the numbers; the names were chosen for the
+ * desk.
  */
 public enum BG_TE_DTVSVLIB_KEY_EVENT_TYPE {
     /** The key was pressed. */

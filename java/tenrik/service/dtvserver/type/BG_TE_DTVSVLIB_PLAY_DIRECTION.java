@@ -1,8 +1,8 @@
 package tenrik.service.dtvserver.type;
 
 /**
- * Which way playback moves. The broadcast service owns the meaning of the numbers; the names are
- * the desk's.
+ * Which way playback moves. The broadcast service defines the numbers; the names were chosen for
+ * the desk.
  */
 public enum BG_TE_DTVSVLIB_PLAY_DIRECTION {
     /** Towards the end. */

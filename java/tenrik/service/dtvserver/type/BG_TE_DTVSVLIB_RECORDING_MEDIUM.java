@@ -1,8 +1,8 @@
 package tenrik.service.dtvserver.type;
 
 /**
- * Where recordings and pictures are kept. The broadcast service owns the meaning of the numbers;
- * the names are the desk's.
+ * Where recordings and pictures are kept. The broadcast service defines the numbers; the names were
+ * chosen for the desk.
  */
 public enum BG_TE_DTVSVLIB_RECORDING_MEDIUM {
     /** The memory of the receiver. */

@@ -28,7 +28,7 @@ public enum BG_TE_DTVSVLIB_RESULT {
      * The number of a constant.
      *
      * @param constant the constant
-     * @return the code that stands for the constant
+     * @return the code of the constant
      */
     public static int getResultValue(BG_TE_DTVSVLIB_RESULT constant) {
         return constant.value;

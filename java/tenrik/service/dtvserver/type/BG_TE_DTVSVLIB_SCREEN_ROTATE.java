@@ -1,8 +1,8 @@
 package tenrik.service.dtvserver.type;
 
 /**
- * How a plane is turned on the display. The broadcast service owns the meaning of the numbers; the
- * names are the desk's.
+ * How a plane is rotated on the display. The broadcast service defines the numbers; the names were
+ * chosen for the desk.
  */
 public enum BG_TE_DTVSVLIB_SCREEN_ROTATE {
     /** Not rotated. */

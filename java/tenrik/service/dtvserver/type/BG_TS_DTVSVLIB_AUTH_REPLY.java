@@ -6,7 +6,7 @@ package tenrik.service.dtvserver.type;
  * @param select_type what was chosen
  * @param pass the password, at most 260 bytes of modified UTF-8
  * @param user the user, at most 132 bytes of modified UTF-8
- * @param task_id names the request; the reply carries it back
+ * @param task_id identifies the request; the reply returns it
  */
 public record BG_TS_DTVSVLIB_AUTH_REPLY(
         BG_TE_DTVSVLIB_AUTH_SELECT_TYPE select_type, String pass, String user, int task_id) {
@@ -17,7 +17,7 @@ public record BG_TS_DTVSVLIB_AUTH_REPLY(
      * @param select_type what was chosen; a number of {@link BG_TE_DTVSVLIB_AUTH_SELECT_TYPE}
      * @param pass the password, at most 260 bytes of modified UTF-8
      * @param user the user, at most 132 bytes of modified UTF-8
-     * @param task_id names the request; the reply carries it back
+     * @param task_id identifies the request; the reply returns it
      */
     public BG_TS_DTVSVLIB_AUTH_REPLY(int select_type, String pass, String user, int task_id) {
         this(BG_TE_DTVSVLIB_AUTH_SELECT_TYPE.of(select_type), pass, user, task_id);

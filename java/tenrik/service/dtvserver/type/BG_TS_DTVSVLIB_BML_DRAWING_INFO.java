@@ -8,7 +8,7 @@ import android.view.Surface;
  * @param surface_handle what is drawn on
  * @param surface_width its width in pixels, 0 to 65535
  * @param surface_height its height in pixels, 0 to 65535
- * @param screen_rotate how it is turned
+ * @param screen_rotate how it is rotated
  */
 public record BG_TS_DTVSVLIB_BML_DRAWING_INFO(
         Surface surface_handle, int surface_width, int surface_height,
@@ -20,7 +20,7 @@ public record BG_TS_DTVSVLIB_BML_DRAWING_INFO(
      * @param surface_handle what is drawn on
      * @param surface_width its width in pixels, 0 to 65535
      * @param surface_height its height in pixels, 0 to 65535
-     * @param screen_rotate how it is turned; a number of {@link BG_TE_DTVSVLIB_SCREEN_ROTATE}
+     * @param screen_rotate how it is rotated; a number of {@link BG_TE_DTVSVLIB_SCREEN_ROTATE}
      */
     public BG_TS_DTVSVLIB_BML_DRAWING_INFO(
             Surface surface_handle, int surface_width, int surface_height, int screen_rotate) {

@@ -4,7 +4,7 @@ package tenrik.service.dtvserver.type;
  * The page that a browser is asked for.
  *
  * @param app_id which application
- * @param permit_av whether picture and sound go on
+ * @param permit_av whether picture and sound continue
  * @param browser_info which browser
  * @param full_screen whether it fills the screen
  * @param return_uri where to return to

@@ -9,7 +9,7 @@ package tenrik.service.dtvserver.type;
  * @param separator_size space between lines, 0 to 255
  * @param position_x left edge in pixels, not negative
  * @param position_y upper edge in pixels, not negative
- * @param background_color colour behind the text
+ * @param background_color background colour of the text
  * @param background_alpha whether the background shows through
  */
 public record BG_TS_DTVSVLIB_CAP_DISPLAY_INFO(
@@ -26,7 +26,7 @@ public record BG_TS_DTVSVLIB_CAP_DISPLAY_INFO(
      * @param separator_size space between lines, 0 to 255
      * @param position_x left edge in pixels, not negative
      * @param position_y upper edge in pixels, not negative
-     * @param background_color colour behind the text; a number of {@link
+     * @param background_color background colour of the text; a number of {@link
      *     BG_TE_DTVSVLIB_BACKGROUND_COLOR}
      * @param background_alpha whether the background shows through; a number of {@link
      *     BG_TE_DTVSVLIB_ONOFF}

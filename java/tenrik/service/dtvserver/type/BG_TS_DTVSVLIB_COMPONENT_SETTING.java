@@ -8,9 +8,9 @@ package tenrik.service.dtvserver.type;
  * @param audio_component the sound stream
  * @param cap_start_type whether captions start, OFF or ON
  * @param bml_start_type whether data broadcasting starts, OFF or ON
- * @param video_drawing_info where the picture goes
- * @param cap_drawing_info where the captions go
- * @param bml_drawing_info where data broadcasting goes
+ * @param video_drawing_info where the picture is drawn
+ * @param cap_drawing_info where the captions are drawn
+ * @param bml_drawing_info where data broadcasting is drawn
  */
 public record BG_TS_DTVSVLIB_COMPONENT_SETTING(
         BG_TE_DTVSVLIB_CAP_LANG cap_lang, BG_TE_DTVSVLIB_DUALMONO dualmono,
@@ -30,9 +30,9 @@ public record BG_TS_DTVSVLIB_COMPONENT_SETTING(
      *     BG_TE_DTVSVLIB_CONTROL_TYPE}
      * @param bml_start_type whether data broadcasting starts, OFF or ON; a number of {@link
      *     BG_TE_DTVSVLIB_CONTROL_TYPE}
-     * @param video_drawing_info where the picture goes
-     * @param cap_drawing_info where the captions go
-     * @param bml_drawing_info where data broadcasting goes
+     * @param video_drawing_info where the picture is drawn
+     * @param cap_drawing_info where the captions are drawn
+     * @param bml_drawing_info where data broadcasting is drawn
      */
     public BG_TS_DTVSVLIB_COMPONENT_SETTING(
             int cap_lang, int dualmono, int audio_component, int cap_start_type, int bml_start_type,

@@ -4,9 +4,9 @@ import java.util.Arrays;
 
 /**
  * A TV link to keep.
- * <p>The seven values of the expiry date are handed on in the order in which they are sent. The
- * trace names them the other way round: what {@code expire_date} calls the year is {@code date_sec}
- * there.
+ * <p>The seven values of the expiry date are passed on in the order in which they are sent. The
+ * trace names them in the reverse order: what {@code expire_date} calls the year is {@code
+ * date_sec} there.
  *
  * @param title title
  * @param uri the page it leads to

@@ -1,7 +1,7 @@
 package tenrik.service.dtvserver.type;
 
 /**
- * A speed of playback: numerator / denominator must come to 2, 10, 30 or 120, without a remainder.
+ * A speed of playback: numerator / denominator must be 2, 10, 30 or 120, without a remainder.
  *
  * @param direction which way
  * @param numerator numerator of the speed, not negative

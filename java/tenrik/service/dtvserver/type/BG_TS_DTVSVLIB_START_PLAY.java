@@ -5,7 +5,7 @@ package tenrik.service.dtvserver.type;
  *
  * @param medium where the recording is kept
  * @param program_number number of the recording, 0 to 65535
- * @param resume whether it goes on where it was left
+ * @param resume whether it continues where it was stopped
  * @param interval how often the state is notified, 0 to 65535
  * @param pause whether it starts paused
  */

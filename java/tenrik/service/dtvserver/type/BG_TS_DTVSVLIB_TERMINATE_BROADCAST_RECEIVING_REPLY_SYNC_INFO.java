@@ -1,8 +1,8 @@
 package tenrik.service.dtvserver.type;
 
 /**
- * What {@code DtvSvLib_TerminateBroadcastReceiving_Sync} brings back. The result stands first, the
- * session handle second.
+ * What {@code DtvSvLib_TerminateBroadcastReceiving_Sync} returns. The result is the first
+ * component, the session handle the second.
  *
  * @param return_value the service's answer; 1 when the command could not be sent, 16 when the
  *     answer was empty

@@ -3,8 +3,8 @@ package tenrik.service.dtvserver.events.notify;
 import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_VIEW_FATAL_ERROR;
 
 /**
- * The captions have failed for good. The library takes note of such an error and delivers no event
- * of it yet.
+ * The captions have failed permanently. The library writes such an error to its log and delivers no
+ * event for it yet.
  *
  * @param handle the session it belongs to
  * @param fatal_error the error

@@ -3,7 +3,7 @@ package tenrik.service.dtvserver.events.notify;
 import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_PLAY_STATUS_INFO;
 
 /**
- * Playback has come to an event.
+ * Playback has reached an event.
  *
  * @param handle the session it belongs to
  * @param play_status_info the state

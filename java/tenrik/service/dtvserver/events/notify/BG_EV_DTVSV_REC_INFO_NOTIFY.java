@@ -1,7 +1,7 @@
 package tenrik.service.dtvserver.events.notify;
 
 /**
- * How far a recording has come.
+ * The progress of a recording.
  *
  * @param handle the session it belongs to
  * @param rec_time the time recorded

@@ -1,7 +1,7 @@
 package tenrik.service.dtvserver.events.notify;
 
 /**
- * A channel search looks at a channel.
+ * A channel search tries a channel.
  *
  * @param handle the session it belongs to
  * @param physical_channel the physical UHF channel

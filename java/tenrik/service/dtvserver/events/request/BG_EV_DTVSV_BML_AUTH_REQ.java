@@ -5,6 +5,6 @@ package tenrik.service.dtvserver.events.request;
  * DtvSvLib_BMLAuthReply}.
  *
  * @param handle the session it belongs to
- * @param task_id names the request; the reply carries it back
+ * @param task_id identifies the request; the reply returns it
  */
 public record BG_EV_DTVSV_BML_AUTH_REQ(int handle, int task_id) {}
