@@ -80,7 +80,7 @@ TEST_F(GuideFailure, ArrayOfProgrammesThatCannotBeMade) {
 /// What a delivered guide made goes with one call: nine objects for each programme, their array,
 /// the guide and the event.
 TEST_F(GuideFailure, DropsWhatADeliveredGuideMadeAtOnce) {
-    for (int following : {0, 8}) {
+    for (unsigned following : {0U, 8U}) {
         int deleted = StrictJni::calls("DeleteLocalRef");
         int popped = StrictJni::calls("PopLocalFrame");
         EXPECT_EQ(deliver(guide.id, guideRecord(following).bytes()), 0);
