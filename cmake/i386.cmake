@@ -1,4 +1,4 @@
-# 32-bit x86, run natively by its own loader and C library, which lie in DTV_SYSROOT.
+# 32-bit x86, run natively by its own loader and C library, which are in DTV_SYSROOT.
 set(DTV_TRIPLET i686-linux-gnu)
 set(DTV_LIBRARY_ARCHITECTURE i386-linux-gnu)
 set(CMAKE_SYSTEM_PROCESSOR i686)

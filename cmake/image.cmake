@@ -1,4 +1,4 @@
-# The platform as it lies in a receiver's image, in place of the desk's: DTV_IMAGE/include holds the
+# The platform as it is in a receiver's image, in place of the desk's: DTV_IMAGE/include holds the
 # headers, DTV_IMAGE/lib the libraries. The compiler is that of the image, or the NDK's.
 set(CMAKE_SKIP_RPATH ON) # the device's linker knows where its libraries are
 

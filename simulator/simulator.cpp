@@ -70,7 +70,8 @@ Answer handle(Service& service, Session* session, const CommandReply& row,
     if (session == nullptr) {
         return answerWith(kUnknownHandle);
     }
-    return findHandler(row.command_id)(service, *session, Request{command.data, command.carrier});
+    return findHandler(row.command_id)(service, *session,
+                                       Request{command.data, command.references});
 }
 
 /// Closes the session whose release was carried out.

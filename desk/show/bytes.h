@@ -1,4 +1,4 @@
-// A view of bytes that lie elsewhere.
+// A view of bytes that another object owns.
 #pragma once
 
 #include <algorithm>

@@ -25,7 +25,7 @@ public:
     /// Drops bytes at the beginning; at most size().
     void skip(size_t count);
 
-    /// Where data() lies in the stream, in bytes from its beginning.
+    /// Where data() is in the stream, in bytes from its beginning.
     uint64_t offset() const { return offset_; }
 
     /// Whether the stream could not be read; false at its end.

@@ -14,7 +14,7 @@ using catalogue::Record;
 using Lines = std::vector<std::string>;
 
 constexpr size_t kNesting = 4;
-constexpr size_t kNarrowest = 16; ///< columns for a value, however deep it lies
+constexpr size_t kNarrowest = 16; ///< columns for a value, however deep it is
 
 std::string hex(uint8_t byte, const char* prefix = "") {
     char text[8];

@@ -235,7 +235,7 @@ bool Capture::writeBlocks(const iovec* parts, int count) {
 }
 
 void Capture::command(const Command& command) {
-    const int surfaces = command.carrier != nullptr ? command.carrier->surface_count : 0;
+    const int surfaces = command.references != nullptr ? command.references->surface_count : 0;
     write({Kind::command, static_cast<uint8_t>(std::clamp(surfaces, 0, 255)), command.message_id, 0,
            command.size, command.data, lengthOf(command.data, command.size)});
 }

@@ -21,13 +21,13 @@ struct Command {
     int size;         ///< its length in bytes
     /// The strong references sent beside it; null for the overload without them. They are the
     /// sender's: copy an sp<> to keep what it points to.
-    const TS_DTVSV_SP* carrier;
+    const TS_DTVSV_SP* references;
 };
 
 /// The place for the answer to a synchronous command.
 struct Reply {
     void* data;   ///< the caller's reply record, zeroed
-    int capacity; ///< bytes that fit: 12 for the end of a recording, 8 for the others
+    int capacity; ///< bytes that fit: as the command's reply record is long
     int* size;    ///< the number of bytes written goes here; may be left alone
 };
 

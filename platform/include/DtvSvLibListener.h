@@ -7,8 +7,8 @@
 
 #include <cstdint>
 
-/// Strong references that travel beside a command record. Destroying the carrier drops them, each
-/// group from its last slot to its first, the second group before the surfaces.
+/// Strong references that travel beside a command record. Destroying the references drops them,
+/// each group from its last slot to its first, the second group before the surfaces.
 struct TS_DTVSV_SP {
     int32_t surface_count = 0;                ///< surface slots filled, from the front
     android::sp<android::Surface> surface[3]; ///< the drawing surfaces of the command
@@ -16,7 +16,7 @@ struct TS_DTVSV_SP {
     android::sp<android::IBinder> object[3];  ///< other objects; no command of ours uses them
 };
 static_assert(sizeof(void*) != 4 || sizeof(TS_DTVSV_SP) == 32,
-              "the carrier is 32 bytes where pointers are 4 bytes wide");
+              "the references is 32 bytes where pointers are 4 bytes wide");
 
 /// The object through which a client talks to the DTV service: commands leave through
 /// sendEventToServer, events arrive at recvEventFromServer on threads of libDtv. It holds no data

@@ -14,8 +14,8 @@ struct JsonViolation {
     const char* reason = "";
 };
 
-/// The first comment, number of an odd form, bare control character in a string, or object or list
-/// that is nested too deeply: the library calls itself for each.
+/// The first comment, number that is not JSON, bare control character in a string, or object or
+/// list that is nested too deeply: the library calls itself for each.
 JsonViolation firstViolation(std::string_view text);
 
 } // namespace simulator

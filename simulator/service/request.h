@@ -22,8 +22,8 @@ enum Result : int32_t {
 };
 
 struct Request {
-    const void* data;           ///< the request record, of the length that its command needs
-    const TS_DTVSV_SP* carrier; ///< the surfaces beside the record; null for none
+    const void* data;              ///< the request record, of the length that its command needs
+    const TS_DTVSV_SP* references; ///< the surfaces beside the record; null for none
 
     template <class Record>
     const Record& as() const {

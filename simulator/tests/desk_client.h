@@ -68,11 +68,12 @@ protected:
 
     /// Sends a command; what sendEventToServer returned.
     template <class Record>
-    int send(int command_id, Record record, TS_DTVSV_SP* carrier = nullptr) {
-        return carrier == nullptr ? listener().sendEventToServer(command_id, &record, sizeof record,
-                                                                 nullptr, nullptr)
-                                  : listener().sendEventToServer(command_id, &record, sizeof record,
-                                                                 carrier, nullptr, nullptr);
+    int send(int command_id, Record record, TS_DTVSV_SP* references = nullptr) {
+        return references == nullptr
+                   ? listener().sendEventToServer(command_id, &record, sizeof record, nullptr,
+                                                  nullptr)
+                   : listener().sendEventToServer(command_id, &record, sizeof record, references,
+                                                  nullptr, nullptr);
     }
     int send(int command_id, int handle);
     int send(int command_id, int handle, int value);

@@ -34,20 +34,14 @@ ReadInt Argument::readInt(const IntField& field, jint unread, int line) {
 
 ReadInt Argument::readIntUpTo(jint limit, const LimitedIntField& field, jint unread, int line) {
     jint value = unread;
-    if (readValue(field, line, &value) && value > limit) {
-        refuse(field.too_large, line, value);
-        value = unread;
-    }
-    return ReadInt(value);
+    const bool read = readValue(field, line, &value);
+    return acceptedOr(unread, !read || value <= limit, value, field.too_large, line);
 }
 
 ReadInt Argument::readPosition(const LimitedIntField& field, jint unread, int line) {
     jint value = unread;
-    if (readValue(field, line, &value) && value < 0) {
-        refuse(field.too_large, line, value);
-        value = unread;
-    }
-    return ReadInt(value);
+    const bool read = readValue(field, line, &value);
+    return acceptedOr(unread, !read || value >= 0, value, field.too_large, line);
 }
 
 ReadInt Argument::readEnum(const EnumField& field, jint unread, int line) {
@@ -58,9 +52,16 @@ ReadInt Argument::readEnum(const EnumField& field, jint unread, int line) {
 
 ReadInt Argument::readEnumUpTo(jint limit, const LimitedEnumField& field, jint unread, int line) {
     jint value = unread;
-    if (readConstant(field, line, &value) && value > limit) {
-        refuse(field.too_large, line, value);
-        value = unread;
+    const bool read = readConstant(field, line, &value);
+    return acceptedOr(unread, !read || value <= limit, value, field.too_large, line);
+}
+
+/// The value when it is accepted. Otherwise the argument is refused, and `unread` is the value.
+ReadInt Argument::acceptedOr(jint unread, bool accepted, jint value, ValueLine value_line,
+                             int line) {
+    if (!accepted) {
+        refuse(value_line, line, value);
+        return ReadInt(unread);
     }
     return ReadInt(value);
 }

@@ -95,6 +95,7 @@ private:
     void copyBytes(const BytesField& field, uint8_t* target, jsize limit, int line);
     jobject readReference(const char* name, const char* type, FieldLine missing, FieldLine null,
                           int line);
+    ReadInt acceptedOr(jint unread, bool accepted, jint value, ValueLine value_line, int line);
     bool readValue(const IntField& field, int line, jint* value);
     bool readConstant(const EnumField& field, int line, jint* value);
     /// Refuses the argument; `trace` writes the line.

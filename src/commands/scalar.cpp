@@ -36,7 +36,6 @@ using TraceSend = void (*)(const char* function, int handle, int value);
     }
 #define REFUSAL(text)                                                                              \
     [](const char* function, jint value) { TRACE_NATIVE(kDebug, function, text, value); }
-#define NO_REFUSAL nullptr
 
 #define HANDLE_AND_VALUE_LINE(text)                                                                \
     [](const char* function, int handle, int value) {                                              \
@@ -131,7 +130,7 @@ NO_VALUE(dtvSvLibBMLEndTvLinkReq, kBMLEndTvLinkReq, HANDLE_LINE("SEND, dtvsv_han
 NO_VALUE(dtvSvLibBMLRebootBrowserReq, kBMLRebootBrowserReq,
          HANDLE_LINE("SEND, BML_REBOOT_BROWSER_REQ : dtvsv_handle = %d"))
 ONE_VALUE(dtvSvLibBMLWriteNvramReply, kBMLWriteNvramReply, anyValue,
-          NO_REFUSAL,
+          nullptr,
           HANDLE_AND_VALUE_LINE("SEND, dtvsv_handle = %d, bml_end_type = %d"))
 ONE_VALUE(dtvSvLibBMLMailReply, kBMLMailReply, atMost<1>,
           REFUSAL_WITH_RET("mail_reply is too large : %d, ret = %d"),

@@ -7,7 +7,7 @@ void traceFailedString(const char* handler) {
     TRACE_LISTENER_ERROR(handler, "ERROR NewStringUTF");
 }
 
-bool EventBuilder::accepted() {
+bool EventBuilder::isSound() {
     if (!size_checked_) {
         size_checked_ = true;
         if (!size_fits_) {
@@ -19,7 +19,7 @@ bool EventBuilder::accepted() {
 }
 
 void EventBuilder::openFrame() {
-    if (!accepted()) {
+    if (!isSound()) {
         return;
     }
     framed_ = env_->PushLocalFrame(kMostReferences) == JNI_OK;
@@ -50,7 +50,7 @@ bool EventBuilder::succeeded(int ret) {
 }
 
 jstring EventBuilder::text(const char* text, TraceFailure trace_failure) {
-    if (!accepted()) {
+    if (!isSound()) {
         return nullptr;
     }
     const auto string = static_cast<jstring>(keep(listener_.OrgNewStringUTF(env_, text)));
@@ -61,12 +61,12 @@ jstring EventBuilder::text(const char* text, TraceFailure trace_failure) {
 }
 
 jstring EventBuilder::utf16(const char* text, int units) {
-    return accepted() ? static_cast<jstring>(keep(listener_.OrgNewString(env_, text, units)))
-                      : nullptr;
+    return isSound() ? static_cast<jstring>(keep(listener_.OrgNewString(env_, text, units)))
+                     : nullptr;
 }
 
 jbyteArray EventBuilder::bytes(const uint8_t* bytes, jsize length, TraceFailure trace_failure) {
-    if (!accepted()) {
+    if (!isSound()) {
         return nullptr;
     }
     const auto array = static_cast<jbyteArray>(keep(env_->NewByteArray(length)));
@@ -79,7 +79,7 @@ jbyteArray EventBuilder::bytes(const uint8_t* bytes, jsize length, TraceFailure 
 }
 
 jintArray EventBuilder::ints(const jint* values, jsize count) {
-    if (!accepted()) {
+    if (!isSound()) {
         return nullptr;
     }
     const auto array = static_cast<jintArray>(keep(env_->NewIntArray(count)));
@@ -90,7 +90,7 @@ jintArray EventBuilder::ints(const jint* values, jsize count) {
 }
 
 jobjectArray EventBuilder::objectArray(int class_id, jsize count) {
-    if (!accepted()) {
+    if (!isSound()) {
         return nullptr;
     }
     const jclass clazz = listener_.getJavaClass(class_id);
@@ -100,6 +100,14 @@ jobjectArray EventBuilder::objectArray(int class_id, jsize count) {
 
 jint EventBuilder::lengthOf(jstring string) const {
     return failed_ ? 0 : env_->GetStringUTFLength(string);
+}
+
+int EventBuilder::endUndelivered() {
+    if (!isSound()) {
+        return 1;
+    }
+    TRACE_LISTENER(kFuncEnd, handler_, "");
+    return 0;
 }
 
 int EventBuilder::call(TE_DTVSV_METHODID callback, jobject event, TraceFailure trace_failure) {

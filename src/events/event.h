@@ -102,8 +102,20 @@ public:
     EventBuilder(const EventBuilder&) = delete;
     EventBuilder& operator=(const EventBuilder&) = delete;
 
-    /// Whether everything could be made so far. Checks the record's size when nothing has done so.
-    bool accepted();
+    /// Whether a condition holds, the record has the right size, and everything could be made so
+    /// far. When only the condition does not hold, `trace` writes the line about it; it is given
+    /// the handler's name. To be asked before a count of the record is used.
+    template <class Trace>
+    bool accepts(bool condition, const Trace& trace) {
+        if (!isSound()) {
+            return false;
+        }
+        if (!condition) {
+            trace(handler_);
+            failed_ = true;
+        }
+        return condition;
+    }
 
     /// Lets what is made from now on live in a frame of its own, so that it goes with one call. For
     /// events of many objects; where no frame can be had the references go one by one, as they do
@@ -118,7 +130,7 @@ public:
             signature::takes<JavaType<Arguments>...>(kMethodTable[kConstructor].signature),
             "the constructor takes these arguments");
         jobject object = nullptr;
-        if (!accepted() ||
+        if (!isSound() ||
             !succeeded(listener_.CallMethod(env_, kConstructor, &object, passed(arguments)...))) {
             return {nullptr};
         }
@@ -129,7 +141,7 @@ public:
     /// that cannot be made; with null no line is written.
     jstring text(const char* text, TraceFailure trace_failure = traceFailedString);
 
-    /// A Java string of UTF-16 units as they lie in a record, or null. No line is written.
+    /// A Java string of UTF-16 units as they are in a record, or null. No line is written.
     jstring utf16(const char* text, int units);
 
     /// A Java byte array, or null. Without `trace_failure` no line is written.
@@ -154,6 +166,10 @@ public:
 
     /// A Java int array, or null. No line is written.
     jintArray ints(const jint* values, jsize count);
+
+    /// Ends the handler of an event that nothing is delivered of: with a bare FUNCEND line and 0,
+    /// or with 1.
+    int endUndelivered();
 
 protected:
     /// Hands the event to its callback. 0, or 1 after the line about it.
@@ -181,6 +197,8 @@ private:
     /// The most references that one event keeps: those of the programme guide.
     static constexpr int kMostReferences = 96;
 
+    /// Whether everything could be made so far. Checks the record's size when nothing has done so.
+    bool isSound();
     void traceWrongSize() const;
     bool succeeded(int ret);
     jobjectArray objectArray(int class_id, jsize count);

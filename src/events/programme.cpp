@@ -60,12 +60,9 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_network_info_notify(JNIEnv* env, void* 
     TRACE_LISTENER(kDebug, __func__, "handle = %d", event->handle);
     traceNetwork(__func__, event->network);
     const NetworkNames names(event, event->network);
-    if (!event.accepted()) {
-        return 1;
-    }
     const int count = event->network.partialsvc_cnt;
-    if (count > kMostServicesOfNetwork) {
-        TRACE_LISTENER(kDebug, __func__, "ERROR partialsvc_cnt is over count");
+    if (!event.accepts(count <= kMostServicesOfNetwork,
+                       FAILURE_LINE("ERROR partialsvc_cnt is over count"))) {
         return 1;
     }
     const auto network = buildNetwork(event, event->network, names, count);
@@ -80,12 +77,10 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_scan_notify(JNIEnv* env, void* data, in
     TRACE_LISTENER(kDebug, __func__, "SCAN_RESULT : channnel = %ld", asLong(event->channnel));
     traceNetwork(__func__, event->network);
     const NetworkNames names(event, event->network);
-    if (!event.accepted()) {
-        return 1;
-    }
     const int count = event->network.partialsvc_cnt;
-    if (count > kMostServicesOfScan) {
-        TRACE_LISTENER(kDebug, __func__, "ERROR partialsvc_cnt is over count : %d", count);
+    if (!event.accepts(count <= kMostServicesOfScan, [&](const char* handler) {
+            TRACE_LISTENER(kDebug, handler, "ERROR partialsvc_cnt is over count : %d", count);
+        })) {
         return 1;
     }
     const auto network = buildNetwork(event, event->network, names, count);
@@ -120,12 +115,11 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_service_info_notify(JNIEnv* env, void* 
     TRACE_LISTENER(kDebug, __func__, "STREAM_INFO ts_id = %ld, svc_cnt = %d", asLong(event->ts_id),
                    event->svc_cnt);
     const int count = event->svc_cnt;
-    if (count > kMostServices) {
-        TRACE_LISTENER(kDebug, __func__, "ERROR svc_cnt is over count");
+    if (!event.accepts(count <= kMostServices, FAILURE_LINE("ERROR svc_cnt is over count"))) {
         return 1;
     }
-    if (getJavaClass(class_id::kBG_TS_DTVSVLIB_SERVICE_INFO) == nullptr) {
-        TRACE_LISTENER(kDebug, __func__, "ERROR find class");
+    if (!event.accepts(getJavaClass(class_id::kBG_TS_DTVSVLIB_SERVICE_INFO) != nullptr,
+                       FAILURE_LINE("ERROR find class"))) {
         return 1;
     }
     const auto services = event.array<class_id::kBG_TS_DTVSVLIB_SERVICE_INFO>(count);
@@ -230,12 +224,9 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_receive_epg_info_notify(JNIEnv* env, vo
     TRACE_LISTENER(kFuncStart, __func__, "");
     Event<event_id::kReceiveEpgInfoNotify> event(*this, env, __func__, data, size);
     traceGuide(__func__, *event);
-    if (!event.accepted()) {
-        return 1;
-    }
     const int count = event->after_prg_infoCnt;
-    if (count > kMostFollowing) {
-        TRACE_LISTENER(kDebug, __func__, "ERROR after_prg_infoCnt is over count");
+    if (!event.accepts(count <= kMostFollowing,
+                       FAILURE_LINE("ERROR after_prg_infoCnt is over count"))) {
         return 1;
     }
     event.openFrame();

@@ -35,7 +35,7 @@ int handleRecord(JNIDtvSvLibListener& listener, JNIEnv* env, void* data, int siz
     return data == nullptr ? 1 : (listener.*Handler)(env, data, size);
 }
 
-/// One bad callback must not spoil the thread for the events that follow.
+/// An exception that a callback leaves must not fail the events that follow.
 void describeAndClearException(JNIEnv* env) {
     if (env->ExceptionCheck()) {
         env->ExceptionDescribe();

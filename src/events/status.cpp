@@ -3,7 +3,6 @@
 
 using trace::asLong;
 using trace::kDebug;
-using trace::kFuncEnd;
 using trace::kFuncStart;
 
 namespace {
@@ -24,32 +23,20 @@ void tracePlayStatus(const char* handler, const PLAY_STATUS_INFO& info) {
 
 // ---- The fatal errors hold a handle alone: no event is built, and no callback is called.
 
-namespace {
-
-template <int EventId>
-int endFatalError(Event<EventId>& event, const char* handler) {
-    TRACE_LISTENER(kDebug, handler, "handle = %d, fatal_info = T.B.D", event->handle);
-    if (!event.accepted()) {
-        return 1;
-    }
-    TRACE_LISTENER(kFuncEnd, handler, "");
-    return 0;
-}
-
-} // namespace
-
 int JNIDtvSvLibListener::dtvsv_msgid_lib_caption_fatal_error_notify(JNIEnv* env, void* data,
                                                                     int size) {
     TRACE_LISTENER(kFuncStart, __func__, "");
     Event<event_id::kCaptionFatalErrorNotify> event(*this, env, __func__, data, size);
-    return endFatalError(event, __func__);
+    TRACE_LISTENER(kDebug, __func__, "handle = %d, fatal_info = T.B.D", event->handle);
+    return event.endUndelivered();
 }
 
 int JNIDtvSvLibListener::dtvsv_msgid_lib_broadcast_fatal_error_notify(JNIEnv* env, void* data,
                                                                       int size) {
     TRACE_LISTENER(kFuncStart, __func__, "");
     Event<event_id::kBroadcastFatalErrorNotify> event(*this, env, __func__, data, size);
-    return endFatalError(event, __func__);
+    TRACE_LISTENER(kDebug, __func__, "handle = %d, fatal_info = T.B.D", event->handle);
+    return event.endUndelivered();
 }
 
 // ---- Those that report a wrong size at DEBUG.

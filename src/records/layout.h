@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "records lie in memory as on the wire");
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "records are in memory as on the wire");
 
 /// What else is made of each record and of each of its fields. A source that wants to know the
 /// layout when it runs defines both, each ending in a semicolon, before it includes any record.

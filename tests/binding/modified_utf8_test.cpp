@@ -23,7 +23,7 @@ struct Text {
 };
 
 class ModifiedUtf8 : public testing::TestWithParam<Text> {
-    void TearDown() override { StrictJni::settle(); }
+    void TearDown() override { StrictJni::forgetLocals(); }
 };
 
 TEST_P(ModifiedUtf8, BecomesAJavaString) {
@@ -150,7 +150,7 @@ TEST(Utf8, OnlyModifiedUtf8ReachesTheVm) {
         }
         LocalFrame frame;
         ASSERT_NE(listener.OrgNewStringUTF(text.c_str()), nullptr);
-        StrictJni::settle();
+        StrictJni::forgetLocals();
     }
     EXPECT_EQ(StrictJni::violations(), broken);
 }

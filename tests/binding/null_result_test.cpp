@@ -13,7 +13,7 @@ protected:
     void SetUp() override {
         ASSERT_EQ(loadProbe(), "");
         log = LogRecorder::install();
-        StrictJni::settle();
+        StrictJni::forgetLocals();
     }
 
     static void resolve(Listener& listener, int attr_id, const char* name) {

@@ -29,7 +29,7 @@ private:
     std::string name;
 };
 
-/// The same of the other kind of reference that travels in a carrier.
+/// The same of the other kind of reference that travels in a references.
 class WatchedObject : public android::BBinder {
 public:
     WatchedObject(harness::Sequence& to, std::string its_name)

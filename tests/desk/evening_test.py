@@ -5,6 +5,7 @@ import subprocess
 import unittest
 
 from desk import BUILD, DeskTest, command, environment, width
+from stated_numbers import CALLBACKS, NATIVES
 from trace_lines import same_everywhere
 
 REFUSALS = {
@@ -23,10 +24,11 @@ REFUSALS = {
     "Ask the released session for its log": "result -1, unknown session",
 }
 NEVER_CALLED = ["onEvDtvsvBroadcastFatalErrorNotify", "onEvDtvsvCaptionFatalErrorNotify"]
+RECEIVED = CALLBACKS - len(NEVER_CALLED)
 TITLES = ["Switching on", "Tuning", "Watching", "Planes", "Captions", "Sound", "Signal",
           "Data broadcasting", "Recording", "Playback", "Two sessions at once", "Switching off",
           "What the evening did"]
-# The name by which a native's first trace line calls it: 65 of them.
+# The name by which a native's first trace line calls it.
 NATIVE_LINE = re.compile(r"^,TENRIK,desk    ,FUNCSTART,(dtvSvLib\w+)\(\),", re.MULTILINE)
 
 
@@ -52,8 +54,9 @@ class Evening(DeskTest):
         self.assertEqual(TITLES, [line[3:] for line in lines if line.startswith("== ")])
         self.assertIn("On the air: br-sp-SaoPaulo, 35 UHF stations on channels 13 to 62.", lines)
         self.assertIn("    [########################################] 35 found", lines)
-        self.assertIn("natives called          65 of 65", lines)
-        self.assertRegex(run.stdout, r"\ncallbacks received      81 of 83, \d{3} events\n")
+        self.assertIn(f"natives called          {NATIVES} of {NATIVES}", lines)
+        self.assertRegex(run.stdout,
+                         rf"\ncallbacks received      {RECEIVED} of {CALLBACKS}, \d{{3}} events\n")
         self.assertIn("callbacks never called  2, by design:\n    "
                       + "\n    ".join(NEVER_CALLED) + "\n", run.stdout)
         self.assertIn("refusals provoked       13, and all came back as they should:", lines)
@@ -94,10 +97,10 @@ class Evening(DeskTest):
         self.assertIs(True, figures["ok"])
         self.assertIsNone(figures["failure"])
         self.assertEqual(5, figures["seed"])
-        self.assertEqual({"called": 65, "of": 65, "missing": []}, figures["natives"])
+        self.assertEqual({"called": NATIVES, "of": NATIVES, "missing": []}, figures["natives"])
         events = figures["callbacks"].pop("events")
-        self.assertEqual({"received": 81, "of": 83, "never": NEVER_CALLED, "missing": []},
-                         figures["callbacks"])
+        self.assertEqual({"received": RECEIVED, "of": CALLBACKS, "never": NEVER_CALLED,
+                          "missing": []}, figures["callbacks"])
         self.assertGreater(events, 300)
         self.assertEqual(REFUSALS, figures["refusals"])
         self.assertEqual(66, figures["replies"])
@@ -116,7 +119,7 @@ class Evening(DeskTest):
 
     def test_trace_has_every_native_and_the_copies_of_its_errors(self):
         text, trace = self.traced(9)
-        self.assertEqual(65, len(set(NATIVE_LINE.findall(trace))))
+        self.assertEqual(NATIVES, len(set(NATIVE_LINE.findall(trace))))
         # The bridge's copies on standard output: ERROR lines of another layout, also the last ones.
         copy = re.compile(r"(?m)^\w+\( *\d+\):<[^>]{8,}>ERROR     \[\w+\(\): *\d+\] ")
         self.assertTrue(copy.search(trace), trace[-1000:])

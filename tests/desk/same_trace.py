@@ -1,8 +1,9 @@
 """Compares the traces of two evenings of the same seed, from builds for two architectures.
 
-usage: same_trace.py TRACE OTHER
+usage: same_trace.py [OPTION]... TRACE OTHER
 
-They are to be the same as `./run same` compares them, and those of a whole evening.
+They are to be the same as `./run same` compares them with these options, and those of a whole
+evening.
 """
 import pathlib
 import subprocess
@@ -12,9 +13,9 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 EVENING = 5000  # lines; an evening has more
 
 
-def main(first, second):
-    status = subprocess.run([ROOT / "run", "same", first, second], check=False).returncode
-    if status == 0 and pathlib.Path(first).read_bytes().count(b"\n") < EVENING:
+def main(*arguments):
+    status = subprocess.run([ROOT / "run", "same", *arguments], check=False).returncode
+    if status == 0 and pathlib.Path(arguments[-1]).read_bytes().count(b"\n") < EVENING:
         print(f"an evening has more than {EVENING} lines")
         return 1
     return status

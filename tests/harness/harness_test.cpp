@@ -206,12 +206,12 @@ TEST(StdoutCapture, TakesWhatWasWritten) {
 TEST(ServiceDouble, KeepsCommandsAndAnswers) {
     ServiceDouble service;
     const uint8_t record[] = {3, 0, 0xff};
-    TS_DTVSV_SP carrier;
-    carrier.surface[0] = new android::Surface;
-    android::sp<android::Surface> second = carrier.surface[0];
-    carrier.surface_count = 1;
+    TS_DTVSV_SP references;
+    references.surface[0] = new android::Surface;
+    android::sp<android::Surface> second = references.surface[0];
+    references.surface_count = 1;
     service.setResult(-4);
-    EXPECT_EQ(service.onCommand({0x1000000c, record, 3, &carrier}), -4);
+    EXPECT_EQ(service.onCommand({0x1000000c, record, 3, &references}), -4);
     std::vector<Message> messages = service.take();
     ASSERT_EQ(messages.size(), 1U);
     EXPECT_EQ(messages[0].text(), "1000000c surfaces=1: 03 00 ff");

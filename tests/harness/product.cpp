@@ -36,7 +36,7 @@ std::string loadThrough(jclass loading) {
     StrictJni::watch(Product::file());
     jstring path = jni->NewStringUTF(Product::file().c_str());
     auto refusal = static_cast<jstring>(jni->CallStaticObjectMethod(loading, id, path));
-    StrictJni::settle();
+    StrictJni::forgetLocals();
     std::string thrown = takeException();
     if (thrown.empty() && refusal == nullptr) {
         loaded = true;

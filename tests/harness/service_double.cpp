@@ -46,7 +46,7 @@ std::string Message::text() const {
     if (sync) {
         line += " sync";
     }
-    if (had_carrier) {
+    if (had_references) {
         line += " surfaces=" + std::to_string(surface_count);
     }
     return line + ": " + hex(bytes);
@@ -115,12 +115,12 @@ void ServiceDouble::keep(const dtv::Command& command, const dtv::Reply* reply) {
     }
     message.sync = reply != nullptr;
     message.reply_capacity = reply != nullptr ? reply->capacity : 0;
-    if (const TS_DTVSV_SP* carrier = command.carrier) {
-        message.had_carrier = true;
-        message.surface_count = carrier->surface_count;
-        message.object_count = carrier->object_count;
+    if (const TS_DTVSV_SP* references = command.references) {
+        message.had_references = true;
+        message.surface_count = references->surface_count;
+        message.object_count = references->object_count;
         for (size_t i = 0; i < 3; ++i) {
-            const android::Surface* surface = carrier->surface[i].get();
+            const android::Surface* surface = references->surface[i].get();
             message.surfaces[i] = {surface, surface != nullptr ? surface->getStrongCount() : 0};
         }
     }

@@ -12,7 +12,7 @@
 
 namespace harness {
 
-/// One surface slot of a command's carrier, as it was during the send.
+/// One surface slot of a command's references, as it was during the send.
 struct SurfaceSlot {
     const android::Surface* surface; ///< null when the slot was empty
     int strong_count;                ///< references held at that moment, the slot's own included
@@ -22,15 +22,15 @@ struct SurfaceSlot {
 struct Message {
     int message_id;
     std::vector<uint8_t> bytes;
-    bool sync;          ///< it waited for an answer
-    int reply_capacity; ///< bytes; 0 when it did not wait
-    bool had_carrier;   ///< it came through the overload with strong references
-    int surface_count;  ///< as the carrier says
-    int object_count;   ///< as the carrier says
+    bool sync;           ///< it waited for an answer
+    int reply_capacity;  ///< bytes; 0 when it did not wait
+    bool had_references; ///< it came through the overload with strong references
+    int surface_count;   ///< as the references says
+    int object_count;    ///< as the references says
     SurfaceSlot surfaces[3];
 
     /// "10000006: 03 00 0a 00", "10000038 sync: 03 00", "1000000c surfaces=1: 03 00 ..." (the last
-    /// form whenever there was a carrier).
+    /// form whenever there was a references).
     std::string text() const;
 };
 

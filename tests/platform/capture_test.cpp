@@ -71,11 +71,11 @@ TEST_F(CaptureBytes, HasCommandsAndWhatTheyReturned) {
         const sp<ListenerDouble> listener = new ListenerDouble;
         auto service = harness::ServiceDouble::serve();
         char record[] = {3, 0, 7};
-        TS_DTVSV_SP carrier;
-        carrier.surface_count = 2;
+        TS_DTVSV_SP references;
+        references.surface_count = 2;
         listener->sendEventToServer(0x10000006, record, 3, nullptr, nullptr);
         service->setResult(-2);
-        listener->sendEventToServer(0x1000000c, record, 2, &carrier, nullptr, nullptr);
+        listener->sendEventToServer(0x1000000c, record, 2, &references, nullptr, nullptr);
         dtv::setServiceEndpoint(nullptr);
         listener->sendEventToServer(0x10000006, record, 1, nullptr, nullptr);
     });

@@ -1,4 +1,4 @@
-// The rest of the desk's image: the log, the surfaces, the carrier of references.
+// The rest of the desk's image: the log, the surfaces, the references of references.
 #include "harness/harness.h"
 
 #include <DtvSvCom.h>
@@ -69,13 +69,13 @@ struct TrackedObject : android::BBinder {
     int number;
 };
 
-TEST(Carrier, DropsItsReferencesFromTheLastToTheFirst) {
+TEST(SurfaceReferences, DropsItsReferencesFromTheLastToTheFirst) {
     gone.clear();
     {
-        TS_DTVSV_SP carrier;
+        TS_DTVSV_SP references;
         for (int i = 0; i < 3; ++i) {
-            carrier.surface[i] = new TrackedSurface(i + 1);
-            carrier.object[i] = new TrackedObject(i + 11);
+            references.surface[i] = new TrackedSurface(i + 1);
+            references.object[i] = new TrackedObject(i + 11);
         }
     }
     EXPECT_THAT(gone, ElementsAre(13, 12, 11, 3, 2, 1));

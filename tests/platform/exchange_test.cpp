@@ -26,18 +26,19 @@ protected:
 TEST_F(Exchange, AnswersMinusOneWithoutAService) {
     dtv::setServiceEndpoint(nullptr);
     EXPECT_EQ(listener->sendEventToServer(0x10000006, record, 4, nullptr, nullptr), -1);
-    TS_DTVSV_SP carrier;
-    EXPECT_EQ(listener->sendEventToServer(0x1000000c, record, 4, &carrier, nullptr, nullptr), -1);
+    TS_DTVSV_SP references;
+    EXPECT_EQ(listener->sendEventToServer(0x1000000c, record, 4, &references, nullptr, nullptr),
+              -1);
 }
 
 TEST_F(Exchange, PassesCommandsToTheService) {
     auto service = harness::ServiceDouble::serve();
     service->setResult(7);
     EXPECT_EQ(listener->sendEventToServer(0x10000006, record, 4, nullptr, nullptr), 7);
-    TS_DTVSV_SP carrier;
-    carrier.surface[0] = new android::Surface;
-    carrier.surface_count = 1;
-    EXPECT_EQ(listener->sendEventToServer(0x1000000c, record, 4, &carrier, nullptr, nullptr), 7);
+    TS_DTVSV_SP references;
+    references.surface[0] = new android::Surface;
+    references.surface_count = 1;
+    EXPECT_EQ(listener->sendEventToServer(0x1000000c, record, 4, &references, nullptr, nullptr), 7);
     EXPECT_THAT(service->takeTexts(),
                 ElementsAre("10000006: 03 00 07 00", "1000000c surfaces=1: 03 00 07 00"));
 }

@@ -429,7 +429,7 @@ void StrictJni::resetPeakLocals() {
     }
 }
 
-void StrictJni::settle() {
+void StrictJni::forgetLocals() {
     Thread& thread = thisThread();
     thread.frames.assign(1, Frame{false, {}, {}});
     thread.live = 0;

@@ -64,7 +64,7 @@ public:
     static void resetPeakLocals();
 
     /// Forgets the calling thread's local references: its native frame has ended.
-    static void settle();
+    static void forgetLocals();
 
     static int globalsMade();
     static int globalsDeleted();

@@ -136,7 +136,7 @@ TEST(Strict, ReferencesOfTheTestAreNotTheLibrarys) {
 }
 
 TEST(Strict, CountsLocalReferences) {
-    StrictJni::settle();
+    StrictJni::forgetLocals();
     StrictJni::resetPeakLocals();
     auto* make = probe<jstring(JNIEnv*, const char*)>("makeText");
     int calls = StrictJni::calls("NewStringUTF");
@@ -149,7 +149,7 @@ TEST(Strict, CountsLocalReferences) {
     EXPECT_EQ(StrictJni::liveLocals(), 1);
     EXPECT_EQ(StrictJni::peakLocals(), 3);
     EXPECT_EQ(StrictJni::calls("NewStringUTF"), calls + 3);
-    StrictJni::settle();
+    StrictJni::forgetLocals();
     EXPECT_EQ(StrictJni::liveLocals(), 0);
     StrictJni::resetPeakLocals();
     EXPECT_EQ(StrictJni::peakLocals(), 0);
@@ -164,7 +164,7 @@ TEST(Strict, CountsGlobalReferences) {
     EXPECT_EQ(StrictJni::globalsDeleted(), deleted);
     probe<void(JNIEnv*, jobject)>("dropGlobal")(env(), global);
     EXPECT_EQ(StrictJni::globalsDeleted(), deleted + 1);
-    StrictJni::settle();
+    StrictJni::forgetLocals();
 }
 
 TEST(Strict, CallsOfOthersAreNotJudged) {
@@ -281,7 +281,7 @@ TEST(ObservedJni, NamesEachCallOfTheLibraryInOrder) {
     EXPECT_EQ(names, (std::vector<std::string>{"GetEnv", "PushLocalFrame", "NewStringUTF",
                                                "PopLocalFrame"}));
     EXPECT_EQ(numbers, (std::vector<std::vector<long long>>{{0x10004}, {4}, {}, {}}));
-    StrictJni::settle();
+    StrictJni::forgetLocals();
 }
 
 // Calls that are made to fail.
@@ -301,7 +301,7 @@ TEST(FailJni, FailsOneCallAndThrows) {
     EXPECT_NE(made[0], nullptr);
     EXPECT_EQ(made[1], nullptr);
     EXPECT_NE(made[2], nullptr);
-    StrictJni::settle();
+    StrictJni::forgetLocals();
 }
 
 TEST(FailJni, LeavesNoExceptionWhenToldSo) {
@@ -315,7 +315,7 @@ TEST(FailJni, AnswersTheResultWithAnExceptionPending) {
     jstring made = probe<jstring(JNIEnv*, const char*)>("makeText")(env(), "text");
     EXPECT_EQ(takeException(), "java.lang.OutOfMemoryError: as if the VM had no memory left");
     EXPECT_EQ(toText(made), "text");
-    StrictJni::settle();
+    StrictJni::forgetLocals();
 }
 
 TEST(FailJni, FailsTheInvocationInterface) {

@@ -43,10 +43,10 @@ int main() {
     unsigned char answer[8] = {};
     int size = 0;
     listener->sendEventToServer(0x10000038, handle, 2, answer, &size);
-    TS_DTVSV_SP carrier;
-    carrier.surface_count = 1;
+    TS_DTVSV_SP references;
+    references.surface_count = 1;
     unsigned char screen[] = {3, 0, 64, 1, 180, 0, 0, 0};
-    listener->sendEventToServer(0x1000000c, screen, 8, &carrier, nullptr, nullptr);
+    listener->sendEventToServer(0x1000000c, screen, 8, &references, nullptr, nullptr);
 
     const unsigned char selected[] = {3, 0, 0, 0, 0, 0, 0, 0, 32, 0, 0, 0, 1, 0, 0, 0};
     dtv::postEvent(0x10000054, selected, 16);

@@ -9,7 +9,7 @@ import tenrik.desk.core.Pace;
 import tenrik.desk.core.Simulator;
 
 /**
- * A simulated DTV service behind libDtv, for the tests of the code that uses the bridge. Started
+ * A simulated DTV service that libDtv is connected to, for the tests of the code that uses the bridge. Started
  * before {@code libDtv_jni.so} is loaded; once in a process.
  */
 public final class SimulatedService implements AutoCloseable {

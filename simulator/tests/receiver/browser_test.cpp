@@ -17,11 +17,11 @@ protected:
         TS_CONTROL_BML_REQ record{};
         record.handle = static_cast<uint16_t>(handle);
         record.bml_control_type = static_cast<uint8_t>(type);
-        TS_DTVSV_SP carrier;
+        TS_DTVSV_SP references;
         if (surface) {
-            carrier.surface[carrier.surface_count++] = new android::Surface;
+            references.surface[references.surface_count++] = new android::Surface;
         }
-        EXPECT_EQ(0, send(command_id::kControlBML, record, &carrier));
+        EXPECT_EQ(0, send(command_id::kControlBML, record, &references));
         return resultOf(event_id::kControlBmlReply, handle);
     }
 
@@ -30,9 +30,9 @@ protected:
         record.handle = static_cast<uint16_t>(handle);
         record.bml_control_type = static_cast<uint8_t>(type);
         std::memcpy(record.bookmark_url, url.data(), url.size());
-        TS_DTVSV_SP carrier;
-        carrier.surface[carrier.surface_count++] = new android::Surface;
-        EXPECT_EQ(0, send(command_id::kBMLStartTvLinkReq, record, &carrier));
+        TS_DTVSV_SP references;
+        references.surface[references.surface_count++] = new android::Surface;
+        EXPECT_EQ(0, send(command_id::kBMLStartTvLinkReq, record, &references));
         const auto reply =
             expectLater(event_id::kBmlStartTvlinkReply).as<TS_BML_START_TVLINK_REPLY>();
         EXPECT_EQ(handle, reply.handle);

@@ -19,13 +19,13 @@ using android::Surface;
 
 class PresentationTest : public SimulatorTest {
 protected:
-    /// A carrier of one new surface for each plane that is asked for.
+    /// A references of one new surface for each plane that is asked for.
     static TS_DTVSV_SP surfaces(int count) {
-        TS_DTVSV_SP carrier;
-        for (; carrier.surface_count < count; ++carrier.surface_count) {
-            carrier.surface[carrier.surface_count] = new Surface;
+        TS_DTVSV_SP references;
+        for (; references.surface_count < count; ++references.surface_count) {
+            references.surface[references.surface_count] = new Surface;
         }
-        return carrier;
+        return references;
     }
 
     /// Waits until the simulator alone holds a surface that it keeps, or nobody else does.
@@ -82,10 +82,10 @@ TEST_F(PresentationTest, KeepsASurfaceUntilItsPlaneIsReleased) {
     const int handle = create();
     const sp<Surface> surface = new Surface;
     {
-        TS_DTVSV_SP carrier;
-        carrier.surface[carrier.surface_count++] = surface;
-        EXPECT_EQ(0,
-                  send(command_id::kSetCapDisplay, recordOf<TS_CAP_DISPLAY_REQ>(handle), &carrier));
+        TS_DTVSV_SP references;
+        references.surface[references.surface_count++] = surface;
+        EXPECT_EQ(
+            0, send(command_id::kSetCapDisplay, recordOf<TS_CAP_DISPLAY_REQ>(handle), &references));
     }
     EXPECT_EQ(kDone, resultOf(event_id::kSetCapDisplayReply, handle));
     EXPECT_EQ(1, holders(surface));
@@ -107,20 +107,21 @@ TEST_F(PresentationTest, KeepsASurfaceUntilItsPlaneIsReleased) {
 
 TEST_F(PresentationTest, LetsAllSurfacesGoWithTheSession) {
     const int handle = create();
-    TS_DTVSV_SP carrier = surfaces(3);
-    EXPECT_EQ(0, send(command_id::kSetDisplayAll, recordOf<TS_DISPLAY_ALL_REQ>(handle), &carrier));
+    TS_DTVSV_SP references = surfaces(3);
+    EXPECT_EQ(0,
+              send(command_id::kSetDisplayAll, recordOf<TS_DISPLAY_ALL_REQ>(handle), &references));
     EXPECT_EQ(kDone, resultOf(event_id::kSetDisplayAllReply, handle));
     const auto assigned =
         expectNext(event_id::kAssignVideoAreaNotify).as<TS_ASSIGN_VIDEO_AREA_NOTIFY>();
     EXPECT_EQ(kVideo, assigned.drawing_destination);
     EXPECT_EQ(0U, assigned.result);
-    EXPECT_EQ(1, holders(carrier.surface[0]));
-    EXPECT_EQ(1, holders(carrier.surface[1]));
-    EXPECT_EQ(1, holders(carrier.surface[2]));
+    EXPECT_EQ(1, holders(references.surface[0]));
+    EXPECT_EQ(1, holders(references.surface[1]));
+    EXPECT_EQ(1, holders(references.surface[2]));
     EXPECT_EQ(kDone, exchange(command_id::kRelease_Sync, handle).return_value);
-    EXPECT_EQ(0, holders(carrier.surface[0]));
-    EXPECT_EQ(0, holders(carrier.surface[1]));
-    EXPECT_EQ(0, holders(carrier.surface[2]));
+    EXPECT_EQ(0, holders(references.surface[0]));
+    EXPECT_EQ(0, holders(references.surface[1]));
+    EXPECT_EQ(0, holders(references.surface[2]));
 }
 
 TEST_F(PresentationTest, PutsANewSurfaceInPlaceOfTheOldOne) {
@@ -160,9 +161,9 @@ TEST_F(PresentationTest, ControlsThePictureOnceItHasAPlane) {
     EXPECT_EQ(kNotNow, resultOf(event_id::kControlDisplayModeReply, handle));
     EXPECT_EQ(0, send(command_id::kControlScreenDisplay, handle, 1));
     EXPECT_EQ(kNotNow, resultOf(event_id::kControlScreenDisplayReply, handle));
-    TS_DTVSV_SP carrier = surfaces(1);
-    EXPECT_EQ(
-        0, send(command_id::kSetScreenDisplay, recordOf<TS_SCREEN_DISPLAY_REQ>(handle), &carrier));
+    TS_DTVSV_SP references = surfaces(1);
+    EXPECT_EQ(0, send(command_id::kSetScreenDisplay, recordOf<TS_SCREEN_DISPLAY_REQ>(handle),
+                      &references));
     EXPECT_EQ(0, send(command_id::kControlDisplayModeReq, mode));
     EXPECT_EQ(kDone, resultOf(event_id::kControlDisplayModeReply, handle));
     EXPECT_EQ(0, send(command_id::kControlScreenDisplay, handle, 1));
@@ -234,7 +235,7 @@ TEST_F(PresentationTest, BoundsDelaysBySession) {
 
 TEST_F(PresentationTest, GoesThroughTheStatesOfCaptions) {
     const int handle = createReceiving();
-    TS_DTVSV_SP carrier = surfaces(1);
+    TS_DTVSV_SP references = surfaces(1);
     enum : int {
         kOff,
         kOn,
@@ -259,7 +260,7 @@ TEST_F(PresentationTest, GoesThroughTheStatesOfCaptions) {
         {5, kNoSuchThing, kNone},  {kOff, kDone, 0},
     };
     for (const Case& one : cases) {
-        EXPECT_EQ(0, send(command_id::kControlCap, captionControl(handle, one.type), &carrier));
+        EXPECT_EQ(0, send(command_id::kControlCap, captionControl(handle, one.type), &references));
         EXPECT_EQ(one.result, resultOf(event_id::kControlCapReply, handle)) << one.type;
         if (one.status != kNone) {
             EXPECT_EQ(one.status, captionStatus()) << one.type;
@@ -272,15 +273,15 @@ TEST_F(PresentationTest, ShowsCaptionsOnlyOnAPlane) {
     TS_DTVSV_SP none;
     EXPECT_EQ(0, send(command_id::kControlCap, captionControl(handle, 1), &none));
     EXPECT_EQ(kNoSuchThing, resultOf(event_id::kControlCapReply, handle));
-    TS_DTVSV_SP carrier = surfaces(1);
+    TS_DTVSV_SP references = surfaces(1);
     TS_COMMON_SYNC_REPLY reply{};
     int size = 0;
     TS_CONTROL_CAP_REQ on = captionControl(handle, 1);
     EXPECT_EQ(0, listener().sendEventToServer(command_id::kControlCap_Sync, &on, sizeof on,
-                                              &carrier, &reply, &size));
+                                              &references, &reply, &size));
     EXPECT_EQ(8, size);
     EXPECT_EQ(kDone, reply.return_value);
-    EXPECT_EQ(1, holders(carrier.surface[0]));
+    EXPECT_EQ(1, holders(references.surface[0]));
     EXPECT_EQ(1, captionStatus());
     EXPECT_EQ(kDone, exchange(command_id::kTerminateBroadcastReceiving_Sync, handle).return_value);
     EXPECT_EQ(0, captionStatus()) << "captions end with the programme";
@@ -291,17 +292,17 @@ TEST_F(PresentationTest, BeginsReceptionWithTheFirstComponents) {
     auto setting = recordOf<TS_COMPONENT_SETTING_REQ>(handle);
     setting.cap_start_type = 1;
     setting.bml_start_type = 1;
-    TS_DTVSV_SP carrier = surfaces(3);
-    EXPECT_EQ(0, send(command_id::kSetFirstComponent, setting, &carrier));
+    TS_DTVSV_SP references = surfaces(3);
+    EXPECT_EQ(0, send(command_id::kSetFirstComponent, setting, &references));
     EXPECT_EQ(kDone, resultOf(event_id::kSelectAudioComponentNotify, handle));
-    EXPECT_EQ(1, holders(carrier.surface[2]));
+    EXPECT_EQ(1, holders(references.surface[2]));
     EXPECT_EQ(0, send(command_id::kStartBroadcastReceiving, serviceOf(handle, 40)));
     EXPECT_EQ(kDone, resultOf(event_id::kStartBroadcastReceivingReply, handle));
     EXPECT_EQ(1, captionStatus());
     EXPECT_EQ(1,
               expectNext(event_id::kBmlStatusNotify).as<TS_CHANGE_STATUS_NOTIFY>().change_status);
     setting.cap_start_type = 2;
-    EXPECT_EQ(0, send(command_id::kSetFirstComponent, setting, &carrier));
+    EXPECT_EQ(0, send(command_id::kSetFirstComponent, setting, &references));
     EXPECT_EQ(kNoSuchThing, resultOf(event_id::kSelectAudioComponentNotify, handle));
 }
 

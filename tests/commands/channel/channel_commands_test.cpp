@@ -118,7 +118,7 @@ TEST_F(ChannelCommands, CarryNoSurfaceAndAskForNoAnswer) {
     for (const Message& message : messages) {
         EXPECT_FALSE(message.sync);
         EXPECT_EQ(message.reply_capacity, 0);
-        EXPECT_FALSE(message.had_carrier);
+        EXPECT_FALSE(message.had_references);
     }
     EXPECT_EQ(StrictJni::liveLocals(), 0);
 }

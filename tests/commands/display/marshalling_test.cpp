@@ -21,7 +21,7 @@ protected:
     }
     void TearDown() override {
         env()->PopLocalFrame(nullptr);
-        StrictJni::settle();
+        StrictJni::forgetLocals();
     }
 
     using Routine = int(JNIEnv*, jobject, void*);

@@ -25,7 +25,7 @@ protected:
                        const android::Surface* third) {
         sent();
         ASSERT_EQ(messages.size(), 1U);
-        EXPECT_TRUE(messages[0].had_carrier);
+        EXPECT_TRUE(messages[0].had_references);
         EXPECT_EQ(messages[0].surface_count, count);
         EXPECT_EQ(messages[0].object_count, 0);
         EXPECT_EQ(messages[0].surfaces[0].surface, first);
@@ -244,12 +244,12 @@ TEST_F(Surfaces, AnExceptionInTheFirstPlane) {
         START setBMLDrawingInfo|)");
 }
 
-/// What the service copies from the carrier is its own.
+/// What the service copies from the references is its own.
 TEST_F(Surfaces, TheServiceMayKeepThem) {
     class Keeper : public dtv::ServiceEndpoint {
     public:
         int onCommand(const dtv::Command& command) override {
-            kept = command.carrier->surface[0];
+            kept = command.references->surface[0];
             return 0;
         }
         int onSynchronousCommand(const dtv::Command&, const dtv::Reply&) override { return -1; }

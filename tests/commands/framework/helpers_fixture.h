@@ -14,13 +14,13 @@ protected:
         log = harness::LogRecorder::install();
         newListener(machine.vm());
         log->clear();
-        harness::StrictJni::settle();
+        harness::StrictJni::forgetLocals();
     }
 
     void TearDown() override {
         // What a helper leaves would stay in the test's frame as it stays in a native's.
         EXPECT_EQ(harness::StrictJni::liveLocals(), 0);
-        harness::StrictJni::settle();
+        harness::StrictJni::forgetLocals();
     }
 
     std::shared_ptr<harness::LogRecorder> log;

@@ -8,11 +8,11 @@
 namespace {
 
 struct Sent {
-    bool with_carrier;
+    bool with_references;
     int message_id;
     bool reply;
     bool reply_size;
-    bool null_carrier;
+    bool null_references;
 };
 std::vector<Sent> sent;
 
@@ -37,13 +37,14 @@ __attribute__((visibility("default"))) int DtvSvLibListener::sendEventToServer(i
 }
 
 __attribute__((visibility("default"))) int
-DtvSvLibListener::sendEventToServer(int message_id, void* data, int size, TS_DTVSV_SP* carrier,
+DtvSvLibListener::sendEventToServer(int message_id, void* data, int size, TS_DTVSV_SP* references,
                                     void* reply, int* reply_size) {
     using Function = int (*)(DtvSvLibListener*, int, void*, int, TS_DTVSV_SP*, void*, int*);
-    sent.push_back({true, message_id, reply != nullptr, reply_size != nullptr, carrier == nullptr});
+    sent.push_back(
+        {true, message_id, reply != nullptr, reply_size != nullptr, references == nullptr});
     return reinterpret_cast<Function>(
         next("_ZN16DtvSvLibListener17sendEventToServerEiPviP11TS_DTVSV_SPS0_Pi"))(
-        this, message_id, data, size, carrier, reply, reply_size);
+        this, message_id, data, size, references, reply, reply_size);
 }
 
 namespace {
@@ -86,10 +87,10 @@ TEST(ReplyPointers, AreNullUnlessTheCommandWaits) {
         const bool waits = sent[0].message_id >= 0x10000038;
         EXPECT_EQ(sent[0].reply, waits);
         EXPECT_EQ(sent[0].reply_size, waits);
-        EXPECT_EQ(sent[0].with_carrier, carriesReferences(sent[0].message_id));
-        EXPECT_EQ(sent[0].null_carrier, !sent[0].with_carrier);
+        EXPECT_EQ(sent[0].with_references, carriesReferences(sent[0].message_id));
+        EXPECT_EQ(sent[0].null_references, !sent[0].with_references);
         waiting += waits ? 1 : 0;
-        carrying += sent[0].with_carrier ? 1 : 0;
+        carrying += sent[0].with_references ? 1 : 0;
     }
     EXPECT_EQ(waiting, 10);
     EXPECT_EQ(carrying, 10);

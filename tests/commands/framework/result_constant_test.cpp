@@ -14,7 +14,7 @@ protected:
     void use(const char* class_name) {
         ASSERT_EQ(registerClass(env(), result_class_id, class_name), 0);
         log->clear();
-        StrictJni::settle();
+        StrictJni::forgetLocals();
     }
 
     void expectNull(int code, const std::string& lines) {
@@ -44,7 +44,7 @@ TEST_F(ResultConstant, OfEveryCode) {
         EXPECT_EQ(StrictJni::liveLocals(), 1) << "the answer alone";
         EXPECT_TRACE(log->take(), std::string("Dtv_jni|128|5|FUNCSTART|getRetCode|") + row.start +
                                       "\nDtv_jni|256|5|FUNCEND  |getRetCode|");
-        StrictJni::settle();
+        StrictJni::forgetLocals();
     }
 }
 
@@ -90,7 +90,7 @@ TEST_F(ResultConstant, ClassIsJudgedBeforeTheCode) {
 TEST_F(ResultConstant, OtherEntriesOfTheRegistryDoNotCount) {
     ASSERT_EQ(registerClass(env(), 126, result_class), 0);
     ASSERT_EQ(registerClass(env(), 128, result_class), 0);
-    StrictJni::settle();
+    StrictJni::forgetLocals();
     log->clear();
     expectNull(1, R"(
         Dtv_jni|128|5|FUNCSTART|getRetCode|(param)ret = 1

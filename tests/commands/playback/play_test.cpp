@@ -44,7 +44,7 @@ TEST_F(Play, StartIsTwelveBytes) {
     jobject object = startPlay(card, 513, on, 772, off);
     EXPECT_EQ(run("StartPlay", {3, object}), "OK");
     EXPECT_EQ(sent(), "10000030: 03 00 01 00 01 02 01 00 04 03 00 00");
-    EXPECT_FALSE(messages.at(0).had_carrier);
+    EXPECT_FALSE(messages.at(0).had_references);
     EXPECT_LINES("dtvSvLibStartPlay", R"(
         START |hdl = 3
         DEBUG |SEND, dtvsv_handle = 3

@@ -22,7 +22,7 @@ TEST_F(TerminateRec, IsTwoHundredAndTwoBytes) {
     EXPECT_EQ(run("TerminateRec", {3, request(on, 0, "News")}), "OK");
     EXPECT_EQ(sent(), "1000002f: 03 00 01 00 04 00 4e 65 77 73" + bytes("00", 192));
     EXPECT_EQ(messages.at(0).bytes.size(), 202U);
-    EXPECT_FALSE(messages.at(0).had_carrier);
+    EXPECT_FALSE(messages.at(0).had_references);
     EXPECT_LINES("dtvSvLibTerminateRec", R"(
         START |hdl = 3
         COPY

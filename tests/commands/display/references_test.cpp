@@ -8,7 +8,7 @@ namespace {
 using namespace commands;
 using namespace harness;
 
-class Carrier : public testing::Test {
+class SurfaceReferences : public testing::Test {
 protected:
     void SetUp() override { ASSERT_EQ(Product::load(), ""); }
 
@@ -49,20 +49,20 @@ std::vector<std::string> operator+(std::vector<std::string> first,
     return first;
 }
 
-TEST_F(Carrier, EndsAfterTheCommandsLastLineFromItsLastSlot) {
+TEST_F(SurfaceReferences, EndsAfterTheCommandsLastLineFromItsLastSlot) {
     callNative("DtvSvLib_SetDisplayAll", {3, screen_info, cap_info, bml_info});
     EXPECT_EQ(afterSend(), std::vector<std::string>{"send 1000000b"} + released);
 }
 
 /// No command fills the second group; here the service does.
-TEST_F(Carrier, EndsWithItsOtherReferencesFirst) {
+TEST_F(SurfaceReferences, EndsWithItsOtherReferencesFirst) {
     sequence.onSend([this](const dtv::Command& command) {
-        auto* carrier = const_cast<TS_DTVSV_SP*>(command.carrier);
+        auto* references = const_cast<TS_DTVSV_SP*>(command.references);
         const char* const names[] = {"object 0", "object 1", "object 2"};
         for (int slot = 0; slot < 3; ++slot) {
-            carrier->object[slot] = new WatchedObject(sequence, names[slot]);
+            references->object[slot] = new WatchedObject(sequence, names[slot]);
         }
-        carrier->object_count = 3;
+        references->object_count = 3;
     });
     callNative("DtvSvLib_SetDisplayAll", {3, screen_info, cap_info, bml_info});
     std::vector<std::string> steps = afterSend();
@@ -73,7 +73,7 @@ TEST_F(Carrier, EndsWithItsOtherReferencesFirst) {
                   "gone object 0", "gone bml", "gone caption", "gone video"}));
 }
 
-TEST_F(Carrier, OfACommandThatWaitsEndsAfterItsAnswer) {
+TEST_F(SurfaceReferences, OfACommandThatWaitsEndsAfterItsAnswer) {
     callNative("DtvSvLib_ControlBML_Sync", {3, 0, bml_info});
     std::vector<std::string> steps = afterSend();
     const size_t gone = placeOf(steps, "gone bml");
@@ -86,7 +86,7 @@ TEST_F(Carrier, OfACommandThatWaitsEndsAfterItsAnswer) {
 }
 
 /// A refusal lets go after its own line too.
-TEST_F(Carrier, OfARefusedCommandEndsAfterItsLine) {
+TEST_F(SurfaceReferences, OfARefusedCommandEndsAfterItsLine) {
     callNative("DtvSvLib_SetDisplayAll", {3, screen_info, cap_info, nullptr});
     std::vector<std::string> steps = sequence.take();
     const size_t line = placeOf(steps, "FUNCEND getRetCode|");

@@ -39,4 +39,4 @@ if ! { configure "$image" && cmake --build "$folder/build" >>"$folder/log" 2>&1;
     cat "$folder/log"
     exit 1
 fi
-DTV_DEVICE=1 "$source/tests/outside/outside_test.sh" "$folder/build/lib/libDtv_jni.so" "$DTV_STRIP"
+DTV_DEVICE=1 "$source/tests/image/library_test.sh" "$folder/build/lib/libDtv_jni.so" "$DTV_STRIP"
