@@ -73,7 +73,7 @@ void EventTest::SetUp() {
         callbacks.emplace();
     }
     log = LogRecorder::install();
-    // An id that is none: the thread has its environment now.
+    // An id without a handler: afterwards the thread has its environment.
     ASSERT_EQ(deliver(0x10000041, {}), 1);
     log->clear();
     output = std::make_unique<StdoutCapture>();
@@ -96,7 +96,7 @@ void EventTest::expect(const Case& of, const std::vector<uint8_t>& bytes, int si
     EXPECT_TRACE(trace, result == 0 ? delivered(of.id, size, of.handler, lines)
                                     : refused(of.id, size, of.handler, lines));
     EXPECT_EQ(written, copiesOfErrors(trace));
-    EXPECT_EQ(at_end.count(), result == 0 ? 0 : -1) << "references are let go before FUNCEND";
+    EXPECT_EQ(at_end.count(), result == 0 ? 0 : -1) << "references are released before FUNCEND";
     EXPECT_EQ(StrictJni::liveLocals(), locals_before);
     EXPECT_FALSE(env()->ExceptionCheck());
     if (callbacks) {
@@ -132,7 +132,7 @@ void EveryEvent::oneByteShortOrLong() {
                " |recv_size err!, recv_size = " + std::to_string(size) + "\n";
     };
     int size = of.record.size();
-    // The byte that was not sent lies there all the same, and shows if it is looked at.
+    // The byte that was not sent is in the buffer, so that a read of it changes the result.
     const std::string& fields = of.short_fields.empty() ? of.fields : of.short_fields;
     expect(of, of.record.bytes(), size - 1, 1, "", of.start(size - 1) + fields + refusal(size - 1));
     expect(of, firstBytes(of.record, of.record.bytes().size() - 1), size - 1, 1, "",

@@ -24,7 +24,7 @@ TEST_F(MissingClass, ServiceOfAList) {
         loadWithout({"tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_SERVICE_INFO"}));
     const Case& services = servicesCase();
     expectRefused(services, services.record, services.fields + "DEBUG |ERROR find class\n");
-    // The count is judged before the class is asked for, the class before anything is made.
+    // The count is checked before the class, and the class before anything is made.
     expectRefused(services, Record(services.record).u8(16, 9),
                   "DEBUG |handle = 65244\n"
                   "DEBUG |STREAM_INFO ts_id = -724315439, svc_cnt = 9\n"
@@ -54,7 +54,7 @@ TEST_F(MissingClass, NetworkOfTwoEvents) {
     expectGoesOn(servicesCase());
 }
 
-/// What records callbacks needs all event classes itself, so nothing does here.
+/// The callback recorder itself needs all event classes, so it is not used here.
 TEST_F(MissingClass, Events) {
     ASSERT_NO_FATAL_FAILURE(loadWithout(
         {"tenrik.service.dtvserver.events.notify.BG_EV_DTVSV_TERMINATE_SEARCH_CHANNEL_NOTIFY",

@@ -1,5 +1,5 @@
 // All threads that a receiver may have, at once: twenty deliver events and eight of Java's send
-// commands. In the build with the thread sanitizer it finds what they share.
+// commands. The build with the thread sanitizer finds data races between them.
 #include "harness/harness.h"
 
 #include <atomic>
@@ -46,7 +46,7 @@ TEST(ConcurrentUse, OfTwentyEventThreadsAndEightJavaThreads) {
     std::atomic<int> failed{0};
     std::vector<std::unique_ptr<EventThread>> threads;
     for (int i = 0; i < eventThreads; ++i) {
-        // The first event of each thread comes alone.
+        // The first event of each thread is delivered alone.
         threads.push_back(std::make_unique<EventThread>());
         threads.back()->run([&failed, i] { failed += deliverSome(i); });
     }

@@ -127,7 +127,7 @@ TEST_P(CommonReplies, ReachesJavaWhateverItsSizeSays) {
         Calls deleted("DeleteLocalRef");
         LiveAtEnd at_end(*log, handler);
         EXPECT_EQ(deliver(GetParam().event_id, record, size), 0);
-        EXPECT_EQ(at_end.count(), 0) << "references are let go before FUNCEND";
+        EXPECT_EQ(at_end.count(), 0) << "references are released before FUNCEND";
         EXPECT_TRACE(log->take(), wholeTrace(size));
         EXPECT_EQ(callbacks.take(), std::vector<std::string>{callback()});
         EXPECT_EQ(output.take(), "");

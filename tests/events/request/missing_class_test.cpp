@@ -35,7 +35,7 @@ TEST_F(MissingClass, Values) {
     expectGoesOn(phonebookCase());
 }
 
-/// What records callbacks needs all event classes itself, so nothing does here.
+/// The callback recorder itself needs all event classes, so it is not used here.
 TEST_F(MissingClass, Events) {
     ASSERT_NO_FATAL_FAILURE(
         loadWithout({"tenrik.service.dtvserver.events.request.BG_EV_DTVSV_BML_AUTH_REQ",
@@ -49,7 +49,7 @@ TEST_F(MissingClass, Events) {
     expectGoesOn(phonebookCase());
 }
 
-/// Without a callback the row says nothing of what it was to be: it is taken for a constructor's.
+/// Without a callback the row is empty, and an empty row is treated as a constructor's.
 TEST_F(MissingClass, Callbacks) {
     ASSERT_NO_FATAL_FAILURE(loadWithout({"tenrik.service.dtvserver.BGCallBack"}, false));
     for (const Case& of : requestCases()) {

@@ -63,7 +63,7 @@ TEST_F(RequestArrays, OfALinksAffiliations) {
 
 class RequestReferences : public EventTest {};
 
-/// Objects, texts and arrays are given back one by one when the callback has returned.
+/// Objects, texts and arrays are released one by one when the callback has returned.
 TEST_F(RequestReferences, AreDeleted) {
     struct Row {
         const Case& of;
@@ -83,7 +83,7 @@ TEST_F(RequestReferences, AreDeleted) {
 }
 
 /// Failed and delivered requests in a row, on one thread that the bridge attached.
-TEST_F(RequestReferences, NoneLivesOn) {
+TEST_F(RequestReferences, NoneRemains) {
     const std::vector<Case> all = requestCases();
     log.reset();
     dtv::setLogSink(nullptr);
