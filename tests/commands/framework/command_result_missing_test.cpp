@@ -1,4 +1,4 @@
-// A Java side without the result enumeration: commands go out, and Java gets null. The bridge is
+// A Java side without the result enumeration: commands are sent, and Java gets null. The bridge is
 // loaded from that Java side, so each test needs a process of its own.
 #include "commands/command_rows.h"
 

@@ -1,4 +1,4 @@
-// getRetCode: the Java constant for every code, and what it says when there is none.
+// getRetCode: the Java constant for every code, and what it logs when there is none.
 #include "helpers_fixture.h"
 
 namespace {
@@ -81,7 +81,7 @@ TEST_F(ResultConstant, ClassMissing) {
         Dtv_jni|1024|5|DEBUG    |getRetCode|class is NULL)");
 }
 
-TEST_F(ResultConstant, ClassIsJudgedBeforeTheCode) {
+TEST_F(ResultConstant, ClassIsCheckedBeforeTheCode) {
     expectNull(6, R"(
         Dtv_jni|128|5|FUNCSTART|getRetCode|(param)ret = 6
         Dtv_jni|1024|5|DEBUG    |getRetCode|class is NULL)");
