@@ -1,4 +1,4 @@
-"""What the tests of the desk have in common: how its program is started, and how a line is measured."""
+"""What the tests of the desk share: how its program is started, and how a line is measured."""
 import os
 import pathlib
 import subprocess

@@ -43,7 +43,7 @@ class Packages(unittest.TestCase):
                  for used in IMPORT.findall(source.read_text(encoding="utf-8"))}
         cls.uses = {(user, used) for user, used in uses if used in cls.classes}
 
-    def test_every_class_is_looked_at(self):
+    def test_every_class_is_checked(self):
         self.assertGreater(len(self.sources), 50)
         self.assertEqual(set(MAY_USE), {package(name) for name in self.sources})
         self.assertEqual(set(self.sources), self.classes)
@@ -64,7 +64,7 @@ class Packages(unittest.TestCase):
             if package(user) != package(used):
                 below[package(user)].add(package(used))
         while below:
-            # Packages that use none of the rest are taken away, until none is left.
+            # Packages that use none of the rest are removed, until none is left.
             lowest = {name for name in set(below) | set().union(*below.values())
                       if not below.get(name)}
             self.assertTrue(lowest, f"these use each other: {dict(below)}")
