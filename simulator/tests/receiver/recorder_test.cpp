@@ -191,7 +191,7 @@ TEST_F(RecorderTest, MovesThroughAPausedRecording) {
     order(command_id::kTerminatePlay, event_id::kTerminatePlayReply, handle, kDone);
     order(command_id::kStartPlay, event_id::kStartPlayReply, playOf(handle, program, true, true),
           kDone);
-    EXPECT_EQ(2U, nextStatus().current_time) << "where it was left";
+    EXPECT_EQ(2U, nextStatus().current_time) << "where it was stopped";
 }
 
 TEST_F(RecorderTest, PlaysFastAndBackwards) {
