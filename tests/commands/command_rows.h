@@ -63,7 +63,7 @@ struct Refused {
     std::vector<int> arguments;
     const char* function;
     const char* start;
-    const char* refusal; ///< the message of the line that says why
+    const char* refusal; ///< the message of the line that gives the reason
 };
 
 class Commands : public CommandTest {

@@ -33,7 +33,7 @@ def width(line):
 
 
 class DeskTest(unittest.TestCase):
-    """A test with a folder of its own that goes with it."""
+    """A test with a folder of its own, which is removed after it."""
     maxDiff = 4000
 
     def setUp(self):

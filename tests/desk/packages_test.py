@@ -7,8 +7,8 @@ import unittest
 from desk import BUILD, ROOT
 
 TOP = "tenrik.desk"
-# Each package with those that it may use. Of the top package only the command line, Main, knows the
-# commands: they are parts of its own.
+# Each package with those that it may use. Of the top package only the command line, Main, uses the
+# commands, which are its parts.
 MAY_USE = {
     TOP: {f"{TOP}.core"},
     f"{TOP}.core": set(),
@@ -47,7 +47,7 @@ class Packages(unittest.TestCase):
         self.assertGreater(len(self.sources), 50)
         self.assertEqual(set(MAY_USE), {package(name) for name in self.sources})
         self.assertEqual(set(self.sources), self.classes)
-        # The command line names its commands in an annotation alone.
+        # The command line names its commands only in an annotation.
         self.assertLessEqual({(COMMAND_LINE, f"{TOP}.evening.EveningCommand"),
                               (COMMAND_LINE, f"{TOP}.shell.ShellCommand")}, self.uses)
 

@@ -29,7 +29,7 @@ public:
     const std::vector<Registration>& kept() const;
 };
 
-/// While it lives, GetEnv for JNI 1.4 (0x10004) is kept and, if asked for, refused.
+/// While it lives, GetEnv for JNI 1.4 (0x10004) is kept and, if requested, refused.
 class VersionProbe {
 public:
     explicit VersionProbe(bool refuse);

@@ -22,11 +22,11 @@ public:
     Record& u32(size_t offset, uint32_t value);
     /// These bytes and a NUL.
     Record& text(size_t offset, const std::string& value);
-    /// These bytes alone.
+    /// Only these bytes.
     Record& raw(size_t offset, const std::string& value);
     /// As many bytes of one value.
     Record& fill(size_t offset, size_t count, unsigned value);
-    /// UTF-16 units alone, little-endian.
+    /// Only UTF-16 units, little-endian.
     Record& units(size_t offset, const std::u16string& value);
 
     const std::vector<uint8_t>& bytes() const { return content; }

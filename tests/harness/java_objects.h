@@ -31,8 +31,8 @@ private:
 
 /// Names of classes may be short: "BG_TS_DTVSVLIB_DATE" is looked up in the package of the value
 /// types, and a path of less than the whole below "tenrik/service/dtvserver/", as "type/...". In
-/// descriptors too "Ltype/X;" stands for the whole. All that follow fail the test and answer null
-/// when they cannot do what they are asked, and return local references.
+/// descriptors too "Ltype/X;" is short for the whole name. The functions below return local
+/// references. On an error they fail the test and return null.
 jclass findClass(const std::string& name);
 
 /// By the constructor with this descriptor; without one, by the record's canonical constructor.

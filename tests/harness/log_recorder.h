@@ -44,11 +44,11 @@ public:
 
     /// The lines since the last call, of all threads, in the order in which they were written.
     std::vector<TraceLine> take();
-    /// The lines of one function alone; those of others are dropped.
+    /// The lines of one function only; those of others are dropped.
     std::vector<TraceLine> takeOf(const std::string& function);
     void clear();
 
-    /// Also hands each line to `observer`, on the thread that writes it and while it writes.
+    /// Also passes each line to `observer`, on the thread that writes it and while it writes.
     void onLine(std::function<void(const TraceLine&)> of_each);
 
     void write(const dtv::LogLine& line) override;

@@ -1,4 +1,4 @@
-// The Java VM of the test process: one, made when it is first asked for, on the main thread.
+// The Java VM of the test process: one, made when it is first requested, on the main thread.
 #pragma once
 
 #include "strict_jni/strict_jni.h"
@@ -72,8 +72,8 @@ private:
     bool open;
 };
 
-/// A thread that the VM does not know, as the bridge meets them: it runs what it is given, one
-/// after the other, and lives until all tests of the process have ended (the bridge never removes a
+/// A thread that the VM does not know, as libDtv's threads are: it runs what it is given, one after
+/// the other, and lives until all tests of the process have ended (the bridge never removes a
 /// thread from its table, and the C library gives an ended thread's identity to the next one). Then
 /// the harness detaches it.
 class EventThread {

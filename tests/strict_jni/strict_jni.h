@@ -100,8 +100,8 @@ private:
 };
 
 /// While it lives, one call of the watched library to a JNI or invocation function does nothing and
-/// fails: null or JNI_ERR (GetEnv: JNI_EDETACHED), with an OutOfMemoryError pending if asked for.
-/// `Leaves::result` is for the functions of the JNI table alone.
+/// fails: null or JNI_ERR (GetEnv: JNI_EDETACHED), with an OutOfMemoryError pending if requested.
+/// `Leaves::result` is only for the functions of the JNI table.
 class FailJni {
 public:
     enum class Leaves {

@@ -145,7 +145,7 @@ TEST(DamagedFile, AcceptsAnySizeThatIsOnlyReported) {
                                     "    the capture lacks the 4294967257 bytes that follow\n"));
 }
 
-TEST(DamagedFile, SurvivesEveryByte) {
+TEST(DamagedFile, IsReadSafelyWithAnyByteChanged) {
     for (size_t offset = 0; offset < kCapture.size(); ++offset) {
         const auto* after = std::upper_bound(std::begin(kEdges), std::end(kEdges), offset);
         const auto blocks = static_cast<size_t>(after - std::begin(kEdges) - 1);

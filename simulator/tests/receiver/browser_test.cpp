@@ -277,7 +277,7 @@ TEST_F(BrowserTest, EndsWithTheProgramme) {
         EXPECT_EQ(0, answer(handle, row.request));
     }
     EXPECT_EQ(0, send(command_id::kTerminateBroadcastReceiving, handle));
-    // The text that is being entered is no longer wanted.
+    // The text that is being entered is no longer needed.
     EXPECT_EQ(handle, expectLater(event_id::kBmlEndFepNotify).as<TS_HANDLE_NOTIFY>().handle);
     EXPECT_EQ(0, status());
     EXPECT_NE(0, answer(handle, BrowserRequest::kFep));

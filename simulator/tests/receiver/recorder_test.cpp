@@ -55,7 +55,7 @@ protected:
         return expectLater(event_id::kPlayStatusNotify).as<TS_PLAY_STATUS_NOTIFY>().play_status;
     }
 
-    /// Sends a command to the player and expects its reply to say so.
+    /// Sends a command to the player and expects this result in its reply.
     template <class Record>
     void order(int command, int reply, const Record& record, int result) {
         EXPECT_EQ(0, send(command, record));

@@ -20,7 +20,7 @@ protected:
         return record;
     }
 
-    /// Where a search that was accepted ends; the channels it looked at go into `looked_at`.
+    /// Where a search that was accepted ends; the channels that it tried are added to `looked_at`.
     TS_TERMINATE_SEARCH_CHANNEL_NOTIFY searchEnd(std::vector<int>& looked_at) {
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
         while (std::chrono::steady_clock::now() < end) {

@@ -21,7 +21,7 @@ struct OnePlane {
     const char* routine;
     const char* sent;
     const char* class_line;
-    int class_look_up; ///< the command's own GetObjectClass comes after so many others
+    int class_look_up; ///< number of GetObjectClass calls before the command's own
 };
 
 // The routine calls GetObjectClass once for the place, and twice for every enumeration that it
@@ -213,7 +213,7 @@ TEST_F(Display, AllPlanesWithoutAClass) {
 }
 
 TEST_F(Display, AllPlanesWithARotationTooLargeInOne) {
-    EnumValue four("BG_TE_DTVSVLIB_SCREEN_ROTATE", "ROTATE_180", 4); // of the data plane alone
+    EnumValue four("BG_TE_DTVSVLIB_SCREEN_ROTATE", "ROTATE_180", 4); // only of the data plane
     EXPECT_EQ(run("SetDisplayAll", {3, screen_info, cap_info, bml_info}), "PARAM_NG");
     EXPECT_EQ(sent(), "");
     EXPECT_LINES("dtvSvLibSetDisplayAll", std::string(videoDone) + captionDone + R"(

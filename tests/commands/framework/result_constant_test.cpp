@@ -41,7 +41,7 @@ TEST_F(ResultConstant, OfEveryCode) {
         jobject found = retCode(env(), row.code);
         EXPECT_EQ(tree(found), row.constant);
         EXPECT_EQ(env()->GetObjectRefType(found), JNILocalRefType);
-        EXPECT_EQ(StrictJni::liveLocals(), 1) << "the answer alone";
+        EXPECT_EQ(StrictJni::liveLocals(), 1) << "only the answer";
         EXPECT_TRACE(log->take(), std::string("Dtv_jni|128|5|FUNCSTART|getRetCode|") + row.start +
                                       "\nDtv_jni|256|5|FUNCEND  |getRetCode|");
         StrictJni::settle();

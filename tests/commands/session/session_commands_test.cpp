@@ -1,4 +1,4 @@
-// Opening and closing a session, the scan, and the commands with a session handle alone.
+// Opening and closing a session, the scan, and the commands with only a session handle.
 #include "commands/command_rows.h"
 
 #include <thread>

@@ -50,7 +50,7 @@ TEST_F(GuideText, OfSizeZeroIsEmpty) {
 }
 
 /// Only the size determines where a text ends, not a NUL and not the text's own length.
-TEST_F(GuideText, EndsWhereItsSizeSays) {
+TEST_F(GuideText, EndsAtItsSize) {
     expectNext(guideRecord(0).u32(nameAt, 1).u32(textAt, 4),
                "name_size = 1, name = |B0D0F0|, text_size = 4, text = |T|",
                "3, \"\\u3042\", 4, \"Text\"");

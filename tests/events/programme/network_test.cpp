@@ -156,7 +156,7 @@ TEST_F(NetworkInfo, FullNamesEndWithTheirFields) {
 }
 
 /// The lengths are those of the Java strings in modified UTF-8.
-TEST_F(NetworkInfo, LengthsAreTheStrings) {
+TEST_F(NetworkInfo, LengthsAreThoseOfTheStrings) {
     expectDelivered(
         network, Record(network.record).text(12, "\xF0\x9F\x98\x80").text(60, "\xC0\x80\xFFz"),
         "onEvDtvsvNetworkInfoNotify BG_EV_DTVSV_NETWORK_INFO_NOTIFY(65244, "

@@ -13,7 +13,7 @@ constexpr int eventThreads = 20;
 constexpr int javaThreads = 8;
 constexpr int rounds = 100;
 
-/// One event of each kind of handler: with a result alone, with a record, with an object in it.
+/// One event of each kind of handler: with only a result, with a record, with an object in it.
 int deliverSome(int thread) {
     const auto handle = static_cast<uint8_t>(thread);
     int failed = deliver(0x1000004f, {handle, 0, 0, 0, 1, 0, 0, 0});

@@ -169,7 +169,7 @@ TEST_P(EventFrame, FrameThatCannotBePushedEndsTheEvent) {
     EXPECT_EQ(callbacks.take().size(), 1U);
 }
 
-TEST_P(EventFrame, ManyEventsHoldNoMoreThanOne) {
+TEST_P(EventFrame, ManyEventsHoldNoMoreReferencesThanOne) {
     CallbackRecorder callbacks;
     onThread([] { EXPECT_EQ(terminateRecReply(), 0); });
     StrictJni::resetPeakLocals();

@@ -59,7 +59,7 @@ TEST_F(Reception, WholeTraceOfADeliveredEvent) {
     EXPECT_EQ(lines.front().message, start);
 }
 
-TEST_F(Reception, SizeIsShownAsItCame) {
+TEST_F(Reception, SizeIsLoggedAsReceived) {
     EXPECT_EQ(deliver(0x10000041, {}, -2147483647 - 1), 1);
     EXPECT_TRACE(log->take(), refused(0x10000041, -2147483647 - 1, ""));
     EXPECT_EQ(deliver(0x10000041, {}, 2147483647), 1);
