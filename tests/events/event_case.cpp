@@ -114,15 +114,15 @@ void EventTest::expectRefused(const Case& of, const Record& record, const std::s
     expect(of, record.bytes(), record.size(), 1, "", of.start(record.size()) + lines);
 }
 
-void EventTest::expectGoesOn(const Case& of) {
+void EventTest::expectStillDelivered(const Case& of) {
     expectDelivered(of, of.record, of.callback, of.fields + of.delivered());
 }
 
 void EveryEvent::isDelivered() {
     const Case& of = GetParam();
-    expectGoesOn(of);
+    expectStillDelivered(of);
     EXPECT_LE(StrictJni::peakLocals(), 256);
-    expectGoesOn(of);
+    expectStillDelivered(of);
 }
 
 void EveryEvent::oneByteShortOrLong() {
@@ -140,7 +140,7 @@ void EveryEvent::oneByteShortOrLong() {
     std::vector<uint8_t> more = of.record.bytes();
     more.push_back(0xEE);
     expect(of, more, size + 1, 1, "", of.start(size + 1) + of.fields + refusal(size + 1));
-    expectGoesOn(of);
+    expectStillDelivered(of);
 }
 
 void EveryEvent::anyLengthIsSafe() {
@@ -158,7 +158,7 @@ void EveryEvent::anyLengthIsSafe() {
     EXPECT_EQ(StrictJni::liveLocals(), 0);
     output->take();
     log = LogRecorder::install();
-    expectGoesOn(of);
+    expectStillDelivered(of);
 }
 
 void EveryEvent::constructionFails(FailJni::Leaves leaves) {
@@ -173,7 +173,7 @@ void EveryEvent::constructionFails(FailJni::Leaves leaves) {
                               " |CallMethod NG, ret = 1\n");
             EXPECT_TRUE(fail.fired());
         }
-        expectGoesOn(of);
+        expectStillDelivered(of);
         built += "NEW " + of.built[i] + "\n";
     }
 }
@@ -181,7 +181,7 @@ void EveryEvent::constructionFails(FailJni::Leaves leaves) {
 void EveryEvent::textFails(FailJni::Leaves leaves) {
     const Case& of = GetParam();
     int before = StrictJni::calls("NewStringUTF");
-    expectGoesOn(of);
+    expectStillDelivered(of);
     EXPECT_EQ(StrictJni::calls("NewStringUTF") - before, static_cast<int>(of.text_failures.size()));
     for (size_t i = 0; i < of.text_failures.size(); ++i) {
         SCOPED_TRACE("text " + std::to_string(i));
@@ -191,15 +191,15 @@ void EveryEvent::textFails(FailJni::Leaves leaves) {
                           of.fields + "NOTEXT OrgNewStringUTF\n" + of.text_failures[i]);
             EXPECT_TRUE(fail.fired());
         }
-        expectGoesOn(of);
+        expectStillDelivered(of);
     }
 }
 
 void EveryEvent::callbackThrows() {
     const Case& of = GetParam();
     callbacks->throwNext();
-    expectGoesOn(of);
-    expectGoesOn(of);
+    expectStillDelivered(of);
+    expectStillDelivered(of);
 }
 
 } // namespace events

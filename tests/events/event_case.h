@@ -77,7 +77,7 @@ protected:
                          const std::string& lines);
     void expectRefused(const Case& of, const Record& record, const std::string& lines);
     /// The same handler with its first record again, delivered as if nothing had happened before.
-    void expectGoesOn(const Case& of);
+    void expectStillDelivered(const Case& of);
 
     std::shared_ptr<harness::LogRecorder> log;
     std::unique_ptr<harness::StdoutCapture> output;

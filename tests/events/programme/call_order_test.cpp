@@ -54,7 +54,7 @@ TEST_F(GuideOrder, FollowingProgrammesComeBeforeTheirArray) {
         expectRefused(guide, guide.record, lines);
         EXPECT_TRUE(fail.fired());
     }
-    expectGoesOn(guide);
+    expectStillDelivered(guide);
 }
 
 TEST_F(GuideOrder, ArrayIsMadeAfterTheLastProgrammeAndBeforeTheGuide) {

@@ -133,7 +133,7 @@ Kind guide(int thread) {
                 number(thread) + ", [" + following + "]), 62L, 2)"};
 }
 
-TEST(ConcurrentTexts, ReachJavaWhole) {
+TEST(ConcurrentTexts, ReachJavaComplete) {
     ASSERT_EQ(Product::load(), "");
     dtv::setLogLevelMask(0);
     CallbackRecorder callbacks;

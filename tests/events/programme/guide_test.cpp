@@ -90,7 +90,7 @@ TEST_F(GuideCounts, NineAreRefused) {
         expectRefused(guide, guideRecord(count),
                       fields(count) + "DEBUG |ERROR after_prg_infoCnt is over count\n");
     }
-    expectGoesOn(guide);
+    expectStillDelivered(guide);
 }
 
 TEST_F(GuideCounts, TheSizeIsCheckedFirst) {

@@ -48,7 +48,7 @@ TEST_F(RequestArrays, OfABlockToWrite) {
         expectRefused(of, of.record, of.fields);
         EXPECT_TRUE(fail.fired());
     }
-    expectGoesOn(of);
+    expectStillDelivered(of);
 }
 
 TEST_F(RequestArrays, OfALinksAffiliations) {
@@ -58,7 +58,7 @@ TEST_F(RequestArrays, OfALinksAffiliations) {
         expectRefused(of, of.record, of.fields + "DEBUG |affiliation_id is NULL\n");
         EXPECT_TRUE(fail.fired());
     }
-    expectGoesOn(of);
+    expectStillDelivered(of);
 }
 
 class RequestReferences : public EventTest {};
