@@ -11,7 +11,7 @@ constexpr std::chrono::milliseconds kSilence{60};
 } // namespace
 
 DeskListener& DeskListener::instance() {
-    // Never released: delivery may go on until the process ends.
+    // Never released: delivery may continue until the process ends.
     static DeskListener* const listener = [] {
         auto* made = new DeskListener;
         made->incStrong(made);
@@ -100,10 +100,10 @@ TS_COMMON_SYNC_REPLY SimulatorTest::exchange(int command_id, int handle) {
 Event SimulatorTest::expectNext(int event_id) {
     const std::optional<Event> event = listener().next(kLimit);
     if (!event) {
-        ADD_FAILURE() << "no event came, wanted " << std::hex << event_id;
+        ADD_FAILURE() << "no event came, expected " << std::hex << event_id;
         return {event_id, {}};
     }
-    EXPECT_EQ(event_id, event->id) << std::hex << "wanted " << event_id << ", came " << event->id;
+    EXPECT_EQ(event_id, event->id) << std::hex << "expected " << event_id << ", got " << event->id;
     return *event;
 }
 

@@ -26,7 +26,7 @@ struct Event {
     int id;
     std::vector<uint8_t> bytes;
 
-    /// The record, which has to be of exactly this size.
+    /// The record, which must have exactly this size.
     template <class Record>
     Record as() const {
         Record record{};
@@ -36,7 +36,7 @@ struct Event {
     }
 };
 
-/// The one listener of the process: libDtv knows no second one.
+/// The one listener of the process: libDtv has no second one.
 class DeskListener : public DtvSvLibListener {
 public:
     static DeskListener& instance();
@@ -56,7 +56,7 @@ private:
     std::function<void(const Event&)> callback_;
 };
 
-/// A simulator with stations on channels 20, 30 and 40, a hundred times as fast as in life.
+/// A simulator with stations on channels 20, 30 and 40, a hundred times as fast as in reality.
 class SimulatorTest : public testing::Test {
 protected:
     void SetUp() override;
@@ -90,13 +90,13 @@ protected:
     }
     TS_COMMON_SYNC_REPLY exchange(int command_id, int handle);
 
-    /// The next event, which has to be this one; others before it are a failure.
+    /// The next event, which must be this one; others before it are a failure.
     Event expectNext(int event_id);
     /// The next event of this kind; others before it are dropped.
     Event expectLater(int event_id);
-    /// The result of the next event of this kind, which has to begin as a reply does.
+    /// The result of the next event of this kind, which must begin as a reply does.
     int resultOf(int event_id, int handle);
-    /// Nothing comes for a while (long enough for what takes seconds in life).
+    /// Nothing comes for a while (long enough for what takes seconds in reality).
     void expectNothing();
 
     /// A new session.

@@ -1,4 +1,4 @@
-// Runs in stepped time repeat themselves.
+// Runs in stepped time can be repeated exactly.
 #include "stepped_client.h"
 
 #include "records/status_records.h"
@@ -54,11 +54,11 @@ TEST_F(RepeatedRunTest, IsTheSameWithTheSameSeed) {
     EXPECT_EQ(first, run(7));
 }
 
-TEST_F(RepeatedRunTest, IsAnotherWithAnotherSeed) {
+TEST_F(RepeatedRunTest, DiffersWithAnotherSeed) {
     const Course first = run(7);
     const Course other = run(8);
     EXPECT_NE(first, other);
-    // But for the signals it is the same.
+    // Except for the signals it is the same.
     ASSERT_EQ(first.size(), other.size());
     for (size_t index = 0; index < first.size(); ++index) {
         EXPECT_EQ(std::get<0>(first[index]), std::get<0>(other[index]));
@@ -66,7 +66,7 @@ TEST_F(RepeatedRunTest, IsAnotherWithAnotherSeed) {
     }
 }
 
-TEST_F(RepeatedRunTest, TakesItsChanceFromTheSeed) {
+TEST_F(RepeatedRunTest, TakesRandomNumbersFromTheSeed) {
     // 1940, and the generator's first number modulo 30.
     EXPECT_EQ(1954U, firstSignal(0));
     EXPECT_EQ(1965U, firstSignal(1));

@@ -21,7 +21,7 @@ protected:
         return awaitResult(event_id::kControlLNAReply);
     }
 
-    /// Sends a synchronous command that is not answered; what the sender got.
+    /// Sends a synchronous command that is not answered; returns what the sender got.
     int exchangeRefused(int command_id, int handle) {
         TS_COMMON_SYNC_REPLY reply{77, {}, 78};
         const int sent =
@@ -32,7 +32,7 @@ protected:
     }
 };
 
-TEST_F(ScriptedCommandTest, DoesNothingByItself) {
+TEST_F(ScriptedCommandTest, ChangesNothingWithoutARule) {
     EXPECT_EQ(1, openReceiving());
     EXPECT_EQ(185, now());
     EXPECT_EQ(0, send(command_id::kControlLNA, 1, 1));
@@ -112,7 +112,7 @@ TEST_F(ScriptedCommandTest, ClosesNoSessionWhenItGivesAResult) {
     EXPECT_EQ(kUnknownHandle, tryOut(handle));
 }
 
-TEST_F(ScriptedCommandTest, GivesAResultToWhoWaits) {
+TEST_F(ScriptedCommandTest, GivesAResultToASynchronousCommand) {
     rule(R"({"command": "TerminateRec_Sync", "result": -3})");
     TS_TERMINATE_REC_SYNC_REPLY reply{};
     TS_TERMINATE_REC_REQ request{};
@@ -162,7 +162,7 @@ TEST_F(ScriptedCommandTest, FollowsTheFirstRuleThatFits) {
     EXPECT_EQ(6, tryOut(handle));
     EXPECT_EQ(5, tryOut(handle));
     EXPECT_EQ(6, tryOut(handle));
-    EXPECT_EQ(kDone, tryOut(handle)) << "a rule that says nothing counts too";
+    EXPECT_EQ(kDone, tryOut(handle)) << "a rule without an effect counts too";
     EXPECT_EQ(6, tryOut(handle));
     EXPECT_EQ(5U, service().arrivals(command_id::kControlLNA));
 }
@@ -187,7 +187,7 @@ TEST_F(ScriptedCommandTest, CountsNoMessageOfTheWrongSize) {
     EXPECT_EQ(5, tryOut(handle));
 }
 
-TEST_F(ScriptedCommandTest, LetsWhoWaitsWait) {
+TEST_F(ScriptedCommandTest, DelaysASynchronousCommand) {
     rule(R"({"command": "TerminatePlay_Sync", "delay_ms": 1500},
             {"command": "Release_Sync", "delay_ms": 100, "answer": false},
             {"command": "CancelScan_Sync", "delay_ms": 10, "send_result": 8})");
@@ -195,7 +195,7 @@ TEST_F(ScriptedCommandTest, LetsWhoWaitsWait) {
     EXPECT_EQ(185, now());
     EXPECT_EQ(kNotNow, exchangeResult(command_id::kTerminatePlay_Sync, handle));
     EXPECT_EQ(1685, now());
-    // What came meanwhile was delivered before the answer.
+    // Events of that time were delivered before the answer.
     std::vector<int> arrived;
     while (const std::optional<Event> event = listener().next(std::chrono::milliseconds{0})) {
         arrived.push_back(event->id);
@@ -210,7 +210,7 @@ TEST_F(ScriptedCommandTest, LetsWhoWaitsWait) {
     EXPECT_EQ(1795, now());
 }
 
-TEST_F(ScriptedCommandTest, LetsTheThreadThatDeliversWait) {
+TEST_F(ScriptedCommandTest, DelaysTheDeliveringThread) {
     rule(R"({"command": "TerminatePlay_Sync", "delay_ms": 100})");
     const int handle = openSession();
     int answer = 77;
@@ -221,7 +221,8 @@ TEST_F(ScriptedCommandTest, LetsTheThreadThatDeliversWait) {
     });
     const auto begun = std::chrono::steady_clock::now();
     EXPECT_EQ(0, send(command_id::kStartScan, handle));
-    // The scan continues while the callback waits, and its events come when the callback is over.
+    // The scan continues while the callback waits, and its events are delivered when the callback
+    // has returned.
     EXPECT_EQ(165, await(event_id::kStartScanReply).moment);
     EXPECT_EQ(kNotNow, answer);
     EXPECT_EQ(13U, countOf(until(165), event_id::kScanNotify));
@@ -229,8 +230,8 @@ TEST_F(ScriptedCommandTest, LetsTheThreadThatDeliversWait) {
         << "it waits for itself";
 }
 
-TEST_F(ScriptedCommandTest, LetsWhoWaitsWaitInItsOwnTime) {
-    simulator::Options fast = options(); // a hundred times as fast as in life
+TEST_F(ScriptedCommandTest, DelaysASynchronousCommandInScaledTime) {
+    simulator::Options fast = options(); // a hundred times as fast as in reality
     fast.script = scriptOf(R"({"version": 1, "commands": [
         {"command": "TerminatePlay_Sync", "delay_ms": 5000}]})");
     start(std::move(fast));
@@ -240,7 +241,7 @@ TEST_F(ScriptedCommandTest, LetsWhoWaitsWaitInItsOwnTime) {
     EXPECT_LE(std::chrono::milliseconds{50}, std::chrono::steady_clock::now() - begun);
 }
 
-TEST_F(ScriptedCommandTest, AnswersAsThingsAreWhenTheWaitEnds) {
+TEST_F(ScriptedCommandTest, AnswersByTheStateAtTheEndOfTheDelay) {
     follow(R"({"version": 1,
                "commands": [{"command": "TerminatePlay_Sync", "delay_ms": 100}],
                "events": [{"at_ms": 70, "event": "CaInfoNotify"}]})");

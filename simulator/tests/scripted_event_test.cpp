@@ -100,7 +100,7 @@ TEST_F(ScriptedEventTest, ComesAlsoAfterACommandThatIsRefused) {
     EXPECT_EQ(0, awaitCaStatus(0, 0));
 }
 
-TEST_F(ScriptedEventTest, NamesTheSessionThatItIsTold) {
+TEST_F(ScriptedEventTest, NamesTheGivenSession) {
     sendEvents(
         R"({"at_ms": 100, "event": "CaInfoNotify", "fields": {"handle": 9}},
            {"at_ms": 101, "event": "CapStatusNotify", "bytes": {"hex": "0708"}},
@@ -155,7 +155,7 @@ TEST_F(ScriptedEventTest, CommandsGoUnansweredFromTheOneThatStops) {
     TS_COMMON_SYNC_REPLY reply{};
     EXPECT_EQ(1, exchangeInto(reply, command_id::kRelease_Sync,
                               TS_HANDLE_REQ{static_cast<uint16_t>(handle)}));
-    // Neither what was under way nor anything new; then nothing is left to be done.
+    // Neither what had begun nor anything new is sent; then no work is left.
     EXPECT_TRUE(until(100000).empty());
     EXPECT_FALSE(service().advance());
 }
@@ -197,7 +197,7 @@ TEST_F(ScriptedEventTest, StopsAtATime) {
     EXPECT_FALSE(service().advance());
 }
 
-TEST_F(ScriptedEventTest, StopsWhileSomebodyWaits) {
+TEST_F(ScriptedEventTest, StopsWhileASynchronousCommandWaits) {
     follow(R"({"version": 1, "stop": {"at_ms": 200},
                "commands": [{"command": "Release_Sync", "delay_ms": 1000}]})");
     const int handle = openSession();
@@ -206,10 +206,10 @@ TEST_F(ScriptedEventTest, StopsWhileSomebodyWaits) {
     EXPECT_EQ(1, exchangeInto(reply, command_id::kRelease_Sync, request));
     EXPECT_EQ(1060, now());
     EXPECT_EQ(1, exchangeInto(reply, command_id::kRelease_Sync, request));
-    EXPECT_EQ(1060, now()) << "what has stopped keeps nobody waiting";
+    EXPECT_EQ(1060, now()) << "a stopped service does not delay a command";
 }
 
-TEST_F(ScriptedEventTest, IsNeitherSentNorModifiedOnceItStopped) {
+TEST_F(ScriptedEventTest, IsNeitherSentNorModifiedAfterTheStop) {
     follow(R"({"version": 1, "stop": {"from": "ControlLNA", "send_result": 2},
                "commands": [{"command": "ControlLNA", "send_result": 3}],
                "events": [{"after": "ControlLNA", "event": "CaInfoNotify"},

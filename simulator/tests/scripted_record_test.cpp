@@ -24,7 +24,7 @@ protected:
     }
 };
 
-TEST_F(ScriptedRecordTest, HasNumbersOfItsOwn) {
+TEST_F(ScriptedRecordTest, CanHaveOtherNumbers) {
     modify(R"({"event": "ControlLNAReply", "nth": 1, "fields": {"result": -2, "handle": 515}},
             {"event": "ControlLNAReply", "nth": 2, "fields": {"result": 2147483647}})");
     openSession();
@@ -33,7 +33,7 @@ TEST_F(ScriptedRecordTest, HasNumbersOfItsOwn) {
     EXPECT_EQ((Bytes{1, 0, 0, 0, 0, 0, 0, 0}), reply());
 }
 
-TEST_F(ScriptedRecordTest, HasTextsOfItsOwn) {
+TEST_F(ScriptedRecordTest, CanHaveOtherTexts) {
     modify(R"({"event": "NetworkInfoNotify",
              "fields": {"network.ts_name": "Oculto", "network.ts_name_size": 65535,
                         "network.partialsvc[7]": 258, "physical_channel": 4294967295}},
@@ -53,7 +53,7 @@ TEST_F(ScriptedRecordTest, HasTextsOfItsOwn) {
     EXPECT_EQ(255, services.svc_cnt);
 }
 
-TEST_F(ScriptedRecordTest, HasBytesAndUtf16TextsOfItsOwn) {
+TEST_F(ScriptedRecordTest, CanHaveOtherBytesAndUtf16Texts) {
     follow(R"({"version": 1, "events": [
         {"at_ms": 100, "event": "ReceiveEpgInfoNotify",
          "fields": {"after[7].name": "aé😀", "after[7].start_time.mil_sec": 999,
@@ -75,7 +75,7 @@ TEST_F(ScriptedRecordTest, HasBytesAndUtf16TextsOfItsOwn) {
     EXPECT_STREQ("x", nvram.ts_name);
 }
 
-TEST_F(ScriptedRecordTest, HasBytesOverItsFields) {
+TEST_F(ScriptedRecordTest, CanHaveBytesThatReplaceFields) {
     modify(R"({"event": "ControlLNAReply", "nth": 1, "bytes": {"hex": "aabb"}},
             {"event": "ControlLNAReply", "nth": 2, "fields": {"result": 1},
              "bytes": {"offset": 5, "hex": "cc"}},
@@ -127,13 +127,13 @@ TEST_F(ScriptedRecordTest, FollowsTheFirstRuleThatFits) {
     EXPECT_EQ(2U, reply().size());
 }
 
-TEST_F(ScriptedRecordTest, IsNoEventOfTheScriptsOwn) {
+TEST_F(ScriptedRecordTest, DoesNotApplyToEventsThatTheScriptSends) {
     follow(R"({"version": 1,
                "events": [{"after": "Create", "delay_ms": 60, "event": "ControlLNAReply"}],
                "records": [{"event": "ControlLNAReply", "nth": 1, "size": 2}]})");
     openSession();
     EXPECT_EQ(8U, await(event_id::kControlLNAReply).event.bytes.size());
-    EXPECT_EQ((Bytes{1, 0}), reply()) << "it is the first of the service's";
+    EXPECT_EQ((Bytes{1, 0}), reply()) << "it is the first that the service sends";
 }
 
 } // namespace

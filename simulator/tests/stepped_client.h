@@ -14,7 +14,7 @@ struct TimedEvent {
     Event event;
 };
 
-/// The simulator of SimulatorTest in stepped time, as fast as in life.
+/// The simulator of SimulatorTest in stepped time, as fast as in reality.
 class SteppedTest : public SimulatorTest {
 protected:
     void SetUp() override;
@@ -37,7 +37,7 @@ protected:
     /// came meanwhile.
     std::vector<TimedEvent> until(int64_t moment);
 
-    /// Sends a synchronous command; what sendEventToServer returned.
+    /// Sends a synchronous command; returns what sendEventToServer returned.
     template <class Reply, class Record>
     int exchangeInto(Reply& reply, int command_id, Record record) {
         int size = 0;
@@ -54,7 +54,7 @@ private:
     void collect(std::vector<TimedEvent>& events);
 
     std::shared_ptr<simulator::Simulator> service_;
-    std::vector<TimedEvent> arrived_; ///< and not yet asked for
+    std::vector<TimedEvent> arrived_; ///< and not yet taken
 };
 
 /// How many of the events are of this kind.

@@ -8,7 +8,7 @@
 #include <ctime>
 #include <optional>
 
-/// The moment of an XMLTV time, which has to be a right one.
+/// The moment of an XMLTV time, which must be valid.
 inline std::time_t timeOf(const char* text) {
     const std::optional<simulator::XmltvTime> time = simulator::parseXmltvTime(text);
     EXPECT_TRUE(time.has_value()) << text;

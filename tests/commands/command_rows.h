@@ -1,5 +1,5 @@
-// Commands as rows of tables: a call, its own lines and the record, put into the lines that every
-// command writes.
+// Commands as rows of tables: a call, its own lines and the record, inserted into the lines that
+// every command writes.
 #pragma once
 
 #include "commands/command_test.h"
@@ -16,7 +16,7 @@ const std::string param_ng = "BG_TE_DTVSVLIB_RESULT.DTVSVLIB_RESULT_PARAM_NG";
 using Texts = std::vector<std::string>;
 
 /// A command that was sent: `start` and `sends` are its own lines' messages, `sent` is what the
-/// send returned and `code` what getRetCode made of it.
+/// send returned and `code` what getRetCode derived from it.
 inline std::string sentTrace(const std::string& function, const std::string& start,
                              const Texts& sends, const std::string& code, const std::string& sent) {
     std::string lines = "START |" + start + "\n";
@@ -63,7 +63,7 @@ struct Refused {
     std::vector<int> arguments;
     const char* function;
     const char* start;
-    const char* refusal; ///< the message of the line that says why
+    const char* refusal; ///< the message of the line that gives the reason
 };
 
 class Commands : public CommandTest {

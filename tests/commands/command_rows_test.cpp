@@ -1,4 +1,4 @@
-// What is asked of every row of a family's table of commands.
+// The tests of every row of a family's table of commands.
 #include "commands/command_rows.h"
 
 namespace commands {

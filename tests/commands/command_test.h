@@ -18,11 +18,11 @@ class CommandTest : public testing::Test {
 protected:
     void SetUp() override;
 
-    /// Calls a native method (its name without "DtvSvLib_") and gives what it answered as a tree,
+    /// Calls a native method (its name without "DtvSvLib_") and returns its answer as a tree,
     /// without the result enumeration's name. A command holds at most 16 references at once, and
     /// releases what it takes from strings and arrays.
     std::string run(const std::string& name, const std::vector<harness::Value>& arguments);
-    /// The same for a method whose descriptor the VM cannot be asked for.
+    /// The same for a method whose descriptor cannot be found by reflection.
     std::string run(const std::string& name, const std::string& descriptor,
                     const std::vector<harness::Value>& arguments);
 

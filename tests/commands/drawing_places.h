@@ -8,7 +8,7 @@
 
 namespace commands {
 
-/// A native drawing surface that the test holds one reference to, and the Java object before it.
+/// A native drawing surface that the test holds one reference to, and the Java object for it.
 class NativeSurface {
 public:
     NativeSurface();

@@ -1,4 +1,4 @@
-// Native objects that say when they end.
+// Native objects that report when they are destroyed.
 #pragma once
 
 #include "harness/sequence.h"
@@ -11,8 +11,8 @@
 
 namespace commands {
 
-/// A native surface without a reference: it ends with the last one that is taken and dropped, and
-/// says so in the sequence ("gone video").
+/// A native surface without a reference: it is destroyed with the last one that is taken and
+/// dropped, which adds a step to the sequence ("gone video").
 class WatchedSurface : public android::Surface {
 public:
     WatchedSurface(harness::Sequence& to, std::string its_name)
@@ -29,7 +29,7 @@ private:
     std::string name;
 };
 
-/// The same of the other kind of reference that travels in a references.
+/// The same of the other kind of reference that is sent in a TS_DTVSV_SP.
 class WatchedObject : public android::BBinder {
 public:
     WatchedObject(harness::Sequence& to, std::string its_name)

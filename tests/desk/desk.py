@@ -1,4 +1,4 @@
-"""What the tests of the desk have in common: how its program is started, and how a line is measured."""
+"""What the tests of the desk share: how its program is started, and how a line is measured."""
 import os
 import pathlib
 import subprocess
@@ -33,7 +33,7 @@ def width(line):
 
 
 class DeskTest(unittest.TestCase):
-    """A test with a folder of its own that goes with it."""
+    """A test with a folder of its own, which is removed after it."""
     maxDiff = 4000
 
     def setUp(self):

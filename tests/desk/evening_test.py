@@ -1,4 +1,4 @@
-"""The evening as a person and a script see it: its text, its figures, its trace, its exit status."""
+"""The evening as a person or a script uses it: its text, figures, trace and exit status."""
 import json
 import re
 import subprocess
@@ -28,7 +28,7 @@ RECEIVED = CALLBACKS - len(NEVER_CALLED)
 TITLES = ["Switching on", "Tuning", "Watching", "Planes", "Captions", "Sound", "Signal",
           "Data broadcasting", "Recording", "Playback", "Two sessions at once", "Switching off",
           "What the evening did"]
-# The name by which a native's first trace line calls it.
+# The name of a native in its first trace line.
 NATIVE_LINE = re.compile(r"^,TENRIK,desk    ,FUNCSTART,(dtvSvLib\w+)\(\),", re.MULTILINE)
 
 
@@ -65,15 +65,15 @@ class Evening(DeskTest):
             self.assertIn(f"> {what}\n  ! refused: {how}\n", run.stdout)
         self.assertEqual(["Everything was answered as it should be.", ""], lines[-2:])
 
-    def test_tells_what_a_viewer_wants_to_know(self):
+    def test_shows_what_a_viewer_wants_to_know(self):
         text = self.evening("--seed", 3).stdout
-        for told in ["> Select 32  Rede Brasil\n  < receiving channel 32, service 0\n",
+        for part in ["> Select 32  Rede Brasil\n  < receiving channel 32, service 0\n",
                      "    now       ", "    next      ", "looking at channel 33",
                      "> Change their language\n  < language 2\n", "  < bad\n", "  < good again\n",
                      "> Keep it as \"Programa gravado 録画\"\n  < programme 1\n",
                      "    a damaged place, error 1\n", "  < the end is reached\n",
                      "  < session 1 receives channel 14\n  < session 2 receives channel 51\n"]:
-            self.assertIn(told, text)
+            self.assertIn(part, text)
 
     def test_draws_on_a_terminal(self):
         run = self.evening("--terminal")
@@ -84,13 +84,13 @@ class Evening(DeskTest):
         self.assertEqual(50, len(bars))
         self.assertIn("\r    [....................", bars[0])
 
-    def test_quiet_is_the_table_alone(self):
+    def test_quiet_prints_only_the_table(self):
         run = self.evening("--quiet")
         self.assertEqual(0, run.returncode, run.stderr)
         self.assertTrue(run.stdout.startswith("\n== What the evening did\nnatives called "))
         self.assertNotIn("> Create a session", run.stdout)
 
-    def test_json_is_an_object_alone(self):
+    def test_json_prints_only_an_object(self):
         run = self.evening("--json", "--seed", 5)
         self.assertEqual(0, run.returncode, run.stderr)
         figures = json.loads(run.stdout)
@@ -120,12 +120,12 @@ class Evening(DeskTest):
     def test_trace_has_every_native_and_the_copies_of_its_errors(self):
         text, trace = self.traced(9)
         self.assertEqual(NATIVES, len(set(NATIVE_LINE.findall(trace))))
-        # The bridge's copies on standard output: ERROR lines of another layout, also the last ones.
+        # The bridge's copies on standard output: ERROR lines of another layout, to the last one.
         copy = re.compile(r"(?m)^\w+\( *\d+\):<[^>]{8,}>ERROR     \[\w+\(\): *\d+\] ")
         self.assertTrue(copy.search(trace), trace[-1000:])
         self.assertNotIn("ERROR", text)
 
-    def test_errors_of_the_bridge_spoil_nothing(self):
+    def test_errors_of_the_bridge_leave_the_output_valid(self):
         script = self.folder / "script.json"
         script.write_text('{"version": 1, "records": [{"event": "ScanNotify", "size": 3}]}')
         trace = self.folder / "trace"
@@ -133,7 +133,7 @@ class Evening(DeskTest):
         json.loads(run.stdout)
         self.assertIn("ERROR", trace.read_text(encoding="utf-8", errors="surrogateescape"))
 
-    def test_what_goes_wrong_is_told(self):
+    def test_a_failure_is_reported(self):
         script = self.folder / "script.json"
         script.write_text('{"version": 1, "commands": [{"command": "SetCapDisplay", "result": 7}]}')
         run = self.evening("--json", "--script", script)
@@ -187,7 +187,7 @@ class Evening(DeskTest):
             run = self.evening("--city", city, "--quiet")
             self.assertEqual((0, ""), (run.returncode, run.stderr), city)
 
-    def test_what_cannot_start(self):
+    def test_a_start_that_fails(self):
         script = self.folder / "bad.json"
         script.write_text('{\n"version": 1,\n"comands": []}')
         for arguments, reason in [

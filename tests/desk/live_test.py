@@ -28,7 +28,7 @@ class Live(DeskTest):
                 self.assertIn(f"natives called          {NATIVES} of {NATIVES}\n", run.stdout)
                 self.assertIn(f"callbacks received      {CALLBACKS - 2} of {CALLBACKS}, ", run.stdout)
 
-    def test_what_is_no_speed_is_refused(self):
+    def test_an_invalid_speed_is_refused(self):
         for speed in ["0", "-1", "-0.5", "nan", "NaN", "inf", "Infinity", "-Infinity", "1e999",
                       "1e-999", "abc", "10f", "0x10", "1,5", ""]:
             with self.subTest(speed):
@@ -39,19 +39,19 @@ class Live(DeskTest):
                                  f"\"{speed}\" is not a finite number above 0\n"
                                  "Try ./run --help\n", run.stderr)
 
-    def test_a_refusal_is_no_lateness(self):
-        # Results that say "not now", as those of commands that come too late do.
+    def test_a_refusal_is_not_taken_for_a_late_command(self):
+        # Results that mean "not now", as a command that comes too late gets.
         script = self.folder / "script.json"
         script.write_text('{"version": 1, "commands": [{"command": "PausePlay", "result": 1}]}')
         run = self.live("20", more=["--script", script])
         self.assertEqual(1, run.returncode)
         self.assertEqual("run: Pause: the service answered with result 1.\n", run.stderr)
 
-    def test_time_passes_as_fast_as_asked_for(self):
+    def test_time_passes_as_fast_as_requested(self):
         run = self.live("10")
         self.assertEqual((0, ""), (run.returncode, run.stderr))
         taken, clock = re.search(r"time taken +([\d.]+) s, ([\d.]+) s", run.stdout).groups()
-        # The program's own time is on top.
+        # The program's own time is added to it.
         self.assertGreater(float(taken), float(clock) / 10 - 0.2)
         self.assertGreater(float(clock), 40)
 

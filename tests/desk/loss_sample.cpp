@@ -1,10 +1,9 @@
-// Writes log lines and messages through libDtv and ends: what becomes of them is in the files.
+// Writes log lines and messages through libDtv and ends: the files show which of them were kept.
 //
 //     loss_sample THREADS COUNT STATUS
 //
 // Each thread writes COUNT lines "THREAD NUMBER xxxx" and sends as many commands with a record of
-// 100 bytes. A further line is written as a library is unloaded that was loaded after libDtv would
-// be.
+// 100 bytes. One more line is written when the static objects of the program are destroyed.
 #include "dtv/exchange.h"
 
 #include <DtvSvCom.h>

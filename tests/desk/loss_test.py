@@ -35,7 +35,7 @@ class Loss(unittest.TestCase):
                               stderr=subprocess.PIPE, text=True, preexec_fn=confine, timeout=60,
                               check=False)
 
-    def test_nothing_is_said_of_whole_files(self):
+    def test_nothing_is_printed_about_complete_files(self):
         run = self.sample(loss_status=3, DTV_LOG_FILE=self.log, DTV_CAPTURE_FILE=self.capture)
         self.assertEqual((0, ""), (run.returncode, run.stderr))
         self.assertEqual(101, len(self.log.read_bytes().splitlines()))
@@ -48,7 +48,7 @@ class Loss(unittest.TestCase):
                          run.stderr)
         self.assertEqual(3, run.returncode)
 
-    def test_a_log_that_may_not_grow(self):
+    def test_a_log_with_a_size_limit(self):
         for threads in (1, 8):
             with self.subTest(threads):
                 self.log.unlink(missing_ok=True)
@@ -63,10 +63,10 @@ class Loss(unittest.TestCase):
                                  f"{100 * threads + 1} lines", run.stderr.splitlines()[-1])
                 self.assertEqual(2, len(run.stderr.splitlines()), run.stderr)
 
-    def test_a_capture_that_may_not_grow(self):
+    def test_a_capture_with_a_size_limit(self):
         run = self.sample(limit=5000, loss_status=1, DTV_CAPTURE_FILE=self.capture)
         self.assertEqual(1, run.returncode)
-        # Each message has a command of 180 bytes and, for there is no service, an answer of 80.
+        # Each message has a command of 180 bytes and, because there is no service, an answer of 80.
         self.assertEqual(
             f"libDtv: the capture ends, for {self.capture} cannot be written: no room for a whole "
             f"message\nlibDtv: {self.capture}: no room for a whole message; kept 37 of 200 "
@@ -89,7 +89,7 @@ class Loss(unittest.TestCase):
         self.assertEqual((1, "libDtv: the capture file /dev/full is not a regular file\n"),
                          (run.returncode, run.stderr))
 
-    def test_the_status_is_changed_only_when_that_is_wanted(self):
+    def test_the_status_is_changed_only_when_requested(self):
         for wanted in (None, "", "0", "256", "-1", "x", "1x"):
             run = self.sample(loss_status=wanted, DTV_LOG_FILE="/dev/full")
             self.assertEqual(0, run.returncode, wanted)

@@ -1,4 +1,4 @@
-"""Output that cannot be written: the program says so, once, and its exit status does."""
+"""Output that cannot be written: the program reports it once, also by its exit status."""
 import os
 import subprocess
 import unittest
@@ -38,7 +38,7 @@ class Output(DeskTest):
         self.assertEqual(2, status)
         self.assertNotIn("standard output", errors)
 
-    def test_a_reader_that_leaves_ends_the_shell(self):
+    def test_a_reader_that_closes_the_pipe_ends_the_shell(self):
         run = subprocess.Popen(command("shell"), env=environment(), stdin=subprocess.PIPE,
                                stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         self.addCleanup(run.stderr.close)
@@ -48,7 +48,7 @@ class Output(DeskTest):
         run.stdin.flush()
         self.assertEqual(b"    no session is open\n", run.stdout.readline())
         run.stdout.close()
-        # More commands than it may read after that, and no end of them.
+        # More commands than it may read after that, without an end of the input.
         run.stdin.write(b"sessions\n" * 100)
         run.stdin.flush()
         self.assertEqual(1, run.wait(60))

@@ -21,7 +21,7 @@ class Page(unittest.TestCase):
                             ignore=shutil.ignore_patterns("build", ".git", "__pycache__"))
             environ = {name: value for name, value in os.environ.items()
                        if not name.startswith("DTV_")}
-            # One shell, as one types them: what a block sets is known in the next.
+            # One shell for all blocks: a variable that one block sets is used in the next.
             run = subprocess.run(["sh", "-eu", "-c", "\n".join(blocks)], cwd=copy, env=environ,
                                  stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                  stderr=subprocess.STDOUT, text=True, timeout=900, check=False)

@@ -7,8 +7,8 @@ import unittest
 from desk import BUILD, ROOT
 
 TOP = "tenrik.desk"
-# Each package with those that it may use. Of the top package only the command line, Main, knows the
-# commands: they are parts of its own.
+# Each package with those that it may use. Of the top package only the command line, Main, uses the
+# commands, which are its parts.
 MAY_USE = {
     TOP: {f"{TOP}.core"},
     f"{TOP}.core": set(),
@@ -43,11 +43,11 @@ class Packages(unittest.TestCase):
                  for used in IMPORT.findall(source.read_text(encoding="utf-8"))}
         cls.uses = {(user, used) for user, used in uses if used in cls.classes}
 
-    def test_every_class_is_looked_at(self):
+    def test_every_class_is_checked(self):
         self.assertGreater(len(self.sources), 50)
         self.assertEqual(set(MAY_USE), {package(name) for name in self.sources})
         self.assertEqual(set(self.sources), self.classes)
-        # The command line names its commands in an annotation alone.
+        # The command line names its commands only in an annotation.
         self.assertLessEqual({(COMMAND_LINE, f"{TOP}.evening.EveningCommand"),
                               (COMMAND_LINE, f"{TOP}.shell.ShellCommand")}, self.uses)
 
@@ -64,7 +64,7 @@ class Packages(unittest.TestCase):
             if package(user) != package(used):
                 below[package(user)].add(package(used))
         while below:
-            # Packages that use none of the rest are taken away, until none is left.
+            # Packages that use none of the rest are removed, until none is left.
             lowest = {name for name in set(below) | set().union(*below.values())
                       if not below.get(name)}
             self.assertTrue(lowest, f"these use each other: {dict(below)}")

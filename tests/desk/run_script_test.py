@@ -1,5 +1,5 @@
-"""The script ./run: what it refuses, what becomes of files that cannot be written, what it leaves on
-the disk, and builds at the same time."""
+"""The script ./run: what it refuses, what it does when files cannot be written, what remains on the
+disk, and builds at the same time."""
 import os
 import pathlib
 import re
@@ -30,7 +30,7 @@ class Arguments(DeskTest):
                               preexec_fn=confine, check=False,
                               **{"stdout": subprocess.PIPE, **more})
 
-    def test_what_is_wrong_is_refused_in_one_line(self):
+    def test_invalid_arguments_are_refused_in_one_line(self):
         log = self.folder / "log"
         for arguments, reason in [
                 (["--capture", "/dev/full"],
@@ -61,7 +61,7 @@ class Arguments(DeskTest):
                          r"libDtv: /dev/full: No space left on device; kept 0 of \d{4} lines\n\Z")
         self.assertIn("Everything was answered as it should be.", run.stdout)
 
-    def test_files_that_may_not_grow(self):
+    def test_files_with_a_size_limit(self):
         trace, capture = self.folder / "trace", self.folder / "capture"
         run = self.run_script("--quiet", "--trace", trace, "--capture", capture, limit=100 * 1024)
         self.assertEqual(1, run.returncode)
@@ -80,7 +80,7 @@ class Arguments(DeskTest):
         self.assertEqual(1, shown.returncode)
         self.assertEqual(f"{kept[1]} messages", shown.stdout.splitlines()[-1])
 
-    def test_whole_files_are_no_failure(self):
+    def test_complete_files_are_no_failure(self):
         run = self.run_script("--quiet", "--trace", self.folder / "trace", "--capture",
                               self.folder / "capture")
         self.assertEqual((0, ""), (run.returncode, run.stderr))
@@ -133,7 +133,7 @@ class Ending(DeskTest):
         self.assertTrue(largest, flags)
         self.assertLessEqual(int(largest[1]), 256 * 1024 * 1024)
 
-    def test_ctrl_c_abandons_the_line_alone(self):
+    def test_ctrl_c_abandons_only_the_line(self):
         shell, _ = self.start()
         shell.send("exi\x03")
         shell.expect("desk> ")
@@ -151,7 +151,7 @@ class Ending(DeskTest):
                 shell.kill(number)
                 shell.expect(pexpect.EOF)
                 shell.close()
-                # The script and the VM are one process, so nothing is left that runs.
+                # The script and the VM are one process, so no process remains.
                 self.assertFalse(shell.isalive())
                 self.assertEqual([], list(temporary.iterdir()))
                 self.assertEqual([], list(pathlib.Path("/tmp").glob(f"hsperfdata_*/{shell.pid}")))
@@ -169,7 +169,7 @@ class Ending(DeskTest):
 
 
 class Building(DeskTest):
-    """With a cmake of the test's own, which takes two seconds and builds a program that shows."""
+    """With a cmake of the test's own, which takes two seconds and builds a program for `show`."""
     CMAKE = """#!/bin/sh
 [ "$1" = --build ] || exit 0
 echo begin >>"$CMAKE_RECORD"
@@ -208,7 +208,7 @@ echo end >>"$CMAKE_RECORD"
         self.assertEqual(["", f"run: waiting for another run that builds in {self.sources}"
                           "/build/run\n"], sorted(errors for _, errors, _ in ended))
 
-    def test_a_build_that_was_killed_holds_nothing_up(self):
+    def test_a_killed_build_does_not_block_the_next_one(self):
         run = self.start(start_new_session=True)
         while not self.record.exists():
             time.sleep(0.05)

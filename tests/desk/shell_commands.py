@@ -4,7 +4,7 @@ from shell_driver import Terminal
 
 
 class Commands(Terminal):
-    """What is done with a receiver."""
+    """The commands for a receiver."""
 
     def test_two_sessions_receive_different_stations(self):
         self.start()
@@ -165,7 +165,7 @@ class Commands(Terminal):
                 ' [1, 256]}', "nvram_data: 256 is no byte")
         self.do('send BMLReadNvramReply . {"bml_end_type": 0, "ts_name": "x", "nvram_data":'
                 ' "0g"}', "neither a list of bytes")
-        # Good arguments, but nobody has asked for it.
+        # Good arguments, but no request is open.
         self.do('send BMLReadNvramReply . {"bml_end_type": 0, "ts_name": "x", "nvram_data":'
                 ' "01ff"}', "BMLReadNvramReply returned DTVSVLIB_RESULT_NG")
         self.do("send Release_Sync .", "Release_Sync returned", "return_value=0")
@@ -179,7 +179,7 @@ class Commands(Terminal):
         self.enter("signal lna 16")
         self.expect("FUNCSTART,dtvSvLibControlLNA()")
         self.expect("FUNCEND  ,dtvSvLibControlLNA()")
-        # The end of the event's way up.
+        # The last call of the event's path to Java.
         self.expect("CallMethod, CallStaticMethod")
         self.do("trace off")
         self.do("signal lna 17", "< set")

@@ -1,4 +1,4 @@
-"""Starts the remote control for its tests, and types at it."""
+"""Starts the remote control for its tests, and types lines into it."""
 
 import re
 import tempfile
@@ -15,8 +15,8 @@ TAB = "\t"
 CTRL_C = "\x03"
 CTRL_D = "\x04"
 CTRL_U = "\x15"
-# What a terminal is told when a line begins to be edited and when it has been taken. The prompt is
-# drawn again for every event, but only after this it is a new one.
+# The terminal sequences at the start of the editing of a line and at its end. The prompt is drawn
+# again for every event; only after the first sequence it is a new one.
 PROMPT = r"\x1b\[\?1h\x1b=desk( \d+)?> "
 TAKEN = "\x1b[?1l\x1b>"
 # Moves of the cursor, colours and the like.
@@ -43,7 +43,7 @@ class Terminal(ShellTest):
     """The shell on a terminal."""
 
     def start(self, *options):
-        """Starts it, and waits until it can be typed at."""
+        """Starts it, and waits until it takes input."""
         self.output = tempfile.TemporaryFile("w+", encoding="utf-8", dir=self.folder)
         self.addCleanup(self.output.close)
         arguments = self.command("--history", self.history, *options)

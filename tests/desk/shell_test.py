@@ -124,7 +124,7 @@ class Editing(Terminal):
         self.assertNotIn("network   1633", self.printed())
         self.leave()
 
-    def test_what_is_wrong_is_said(self):
+    def test_mistakes_are_reported(self):
         self.start()
         self.do("sing", '! sing: no such command. "help" shows them.')
         self.do("select", "! select: Missing required parameter: 'CHANNEL'.")
@@ -228,7 +228,7 @@ class Pipe(ShellTest):
         self.assertNotIn("\r", run.stdout)
         self.assertEqual([line for line in run.stdout.splitlines() if width(line) > WIDTH], [])
 
-    def test_it_goes_on_after_a_failure_and_tells_it_at_the_end(self):
+    def test_it_continues_after_a_failure_and_reports_it_at_the_end(self):
         run = self.run_lines("create", "select 63", "select 14")
         self.assertEqual(run.stderr, "")
         self.assertEqual(run.returncode, 1)
@@ -252,7 +252,7 @@ class Pipe(ShellTest):
         self.addCleanup(shell.kill)
         shell.stdin.write("trace on\nsessions\n")
         shell.stdin.flush()
-        # Following has begun.
+        # The trace is being followed.
         self.assertEqual(shell.stdout.readline(), "    no session is open\n")
         with open(self.trace, "a", encoding="utf-8") as file:
             file.write("x" * 70000)
@@ -268,7 +268,7 @@ class Pipe(ShellTest):
         self.assertEqual(run.returncode, 1)
         self.assertIn("! sing: no such command", run.stdout)
 
-    def test_a_refusal_that_is_asked_for_is_none(self):
+    def test_a_refusal_of_send_is_no_failure(self):
         run = self.run_lines("send Create 5 100", "exit", "sing")
         self.assertEqual(run.returncode, 0)
         self.assertIn("Create returned DTVSVLIB_RESULT_PARAM_NG", run.stdout)

@@ -48,7 +48,7 @@ class Arguments(unittest.TestCase):
         for abi in ABIS:
             self.assertEqual(f"same_evening {abi}", stages[abi][-1])
 
-    def test_options_count_wherever_they_stand(self):
+    def test_options_are_accepted_in_any_position(self):
         for arguments in (["--only", "gcc", "-R", "sync"], ["-R", "sync", "--only", "gcc"],
                           ["-R", "--only", "gcc", "sync"], ["--only=gcc", "-R", "sync"]):
             with self.subTest(arguments):
@@ -56,7 +56,7 @@ class Arguments(unittest.TestCase):
                 self.assertEqual(["format", "gcc"], list(stages))
                 self.assertEqual({"gcc": "-R sync"}, self.given_to_ctest(stages))
 
-    def test_builds_and_architectures_are_gathered(self):
+    def test_builds_and_architectures_are_collected(self):
         stages = self.plan("-R", "x", "--abi", "armhf", "--only", "clang", "--only", "gcc",
                            "--only", "clang")
         self.assertEqual(["format", "clang", "gcc", "armhf"], list(stages))
@@ -66,7 +66,7 @@ class Arguments(unittest.TestCase):
         self.assertEqual(["format", "gcc-thread", "coverage"],
                          list(self.plan("--only", "gcc-thread", "--only", "coverage")))
 
-    def test_the_rest_goes_to_ctest_as_it_is(self):
+    def test_other_arguments_are_passed_to_ctest_unchanged(self):
         stages = self.plan("-R", "two words", "--repeat", "until-fail:3", "--only", "gcc", "-V")
         self.assertEqual("-R 'two words' --repeat until-fail:3 -V", self.given_to_ctest(stages)["gcc"])
         stages = self.plan("--only", "gcc", "--", "--only", "clang", "--help")
@@ -86,7 +86,7 @@ class Arguments(unittest.TestCase):
         stages = self.plan("--all-files", "--lint", "--jobs", "3")
         self.assertEqual("run_clang_tidy build/lint 3 yes", stages["clang-tidy"][-1])
 
-    def test_lint_sees_headers_through_sources(self):
+    def test_lint_checks_headers_through_sources(self):
         def sources_of(*files):
             shown = subprocess.run(["sh", "-eu", "-c", '. tools/lint.sh; sources_of "$@"', "sh",
                                     *files], cwd=ROOT, capture_output=True, text=True, timeout=60,
@@ -101,7 +101,7 @@ class Arguments(unittest.TestCase):
         self.assertEqual(([], "test: no source includes desk/show/none.h: clang-tidy does not see "
                           "it\n"), sources_of("desk/show/none.h"))
 
-    def test_what_is_wrong_is_refused_in_one_line(self):
+    def test_invalid_arguments_are_refused_in_one_line(self):
         builds = " ".join([*BUILDS, "coverage"])
         for arguments, reason in [
                 (["--only", "gc"], f"--only gc: it is one of {builds}"),

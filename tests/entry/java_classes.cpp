@@ -1,5 +1,5 @@
 // The classes of the Java side that the bridge addresses, in the order of their ids. Written out in
-// full and shared with nobody, so that a row that changes in the bridge is found.
+// full and not shared with the bridge, so that a row that changes there is found.
 #include "entry/java_tables.h"
 
 namespace expected {

@@ -1,6 +1,6 @@
 // The callbacks and constructors of the Java side that the bridge calls, in the order of their ids:
-// method id, class id, attribute, name and descriptor. Written out in full and shared with nobody,
-// so that a row that changes in the bridge is found.
+// method id, class id, attribute, name and descriptor. Written out in full and not shared with the
+// bridge, so that a row that changes there is found.
 #include "entry/java_tables.h"
 
 namespace expected {

@@ -1,5 +1,5 @@
 // The native methods of DtvServerProxy in the order in which they are registered. Written out in
-// full and shared with nobody, so that a row that changes in the bridge is found.
+// full and not shared with the bridge, so that a row that changes there is found.
 #include "entry/java_tables.h"
 
 namespace expected {

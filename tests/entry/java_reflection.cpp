@@ -13,7 +13,7 @@ jmethodID methodOf(jclass of, const char* name, const char* signature) {
     return id;
 }
 
-/// Each call is followed by the question whether it threw, which -Xcheck:jni asks for.
+/// After each call ExceptionCheck is called, which -Xcheck:jni requires.
 template <typename Result>
 Result checked(Result result) {
     EXPECT_FALSE(env()->ExceptionCheck()) << takeException();

@@ -8,7 +8,7 @@
 
 namespace expected {
 
-/// How many there are of each. Tables.AreWhole holds the tables against these numbers; the other
+/// How many there are of each. Tables.AreWhole compares the tables with these numbers; the other
 /// tests take them from here.
 constexpr int classCount = 139;
 constexpr int methodCount = 219;

@@ -19,7 +19,7 @@ TEST(LackingNative, RefusesTheLoadAndLeavesNoneBound) {
     ASSERT_TRUE(lacking_first);
     auto log = LogRecorder::install();
     const std::string refusal = Product::load();
-    // What names the method is the VM's own.
+    // The part that names the method differs between VMs.
     EXPECT_THAT(refusal, HasSubstr("java.lang.NoSuchMethodError"));
     EXPECT_THAT(refusal, HasSubstr("DtvSvLib_StartScan"));
     EXPECT_TRACE(log->take(), R"(

@@ -1,4 +1,5 @@
-// Loads that miss something: refused ones, and those that go on without a part of the Java side.
+// Loads in which something is missing: refused ones, and those that continue without a part of the
+// Java side.
 #include "entry/java_tables.h"
 #include "entry/vm_probes.h"
 
@@ -16,7 +17,7 @@ int deliverCreateReply() {
     return dtv::deliverEvent(0x1000004f, record, 8);
 }
 
-/// The lines that say that something could not be looked up.
+/// The lines that report that something could not be looked up.
 std::vector<std::string> failures(const std::vector<TraceLine>& lines) {
     std::vector<std::string> found;
     for (const TraceLine& line : lines) {
@@ -64,7 +65,7 @@ TEST(RefusedLoad, WithoutTheProxy) {
         Dtv_jni|256|5|FUNCEND  |JNI_OnLoad|
     )");
     EXPECT_EQ(deliverCreateReply(), dtv::noListener);
-    EXPECT_EQ(StrictJni::calls("FindClass"), 1) << "the class to take natives back from alone";
+    EXPECT_EQ(StrictJni::calls("FindClass"), 1) << "only the class whose natives are unregistered";
     EXPECT_EQ(StrictJni::globalsMade(), 0);
 }
 
@@ -102,8 +103,7 @@ TEST(PartialLoad, WithoutOneEventClass) {
     EXPECT_EQ(count(lines, "setJavaMethod"), 220);
     EXPECT_EQ(lines.back().literal(), "Dtv_jni|256|5|FUNCEND  |JNI_OnLoad|");
     EXPECT_EQ(StrictJni::calls("FindClass"), expected::classCount);
-    EXPECT_EQ(StrictJni::calls("GetMethodID"), 135)
-        << "nothing is asked of a class that is missing";
+    EXPECT_EQ(StrictJni::calls("GetMethodID"), 135) << "nothing is looked up in a missing class";
     EXPECT_EQ(StrictJni::calls("GetStaticMethodID"), expected::callbackCount);
     EXPECT_EQ(StrictJni::globalsMade(), expected::classCount - 1);
     EXPECT_EQ(StrictJni::liveLocals(), 0);

@@ -137,7 +137,7 @@ TEST(Load, WritesItsLinesInOrder) {
     wanted += "Dtv_jni|256|5|FUNCEND  |JNI_OnLoad|\n";
     EXPECT_TRACE(lines, wanted);
     ASSERT_EQ(lines.size(), 6U + 2 * expected::classes.size() + expected::methods.size() + 1);
-    // The values of the lines that only this thread knows.
+    // The values in the lines that only this thread can determine.
     char own[48];
     std::snprintf(own, sizeof own, "threadid = %x", static_cast<unsigned>(pthread_self()));
     EXPECT_EQ(lines[1].message, "pid = " + std::to_string(getpid()) + ", " + own);
@@ -149,7 +149,7 @@ TEST(Load, WritesItsLinesInOrder) {
     EXPECT_EQ(lines[1].format, ",TENRIK,%-8s,%s,%s(),%4d,pid = %d, threadid = %x");
 }
 
-TEST(Load, LooksUpEachRowOnceAndLeavesNothingBehind) {
+TEST(Load, LooksUpEachRowOnceAndKeepsNoLocalReference) {
     ASSERT_EQ(Product::load(), "");
     EXPECT_EQ(StrictJni::calls("FindClass"), expected::classCount);
     EXPECT_EQ(StrictJni::calls("GetStaticMethodID"), expected::callbackCount);

@@ -1,5 +1,5 @@
-// A process that loads the bridge, delivers events on the threads that it is told, and ends in the
-// way that it is told, with exit code 37.
+// A process that loads the bridge, delivers events on the given threads, and ends in the given way,
+// with exit code 37.
 //
 //     process_end_child <load> <events> <end>
 #include "harness/harness.h"
@@ -51,7 +51,7 @@ void systemExit() {
     callStatic("java/lang/System", "exit", "(I)V", exitCode);
 }
 
-/// Never joined: it lives until the process is gone.
+/// Never joined: it runs until the process has ended.
 void forever(void (*work)()) {
     std::thread([work] {
         for (;;) {
@@ -78,8 +78,8 @@ void deliverOn(const std::string& where) {
         need(dtv::waitUntilDelivered(std::chrono::seconds(20)), "an event did not arrive");
     }
     if (flood) {
-        // Both threads have their slots by now: those who ask for their first at once may share
-        // one.
+        // Both threads already have their slots: threads that request their first slot at the same
+        // time may get the same one.
         forever(&postCreateReply);
         foreign().start([] {
             for (;;) {
@@ -129,7 +129,7 @@ int main(int argc, char** argv) {
     need(argc == 4, "three arguments are needed");
     // An emulator would name it after itself.
     pthread_setname_np(pthread_self(), "process_end_chi");
-    alarm(60); // who hangs is killed, and that is no exit code
+    alarm(60); // a process that hangs is killed, which is seen as a signal
     std::string load = argv[1];
     VirtualMachine::instance();
     if (load == "loaded") {

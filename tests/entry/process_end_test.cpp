@@ -1,5 +1,5 @@
-// However the process ends, the bridge ends with it quietly: the exit code is the program's own,
-// and the listener's destructor writes its lines.
+// In whatever way the process ends, the bridge causes no failure: the exit code is the program's
+// own, and the listener's destructor writes its lines.
 #include "harness/log_recorder.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +30,7 @@ std::string contents(const std::string& path) {
     return text.str();
 }
 
-/// The part of a log line behind its task.
+/// The part of a log line after its task.
 std::string traceOf(const std::string& text) {
     dtv::LogLine line = {2, 5, "", 0, "", text.c_str()};
     harness::TraceLine parsed = harness::parseTrace(line);
@@ -88,7 +88,7 @@ Ended run(const char* load, const char* events, const char* end) {
     return ended;
 }
 
-/// What was written behind the load and the events.
+/// What was written after the load and the events.
 std::vector<std::string> lastLines(const std::vector<std::string>& trace) {
     size_t begin = 0;
     for (size_t i = 0; i < trace.size(); ++i) {

@@ -36,7 +36,7 @@ jint JNICALL keepRegistration(JNIEnv* env, jclass of, const JNINativeMethod* met
     return register_natives(env, of, methods, count);
 }
 
-/// The table that all environments share; the harness has made it its own before.
+/// The table that all environments share; the harness has already written its functions into it.
 JNINativeInterface_& table() {
     return const_cast<JNINativeInterface_&>(*env()->functions);
 }

@@ -1,5 +1,4 @@
-// Looks over the shoulder of a load: what is registered with the VM, and which version of JNI is
-// asked for.
+// Observes a load: what is registered with the VM, and which version of JNI is requested.
 #pragma once
 
 #include <jni.h>
@@ -9,7 +8,7 @@
 
 namespace harness {
 
-/// One registration of native methods, as RegisterNatives was told.
+/// One registration of native methods, as it was given to RegisterNatives.
 struct Registration {
     std::string class_name; ///< with dots
     std::vector<std::string> names;
@@ -20,8 +19,8 @@ struct Registration {
 /// While it lives, every RegisterNatives on a class of the receiver's is kept.
 class RegistrationRecorder {
 public:
-    /// With `refuse`, such a RegisterNatives takes nothing, throws a NoSuchMethodError and returns
-    /// JNI_ERR.
+    /// With `refuse`, such a RegisterNatives registers nothing, throws a NoSuchMethodError and
+    /// returns JNI_ERR.
     explicit RegistrationRecorder(bool refuse = false);
     ~RegistrationRecorder();
     RegistrationRecorder(const RegistrationRecorder&) = delete;
@@ -30,7 +29,7 @@ public:
     const std::vector<Registration>& kept() const;
 };
 
-/// While it lives, GetEnv for JNI 1.4 (0x10004) is kept and, if asked for, refused.
+/// While it lives, GetEnv for JNI 1.4 (0x10004) is kept and, if requested, refused.
 class VersionProbe {
 public:
     explicit VersionProbe(bool refuse);
@@ -38,7 +37,7 @@ public:
     VersionProbe(const VersionProbe&) = delete;
     VersionProbe& operator=(const VersionProbe&) = delete;
 
-    int asked() const; ///< how often 0x10004 was asked for
+    int asked() const; ///< how often 0x10004 was requested
 
 private:
     const JNIInvokeInterface_* before;

@@ -73,7 +73,7 @@ void EventTest::SetUp() {
         callbacks.emplace();
     }
     log = LogRecorder::install();
-    // An id that is none: the thread has its environment now.
+    // An id without a handler: afterwards the thread has its environment.
     ASSERT_EQ(deliver(0x10000041, {}), 1);
     log->clear();
     output = std::make_unique<StdoutCapture>();
@@ -96,7 +96,7 @@ void EventTest::expect(const Case& of, const std::vector<uint8_t>& bytes, int si
     EXPECT_TRACE(trace, result == 0 ? delivered(of.id, size, of.handler, lines)
                                     : refused(of.id, size, of.handler, lines));
     EXPECT_EQ(written, copiesOfErrors(trace));
-    EXPECT_EQ(at_end.count(), result == 0 ? 0 : -1) << "references are let go before FUNCEND";
+    EXPECT_EQ(at_end.count(), result == 0 ? 0 : -1) << "references are released before FUNCEND";
     EXPECT_EQ(StrictJni::liveLocals(), locals_before);
     EXPECT_FALSE(env()->ExceptionCheck());
     if (callbacks) {
@@ -114,15 +114,15 @@ void EventTest::expectRefused(const Case& of, const Record& record, const std::s
     expect(of, record.bytes(), record.size(), 1, "", of.start(record.size()) + lines);
 }
 
-void EventTest::expectGoesOn(const Case& of) {
+void EventTest::expectStillDelivered(const Case& of) {
     expectDelivered(of, of.record, of.callback, of.fields + of.delivered());
 }
 
 void EveryEvent::isDelivered() {
     const Case& of = GetParam();
-    expectGoesOn(of);
+    expectStillDelivered(of);
     EXPECT_LE(StrictJni::peakLocals(), 256);
-    expectGoesOn(of);
+    expectStillDelivered(of);
 }
 
 void EveryEvent::oneByteShortOrLong() {
@@ -132,7 +132,7 @@ void EveryEvent::oneByteShortOrLong() {
                " |recv_size err!, recv_size = " + std::to_string(size) + "\n";
     };
     int size = of.record.size();
-    // The byte that was not sent lies there all the same, and shows if it is looked at.
+    // The byte that was not sent is in the buffer, so that a read of it changes the result.
     const std::string& fields = of.short_fields.empty() ? of.fields : of.short_fields;
     expect(of, of.record.bytes(), size - 1, 1, "", of.start(size - 1) + fields + refusal(size - 1));
     expect(of, firstBytes(of.record, of.record.bytes().size() - 1), size - 1, 1, "",
@@ -140,7 +140,7 @@ void EveryEvent::oneByteShortOrLong() {
     std::vector<uint8_t> more = of.record.bytes();
     more.push_back(0xEE);
     expect(of, more, size + 1, 1, "", of.start(size + 1) + of.fields + refusal(size + 1));
-    expectGoesOn(of);
+    expectStillDelivered(of);
 }
 
 void EveryEvent::anyLengthIsSafe() {
@@ -158,7 +158,7 @@ void EveryEvent::anyLengthIsSafe() {
     EXPECT_EQ(StrictJni::liveLocals(), 0);
     output->take();
     log = LogRecorder::install();
-    expectGoesOn(of);
+    expectStillDelivered(of);
 }
 
 void EveryEvent::constructionFails(FailJni::Leaves leaves) {
@@ -173,7 +173,7 @@ void EveryEvent::constructionFails(FailJni::Leaves leaves) {
                               " |CallMethod NG, ret = 1\n");
             EXPECT_TRUE(fail.fired());
         }
-        expectGoesOn(of);
+        expectStillDelivered(of);
         built += "NEW " + of.built[i] + "\n";
     }
 }
@@ -181,7 +181,7 @@ void EveryEvent::constructionFails(FailJni::Leaves leaves) {
 void EveryEvent::textFails(FailJni::Leaves leaves) {
     const Case& of = GetParam();
     int before = StrictJni::calls("NewStringUTF");
-    expectGoesOn(of);
+    expectStillDelivered(of);
     EXPECT_EQ(StrictJni::calls("NewStringUTF") - before, static_cast<int>(of.text_failures.size()));
     for (size_t i = 0; i < of.text_failures.size(); ++i) {
         SCOPED_TRACE("text " + std::to_string(i));
@@ -191,15 +191,15 @@ void EveryEvent::textFails(FailJni::Leaves leaves) {
                           of.fields + "NOTEXT OrgNewStringUTF\n" + of.text_failures[i]);
             EXPECT_TRUE(fail.fired());
         }
-        expectGoesOn(of);
+        expectStillDelivered(of);
     }
 }
 
 void EveryEvent::callbackThrows() {
     const Case& of = GetParam();
     callbacks->throwNext();
-    expectGoesOn(of);
-    expectGoesOn(of);
+    expectStillDelivered(of);
+    expectStillDelivered(of);
 }
 
 } // namespace events

@@ -1,4 +1,4 @@
-// One event from below: its record, and everything that the bridge makes of it.
+// One event as libDtv delivers it: its record, and everything that the bridge makes of it.
 #pragma once
 
 #include "harness/event_trace.h"
@@ -11,8 +11,8 @@
 
 namespace events {
 
-/// A record by its fields. Bytes that no field sets are 0xEE: a value that shows them was read
-/// where nothing stands.
+/// A record by its fields. Bytes that no field sets are 0xEE: a value with such bytes was read from
+/// where no field is.
 class Record {
 public:
     explicit Record(size_t size) : content(size, 0xEE) {}
@@ -22,11 +22,11 @@ public:
     Record& u32(size_t offset, uint32_t value);
     /// These bytes and a NUL.
     Record& text(size_t offset, const std::string& value);
-    /// These bytes alone.
+    /// Only these bytes.
     Record& raw(size_t offset, const std::string& value);
     /// As many bytes of one value.
     Record& fill(size_t offset, size_t count, unsigned value);
-    /// UTF-16 units alone, little-endian.
+    /// Only UTF-16 units, little-endian.
     Record& units(size_t offset, const std::u16string& value);
 
     const std::vector<uint8_t>& bytes() const { return content; }
@@ -44,7 +44,7 @@ struct Case {
     std::string handler;
     Record record;
     bool start_shows_size;
-    std::string fields;             ///< the DEBUG lines before the size is judged
+    std::string fields;             ///< the DEBUG lines before the size is checked
     const char* size_level;         ///< of "recv_size err!"; null when any size will do
     const char* call_level;         ///< of "CallMethod NG"
     std::vector<std::string> built; ///< the rows of the objects in order: "157 90"
@@ -70,14 +70,14 @@ protected:
     void TearDown() override;
 
     /// Delivers and compares everything: `result`, the callback ("" for none), the whole trace with
-    /// the handler's `lines`, standard output, and that no local reference lives on.
+    /// the handler's `lines`, standard output, and that no local reference remains.
     void expect(const Case& of, const std::vector<uint8_t>& bytes, int size, int result,
                 const std::string& callback, const std::string& lines);
     void expectDelivered(const Case& of, const Record& record, const std::string& callback,
                          const std::string& lines);
     void expectRefused(const Case& of, const Record& record, const std::string& lines);
     /// The same handler with its first record again, delivered as if nothing had happened before.
-    void expectGoesOn(const Case& of);
+    void expectStillDelivered(const Case& of);
 
     std::shared_ptr<harness::LogRecorder> log;
     std::unique_ptr<harness::StdoutCapture> output;

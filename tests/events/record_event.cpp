@@ -63,7 +63,7 @@ TEST_P(RecordEvents, ReachesJava) {
     StrictJni::resetPeakLocals();
     LiveAtEnd at_end(*log, event.handler());
     EXPECT_EQ(deliver(event.event_id, record), 0);
-    EXPECT_EQ(at_end.count(), 0) << "references are let go before FUNCEND";
+    EXPECT_EQ(at_end.count(), 0) << "references are released before FUNCEND";
     std::string lines = startOf(size, event.fields);
     for (const Construction& object : event.constructions) {
         lines += "NEW " + object.rows() + "\n";
@@ -94,7 +94,7 @@ TEST_P(RecordEvents, WhatWasNotSentIsZero) {
     std::vector<uint8_t> whole = fromHex(GetParam().record);
     bool nothing_sent = false;
     for (const Cut& cut : GetParam().cuts) {
-        // Once with bytes behind the end that are not the record's, once with none at all.
+        // Once with bytes after the end that are not the record's, once with none.
         expectRefused(whole, cut.size, cut.fields);
         expectRefused({whole.begin(), whole.begin() + cut.size}, cut.size, cut.fields);
         if (cut.size == 0) {
@@ -169,7 +169,7 @@ TEST_P(RecordEvents, CallbackThatThrowsCountsAsCalled) {
     EXPECT_EQ(described.made(), 1);
     EXPECT_EQ(deleted.made(), static_cast<int>(event.constructions.size()));
     EXPECT_EQ(StrictJni::liveLocals(), 0);
-    EXPECT_EQ(deliver(event.event_id, record), 0) << "the thread is not spoiled";
+    EXPECT_EQ(deliver(event.event_id, record), 0) << "the thread delivers further events";
     EXPECT_EQ(callbacks.take(), (std::vector<std::string>{event.callback, event.callback}));
     EXPECT_EQ(described.made(), 1);
 }

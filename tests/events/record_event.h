@@ -1,4 +1,4 @@
-// Events whose record has one fixed size: the same questions asked of a table of them.
+// Events whose record has one fixed size: the same tests for a table of them.
 #pragma once
 
 #include "harness/event_trace.h"
@@ -9,7 +9,7 @@
 
 namespace events {
 
-/// A constructor that the handler asks for.
+/// A constructor that the handler calls.
 struct Construction {
     int method_id;
     int class_id;
@@ -17,7 +17,7 @@ struct Construction {
     std::string rows() const { return std::to_string(method_id) + " " + std::to_string(class_id); }
 };
 
-/// The field lines when only so many bytes were sent.
+/// The field lines when only `size` bytes were sent.
 struct Cut {
     int size;
     std::vector<std::string> fields;
@@ -41,7 +41,8 @@ struct RecordEvent {
 std::ostream& operator<<(std::ostream& out, const RecordEvent& event);
 std::string nameOf(const testing::TestParamInfo<RecordEvent>& info);
 
-/// The later handlers' FUNCSTART says the size that came, which is not always the right one.
+/// The later handlers' FUNCSTART prints the size that was received, which is not always the right
+/// one.
 constexpr const char* says_size = "recv_size = ";
 
 class RecordEvents : public testing::TestWithParam<RecordEvent> {

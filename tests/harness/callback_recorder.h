@@ -1,4 +1,4 @@
-// The Java application's place: keeps the callbacks that reach BGCallBack's listener.
+// Takes the place of the Java application: keeps the callbacks that reach BGCallBack's listener.
 #pragma once
 
 #include <jni.h>
@@ -26,7 +26,7 @@ public:
     std::vector<std::string> take();
     std::vector<Callback> takeAll();
 
-    /// Waits until so many callbacks can be taken. False when the time has passed before.
+    /// Waits until `count` callbacks can be taken. False when the time limit passes before.
     bool waitFor(int count, std::chrono::milliseconds limit = std::chrono::seconds(10));
 
     /// The next callback is kept and then throws a new exception of this class (with slashes).

@@ -18,7 +18,7 @@
 //
 // Events: a CallbackRecorder keeps what reaches Java; dtv::postEvent has libDtv deliver, and
 // deliver(id, fromHex("0300 ...")) delivers on the calling thread. StrictJni counts references and
-// calls, FailJni makes one fail. Expectations are literals; nothing here knows the bridge's tables.
+// calls, FailJni makes one fail. Expectations are literals; nothing here uses the bridge's tables.
 // In tests/CMakeLists.txt: dtv_add_test(select_channel_test SOURCES select_channel_test.cpp), with
 // FRESH where each test needs a process in which nothing has happened yet. Every test runs in a
 // frame of local references of its own and fails when it leaves a Java exception pending.
@@ -39,8 +39,8 @@ namespace harness {
 
 /// Delivers an event on the calling thread and returns what the listener returned. The record is a
 /// heap block of its own, of `bytes.size()` bytes but at least 8 (the rest zero): what is read
-/// beyond it is found by the address sanitizer. `size` is told to the bridge instead of the bytes'
-/// number.
+/// beyond it is found by the address sanitizer. `size` is given to the bridge instead of the number
+/// of bytes.
 int deliver(int event_id, const std::vector<uint8_t>& bytes);
 int deliver(int event_id, const std::vector<uint8_t>& bytes, int size);
 

@@ -52,7 +52,7 @@ TEST(JavaObjects, AreMadeAndChanged) {
               "BG_EV_DTVSV_TERMINATE_REC_REPLY(3, 0, null)");
 }
 
-TEST(JavaObjects, FieldsAreSetByForce) {
+TEST(JavaObjects, FinalFieldsCanBeSet) {
     jobject probe = newObject("harness/StrictProbe", {});
     EXPECT_EQ(tree(probe), "StrictProbe(7, \"text\")");
     setField(probe, "number", -3);
@@ -60,7 +60,7 @@ TEST(JavaObjects, FieldsAreSetByForce) {
     EXPECT_EQ(tree(probe), "StrictProbe(-3, null)");
 }
 
-TEST(JavaObjects, ConstantsTakeAnyValueForAWhile) {
+TEST(JavaObjects, ConstantsTakeAnyValueTemporarily) {
     jobject on = constant("BG_TE_DTVSVLIB_RESULT", "DTVSVLIB_RESULT_OK");
     EXPECT_EQ(tree(on), "BG_TE_DTVSVLIB_RESULT.DTVSVLIB_RESULT_OK");
     auto value = [&] {
@@ -112,7 +112,7 @@ dtv::LogLine logLine(const char* text) {
     return {2, 5, "Dtv_jni", 1024, ",TENRIK,%-8s,%s,%s(),%4d,x = %d", text};
 }
 
-TEST(LogRecorder, TakesALineApart) {
+TEST(LogRecorder, SplitsALine) {
     TraceLine line = parseTrace(logLine(",TENRIK,main    ,DEBUG    ,getRetCode(),  12,a, b(),1,c"));
     EXPECT_EQ(line.fault, "");
     EXPECT_EQ(line.task, "main    ");
@@ -146,7 +146,7 @@ TEST(LogRecorder, FindsFaultyLines) {
     EXPECT_NE(fault(line), "");
 }
 
-TEST(LogRecorder, PlaceholdersStandForWhatChanges) {
+TEST(LogRecorder, PlaceholdersMatchWhatChanges) {
     std::string pid = std::to_string(getpid());
     EXPECT_TRUE(matches("pid = <pid>, threadid = <tid>", "pid = " + pid + ", threadid = f00d12"));
     EXPECT_FALSE(matches("pid = <pid>", "pid = " + pid + "0"));

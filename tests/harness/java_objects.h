@@ -29,10 +29,10 @@ private:
     jobject reference = nullptr;
 };
 
-/// Names of classes may be short: "BG_TS_DTVSVLIB_DATE" is looked for in the package of the value
+/// Names of classes may be short: "BG_TS_DTVSVLIB_DATE" is looked up in the package of the value
 /// types, and a path of less than the whole below "tenrik/service/dtvserver/", as "type/...". In
-/// descriptors too "Ltype/X;" stands for the whole. All that follow fail the test and answer null
-/// when they cannot do what they are asked, and return local references.
+/// descriptors too "Ltype/X;" is short for the whole name. The functions below return local
+/// references. On an error they fail the test and return null.
 jclass findClass(const std::string& name);
 
 /// By the constructor with this descriptor; without one, by the record's canonical constructor.
@@ -45,10 +45,10 @@ jobject constant(const std::string& class_name, const std::string& name);
 
 jbyteArray newBytes(const std::vector<int>& bytes);
 
-/// Sets any field by force, final ones too.
+/// Sets any field, final ones too.
 void setField(jobject object, const std::string& name, const Value& value);
 
-/// While it lives, a constant's `value` is what no constant has.
+/// While it lives, a constant's `value` is another number, which no constant need have.
 class EnumValue {
 public:
     EnumValue(const std::string& class_name, const std::string& name, int value);
@@ -63,8 +63,8 @@ private:
     int before = 0;
 };
 
-/// Calls a native method of a DtvServerProxy. Null when it returned null or threw: lastThrown
-/// tells. The descriptor may be left out.
+/// Calls a native method of a DtvServerProxy. Null when it returned null or threw, which lastThrown
+/// distinguishes. The descriptor may be left out.
 jobject callNative(const std::string& name, const std::vector<Value>& arguments);
 jobject callNative(const std::string& name, const std::string& descriptor,
                    const std::vector<Value>& arguments);

@@ -11,7 +11,7 @@ using testing::HasSubstr;
 
 TEST(Loading, FromTheApplicationsClassLoader) {
     EXPECT_EQ(Product::load(), "");
-    EXPECT_EQ(Product::load(), "") << "the second time it is there already";
+    EXPECT_EQ(Product::load(), "") << "the second time it is already loaded";
     EXPECT_EQ(StrictJni::liveLocals(), 0);
 }
 

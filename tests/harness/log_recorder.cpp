@@ -11,7 +11,7 @@
 namespace harness {
 namespace {
 
-// The bridge writes lines until its process is gone: nothing here may end before.
+// The bridge writes lines until its process has ended: nothing here may be destroyed before.
 constexpr std::string_view prefix = ",TENRIK,%-8s,%s,%s(),%4d,";
 
 std::string printable(const std::string& text) {
@@ -28,7 +28,7 @@ std::string printable(const std::string& text) {
     return line;
 }
 
-/// What is wrong with the line, by the layout that every trace line has.
+/// How the line differs from the layout that every trace line has; empty when it does not.
 std::string faultOf(const TraceLine& line) {
     struct Level {
         const char* word;
@@ -56,8 +56,8 @@ std::string faultOf(const TraceLine& line) {
     return "no such level word: \"" + line.level + "\"";
 }
 
-/// The length of what a placeholder may stand for at `text`, 0 when it may not stand there.
-size_t standsFor(const std::string& placeholder, const std::string& text, size_t at) {
+/// The length of what a placeholder matches in `text` at `at`, 0 when it matches nothing there.
+size_t matchLength(const std::string& placeholder, const std::string& text, size_t at) {
     auto run = [&](size_t from, int (*accept)(int)) {
         size_t end = from;
         while (end < text.size() && accept(static_cast<unsigned char>(text[end])) != 0) {
@@ -99,7 +99,7 @@ std::vector<std::string> literals(const std::string& text) {
     return lines;
 }
 
-/// Both sides beside each other: the longest common part unmarked, the rest with - and +.
+/// Both sides in one text: the longest common part unmarked, the rest with - and +.
 std::string difference(const std::vector<std::string>& expected,
                        const std::vector<std::string>& actual) {
     size_t rows = expected.size();
@@ -136,7 +136,7 @@ bool matches(const std::string& expected, const std::string& actual) {
         std::string placeholder = expected.substr(i, 5);
         if (placeholder == "<pid>" || placeholder == "<tid>" || placeholder == "<ptr>" ||
             placeholder == "<int>") {
-            size_t length = standsFor(placeholder, actual, at);
+            size_t length = matchLength(placeholder, actual, at);
             if (length == 0) {
                 return false;
             }

@@ -44,11 +44,11 @@ public:
 
     /// The lines since the last call, of all threads, in the order in which they were written.
     std::vector<TraceLine> take();
-    /// The lines of one function alone; those of others are dropped.
+    /// The lines of one function only; those of others are dropped.
     std::vector<TraceLine> takeOf(const std::string& function);
     void clear();
 
-    /// Also hands each line to `observer`, on the thread that writes it and while it writes.
+    /// Also passes each line to `observer`, on the thread that writes it and while it writes.
     void onLine(std::function<void(const TraceLine&)> of_each);
 
     void write(const dtv::LogLine& line) override;
@@ -60,19 +60,18 @@ private:
 };
 
 /// Compares lines with literals, one a line; blanks before a literal and empty lines do not count,
-/// blanks at its end do. In a literal `<pid>` stands for this process's number, `<tid>` for a
-/// hexadecimal thread id, `<ptr>` for an address as %p prints it (null too), `<int>` for any
-/// decimal. Each line's category, level word, mask, kind and prefix must besides be those of a
-/// trace line.
+/// blanks at its end do. In a literal `<pid>` matches this process's number, `<tid>` a hexadecimal
+/// thread id, `<ptr>` an address as %p prints it (null too), `<int>` any decimal number. Each
+/// line's category, level word, mask, kind and prefix must also be those of a trace line.
 testing::AssertionResult traceIs(const char* lines_text, const char* expected_text,
                                  const std::vector<TraceLine>& lines, const std::string& expected);
 
 #define EXPECT_TRACE(lines, expected) EXPECT_PRED_FORMAT2(::harness::traceIs, lines, expected)
 
-/// Whether `actual` is what `expected` says, placeholders included.
+/// Whether `actual` is equal to `expected`, in which placeholders may be used.
 bool matches(const std::string& expected, const std::string& actual);
 
-/// Takes the layout of a trace line apart.
+/// Splits a trace line into its parts.
 TraceLine parseTrace(const dtv::LogLine& line);
 
 } // namespace harness

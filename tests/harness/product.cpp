@@ -29,7 +29,7 @@ std::string loadThrough(jclass loading) {
     }
 #ifdef DTV_SANITIZED
     // This VM reads a refused library's name after it has unloaded it, which the address sanitizer
-    // takes amiss. So the library stays.
+    // reports. So the library is never unloaded.
     static void* const kept = dlopen(Product::file().c_str(), RTLD_LAZY);
     (void)kept;
 #endif

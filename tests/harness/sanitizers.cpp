@@ -1,4 +1,4 @@
-// What the sanitizers of a program with a Java VM in it leave to the VM.
+// Options of the sanitizers for a program that contains a Java VM.
 
 #if defined(__has_feature)
 #define HARNESS_CLANG_SANITIZER __has_feature(address_sanitizer)
@@ -6,14 +6,15 @@
 #define HARNESS_CLANG_SANITIZER 0
 #endif
 #if defined(__SANITIZE_ADDRESS__) || HARNESS_CLANG_SANITIZER
-// The VM handles SIGSEGV itself (it reads null on purpose), and what it never frees is not ours.
+// The VM handles SIGSEGV itself (it reads null on purpose), and the memory that it never frees is
+// no leak of the bridge.
 extern "C" const char* __asan_default_options();
 extern "C" __attribute__((visibility("default"))) const char* __asan_default_options() {
     return "handle_segv=0:allow_user_segv_handler=1:detect_leaks=0:detect_stack_use_after_return=0";
 }
 #endif
 #if defined(__SANITIZE_THREAD__)
-// The VM orders its threads in ways that this sanitizer does not see; ours it does.
+// This sanitizer does not see how the VM synchronises its threads; it sees how our code does.
 extern "C" const char* __tsan_default_options();
 extern "C" __attribute__((visibility("default"))) const char* __tsan_default_options() {
     return "handle_segv=0:ignore_noninstrumented_modules=1";

@@ -1,4 +1,5 @@
-// What happens at the bridge's edges, in one order: its trace lines, its JNI calls, what it sends.
+// What happens at the bridge's interfaces, in one order: its trace lines, its JNI calls, what it
+// sends.
 #pragma once
 
 #include "harness/harness.h"
@@ -11,8 +12,8 @@
 
 namespace harness {
 
-/// While it lives, it is libDtv's log and the service (which takes every command with 0), and
-/// observes the watched library's JNI calls. Steps are texts:
+/// While it lives, it serves as libDtv's log and as the service (which answers every send with 0),
+/// and observes the watched library's JNI calls. Steps are texts:
 ///
 ///     FUNCEND dtvSvLibCreate|ret = 0   a trace line: its level word, its function and its message
 ///     JNI DeleteLocalRef               a JNI or invocation call
@@ -31,7 +32,7 @@ public:
     /// The steps since the last call.
     std::vector<std::string> take();
 
-    /// What the service does besides with every command; on the sender's thread.
+    /// What the service does in addition with every command; on the sender's thread.
     void onSend(std::function<void(const dtv::Command&)> work);
     /// What the service answers from now on to a command that waits: as many bytes as fit.
     void setReply(std::vector<uint8_t> bytes);

@@ -1,4 +1,4 @@
-// A DTV service that keeps what it was sent and answers what it was told.
+// A DTV service that keeps the commands it receives and answers as the test has set.
 #pragma once
 
 #include <dtv/exchange.h>
@@ -25,8 +25,8 @@ struct Message {
     bool sync;           ///< it waited for an answer
     int reply_capacity;  ///< bytes; 0 when it did not wait
     bool had_references; ///< it came through the overload with strong references
-    int surface_count;   ///< as the references says
-    int object_count;    ///< as the references says
+    int surface_count;   ///< as TS_DTVSV_SP states
+    int object_count;    ///< as TS_DTVSV_SP states
     SurfaceSlot surfaces[3];
 
     /// "10000006: 03 00 0a 00", "10000038 sync: 03 00", "1000000c surfaces=1: 03 00 ..." (the last
@@ -36,14 +36,15 @@ struct Message {
 
 class ServiceDouble : public dtv::ServiceEndpoint {
 public:
-    /// Puts a new double behind libDtv.
+    /// Connects a new double to libDtv.
     static std::shared_ptr<ServiceDouble> serve();
 
     /// What sends return from now on; 0 at first.
     void setResult(int result);
 
     /// What synchronous commands are answered with from now on: `bytes` are written to the reply
-    /// record (as many as fit) and `size` to the reply size; a size that is left out is left alone.
+    /// record (as many as fit) and `size` to the reply size; without a size the reply size is not
+    /// written.
     void setReply(std::vector<uint8_t> bytes, std::optional<int> size);
     /// The same with the number of bytes as the size.
     void setReply(std::vector<uint8_t> bytes);

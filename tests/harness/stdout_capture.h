@@ -5,9 +5,9 @@
 
 namespace harness {
 
-/// From its making to its end standard output (descriptor 1) goes here. What was captured is
-/// written to the real standard output at the end, so that nothing is hidden from who reads the
-/// test's output.
+/// From its construction to its destruction standard output (descriptor 1) is captured here. At the
+/// end what was captured is written to the real standard output, so that the test's output is
+/// complete.
 class StdoutCapture {
 public:
     StdoutCapture();

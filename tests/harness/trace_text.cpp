@@ -16,8 +16,8 @@ std::string methodTaken(const std::string& method, const std::string& of, const 
            ", attr_id = " + attribute + "\n";
 }
 
-/// The lines that a word for several stands for; every other line is itself.
-std::string spelledOut(const std::string& line) {
+/// The lines that a short form such as COPY expands to; every other line is returned as it is.
+std::string expand(const std::string& line) {
     std::istringstream words(line);
     std::string word;
     std::string first;
@@ -83,7 +83,7 @@ std::string wholeTrace(const std::string& module, const std::string& function,
         if (begin == std::string::npos) {
             continue;
         }
-        std::istringstream expanded(spelledOut(line.substr(begin)));
+        std::istringstream expanded(expand(line.substr(begin)));
         for (std::string single; std::getline(expanded, single);) {
             text += literalOf(module, function, single);
         }

@@ -22,8 +22,8 @@ bool made = false;
     std::_Exit(71);
 }
 
-/// A broken rule fails the running test. Outside a test nobody would hear of a failure: the process
-/// ends as the strict VM's does.
+/// A broken rule fails the running test. Outside a test a failure would not be reported, so the
+/// process ends as it does in the strictest VM.
 void failTest(const std::string& text) {
     if (testing::UnitTest::GetInstance()->current_test_info() != nullptr) {
         ADD_FAILURE() << text;
@@ -59,7 +59,8 @@ Mode mode() {
 }
 
 VirtualMachine& VirtualMachine::instance() {
-    static VirtualMachine& only = *new VirtualMachine; // outlives main: exit handlers may ask
+    // Never destroyed: exit handlers may use it.
+    static VirtualMachine& only = *new VirtualMachine;
     return only;
 }
 
@@ -91,7 +92,8 @@ VirtualMachine::VirtualMachine() {
     made = true;
     StrictJni::reportTo(&failTest);
     StrictJni::install(java_vm, mode() == Mode::strict);
-    // The main thread never returns to Java; -Xcheck:jni wants to be told of what it may hold.
+    // The main thread never returns to Java; -Xcheck:jni must be given the number of references
+    // that it may hold.
     env()->EnsureLocalCapacity(512);
 }
 
@@ -175,7 +177,8 @@ struct EventThread::Body {
             changed.notify_all();
         }
         lock.unlock();
-        // Who makes a thread detaches it, before it ends: a VM does not survive the contrary.
+        // The creator of a thread detaches it before it ends: a VM does not work correctly
+        // otherwise.
         void* own = nullptr;
         if (VirtualMachine::exists()) {
             JavaVM* vm = VirtualMachine::instance().vm();

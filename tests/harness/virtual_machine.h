@@ -1,4 +1,4 @@
-// The Java VM of the test process: one, made when it is first asked for, on the main thread.
+// The Java VM of the test process: one, made when it is first requested, on the main thread.
 #pragma once
 
 #include "strict_jni/strict_jni.h"
@@ -18,17 +18,17 @@ using strict_jni::JniCall;
 using strict_jni::ObservedJni;
 using strict_jni::StrictJni;
 
-/// How a test process judges JNI, from DTV_TEST_MODE.
+/// How a test process checks JNI calls, from DTV_TEST_MODE.
 enum class Mode {
     strict,   ///< "strict", the default: by the table of strict_jni.h
     checkJni, ///< "checkjni": by the VM's own -Xcheck:jni, whose warnings ctest finds in the output
-    plain     ///< "plain": not at all (the sanitizers judge)
+    plain     ///< "plain": not at all (the sanitizers check)
 };
 Mode mode();
 
 class VirtualMachine {
 public:
-    /// Makes the VM at the first call. Further options come from DTV_TEST_VM_OPTIONS, parted by
+    /// Makes the VM at the first call. Further options come from DTV_TEST_VM_OPTIONS, separated by
     /// blanks.
     static VirtualMachine& instance();
     static bool exists();
@@ -72,10 +72,10 @@ private:
     bool open;
 };
 
-/// A thread that the VM does not know, as the bridge meets them: it runs what it is given, one
-/// after the other, and lives until all tests of the process have ended (the bridge never forgets a
-/// thread, and the C library gives an ended thread's identity to the next one). Then the harness
-/// detaches it.
+/// A thread that the VM does not know, as libDtv's threads are: it runs what it is given, one after
+/// the other, and lives until all tests of the process have ended (the bridge never removes a
+/// thread from its table, and the C library gives an ended thread's identity to the next one). Then
+/// the harness detaches it.
 class EventThread {
 public:
     EventThread();

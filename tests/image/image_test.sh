@@ -1,10 +1,10 @@
 #!/bin/sh
-# Builds the bridge as it is built for a device, with an image's headers and libraries alone, and looks
-# at the outside of what comes of it. The image is laid from the desk's platform.
+# Builds the bridge as it is built for a device, with an image's headers and libraries alone, and
+# checks the symbols, links and size of the result. The image is made from the desk's platform.
 # usage: image_test.sh SOURCE BUILD COMPILER
 #   BUILD      a build of this project, whose lib/ has the platform's libraries
 #   DTV_UTILS, DTV_HEADERS, DTV_STRIP in the environment: libutils.so, the folders of the platform's
-#   headers and of jni.h (parted by colons), and the strip program
+#   headers and of jni.h (separated by colons), and the strip program
 set -eu
 source=$1
 build=$2
@@ -29,7 +29,7 @@ configure() {
 
 mkdir "$folder/empty"
 if configure "$folder/empty"; then
-    echo "an image without libraries was taken"
+    echo "an image without libraries was accepted"
     exit 1
 fi
 grep -q "empty/lib/libDtv.so is missing" "$folder/log"

@@ -1,8 +1,9 @@
 #!/bin/sh
-# The outside of a built libDtv_jni.so: what it exports, what it imports and from where, how it is
-# linked, and how large it is. usage: outside_test.sh LIBRARY [STRIP]
-# DTV_DEVICE in the environment: it is built for a device, which finds libraries by itself, and as
-# small as on ARM it has to be.
+# Checks a built libDtv_jni.so from outside: what it exports, what it imports and from where, how it
+# is linked, and how large it is.
+# usage: outside_test.sh LIBRARY [STRIP]
+#   DTV_DEVICE in the environment: the library is built for a device. It has no RUNPATH then, and on
+#   ARM its size is limited.
 set -eu
 export LC_ALL=C
 library=$1

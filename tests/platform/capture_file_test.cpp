@@ -36,7 +36,7 @@ private:
     std::string path_;
 };
 
-TEST_F(CaptureFile, HasAMessageBeforeItIsSeen) {
+TEST_F(CaptureFile, HasAMessageBeforeItIsDelivered) {
     inChild([&] {
         sp<ListenerDouble> listener = new ListenerDouble;
         const auto watcher = std::make_shared<Watcher>(path);
@@ -105,7 +105,7 @@ TEST_F(CaptureFile, CutsAVeryLongRecord) {
     EXPECT_EQ(numberAt(bytes, 88 + 65580 + 24, 4), 65536u);
 }
 
-TEST_F(CaptureFile, IsNothingWithoutTheVariable) {
+TEST_F(CaptureFile, IsNotWrittenWithoutTheVariable) {
     for (const char* value : {static_cast<const char*>(nullptr), ""}) {
         inChild([&] {
             if (value == nullptr) {

@@ -57,8 +57,8 @@ public:
         return 0;
     }
 
-    std::atomic<int> overlaps{0}; ///< times that an event was under way beside a first one
-    std::atomic<int> most{0};     ///< events under way at once
+    std::atomic<int> overlaps{0}; ///< times that an event was in progress together with a first one
+    std::atomic<int> most{0};     ///< events in progress at once
     std::atomic<int> firsts{0};
     std::atomic<int> events{0};
 
@@ -91,7 +91,7 @@ int deliver(int event_id) {
     return dtv::deliverEvent(event_id, record, 8);
 }
 
-/// Starts threads that all come to `body` at the same moment, and waits for their end.
+/// Starts threads that all begin `body` at the same moment, and waits for their end.
 void atOnce(int count, const std::function<void(int)>& body) {
     Point start;
     std::vector<std::thread> threads;

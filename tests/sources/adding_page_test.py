@@ -31,11 +31,11 @@ def blocks(page):
 
 
 def apply(tree, file, anchor, text):
-    """Puts a block into the copy. Says what does not fit."""
+    """Inserts a block into the copy. Exits with a message when it does not fit."""
     path = tree / file
     if anchor is None:
         if path.exists():
-            raise SystemExit(f"{file} is said to be new, and exists")
+            raise SystemExit(f"{file} is called a new file, but exists")
         path.write_text(text, encoding="utf-8")
         return
     lines = path.read_text(encoding="utf-8").split("\n")
@@ -61,7 +61,7 @@ def main(sources, folder):
     fences = len(re.findall(r"^ *```", page, re.MULTILINE))
     if 2 * len(found) != fences:
         raise SystemExit(f"{fences} lines of the page begin or end a block of code, "
-                         f"but {len(found)} blocks say where they belong")
+                         f"but {len(found)} blocks name their place")
     for block in found:
         apply(tree, *block)
     run("cmake", "-G", "Ninja", "-S", str(tree), "-B", str(build), "-DDTV_BUILD_DESK=OFF",

@@ -111,7 +111,7 @@ def main(folder):
         room = str(path.parent.relative_to(root))
         name = path.relative_to(root)
         if room not in ALLOWED:
-            wrong.append(f"{name}: {room} is not a folder that this test knows")
+            wrong.append(f"{name}: {room} is not in the list of this test")
             continue
         unit = graph.setdefault(path.with_suffix(""), set())
         for include in INCLUDE.findall(path.read_text(encoding="utf-8")):
@@ -119,7 +119,7 @@ def main(folder):
                 wrong.append(f"{name}: includes {include}, which {room} may not")
             target = find_target(root, path, include)
             if target is None:
-                wrong.append(f"{name}: includes {include}, which is nowhere")
+                wrong.append(f"{name}: includes {include}, which does not exist")
             elif target.with_suffix("") != path.with_suffix(""):
                 unit.add(target.with_suffix(""))
     found = circle(graph)

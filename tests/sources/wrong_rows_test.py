@@ -1,8 +1,8 @@
-"""Rows that contradict each other do not compile, and the compiler says why.
+"""Rows that contradict each other do not compile, and the compiler prints the reason.
 
 usage: wrong_rows_test.py SOURCES COMPILER INCLUDE_FOLDER...
 
-Each case changes one row in a copy of src/ and compiles the source that has to notice.
+Each case changes one row in a copy of src/ and compiles the source that must fail.
 """
 import concurrent.futures
 import os
@@ -18,7 +18,7 @@ NATIVES = "commands/native_table.def"
 FIELDS = "commands/field_table.def"
 
 # What is wrong: file, the text that is replaced, its replacement, the source that is compiled, and
-# what the compiler says.
+# a text of the compiler's error.
 CASES = {
     "a command with the number of an event": (
         MESSAGES, "COMMAND(0x10000007,", "COMMAND(0x10000050,", "commands/channel.cpp",
@@ -115,7 +115,7 @@ def compile_source(compiler, folders, tree, source):
 
 def try_case(sources, compiler, folders, name):
     """What is wrong with the compiler's answer to a case, or nothing."""
-    file, old, new, source, said = CASES[name]
+    file, old, new, source, printed = CASES[name]
     with tempfile.TemporaryDirectory() as folder:
         tree = pathlib.Path(folder) / "src"
         shutil.copytree(sources / "src", tree)
@@ -126,8 +126,8 @@ def try_case(sources, compiler, folders, name):
         result = compile_source(compiler, folders, tree, source)
     if result.returncode == 0:
         return f"{name}: {source} compiles"
-    if said not in result.stderr:
-        return f"{name}: the compiler does not say {said!r}:\n{result.stderr[:2000]}"
+    if printed not in result.stderr:
+        return f"{name}: the compiler does not print {printed!r}:\n{result.stderr[:2000]}"
     return None
 
 

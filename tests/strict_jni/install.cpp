@@ -1,4 +1,5 @@
-// How the strict table gets into the VM, who is watched, and which calls are made to fail.
+// How the strict table is installed in the VM, which library is watched, and which calls are made
+// to fail.
 #include "strict_jni/state.h"
 #include "strict_jni/strict_jni.h"
 
@@ -16,7 +17,7 @@ namespace strict_jni {
 JNINativeInterface_ vm_table;
 JNIInvokeInterface_ vm_invoke;
 JavaVM* vm = nullptr;
-bool rules_judged = false;
+bool rules_checked = false;
 
 namespace {
 
@@ -110,7 +111,7 @@ jint JNICALL detach(JavaVM* on) {
 Row& rowNamed(const std::string& function) {
     Row* row = findRow(function);
     if (row == nullptr) {
-        report("no JNI function " + function + " is judged");
+        report("no JNI function " + function + " is checked");
         static Row none;
         return none;
     }
@@ -130,7 +131,8 @@ Row* findRow(const std::string& name) {
 
 bool isWatched(const void* address) {
     if (looking) {
-        // Between dlopen and JNI_OnLoad nobody tells us; so we look until it is there.
+        // There is no notification between dlopen and JNI_OnLoad, so each call looks for the
+        // library until it is loaded.
         dl_iterate_phdr(&findWatched, nullptr);
     }
     auto at = reinterpret_cast<uintptr_t>(address);
@@ -148,7 +150,7 @@ void report(const std::string& text) {
 }
 
 void called(Row& row) {
-    // Without an order between threads, which would hide the library's own races.
+    // Relaxed: ordering the threads here would hide data races of the library.
     row.calls.fetch_add(1, std::memory_order_relaxed);
 }
 
@@ -201,19 +203,19 @@ ObservedJni::~ObservedJni() {
     observer_of_all = nullptr;
 }
 
-void StrictJni::install(JavaVM* of, bool judge) {
+void StrictJni::install(JavaVM* of, bool check_rules) {
     JNIEnv* env = nullptr;
     if (of->GetEnv(reinterpret_cast<void**>(&env), JNI_VERSION_1_4) != JNI_OK) {
         std::abort();
     }
     vm = of;
-    rules_judged = judge;
+    rules_checked = check_rules;
     vm_table = *env->functions;
     vm_invoke = *of->functions;
 
     // The VM gives every thread's environment the address of one table, which is writable memory
-    // (its tool interface lets agents exchange it). Written over in place it counts for all
-    // threads.
+    // (its tool interface lets agents exchange it). Overwriting the table in place takes effect for
+    // all threads.
     auto& table = const_cast<JNINativeInterface_&>(*env->functions);
     JNINativeInterface_ strict_table = vm_table;
     fillTable(strict_table);
@@ -241,7 +243,7 @@ void StrictJni::watch(const std::string& library) {
 }
 
 bool StrictJni::strict() {
-    return rules_judged;
+    return rules_checked;
 }
 
 int StrictJni::calls(const std::string& function) {

@@ -1,4 +1,4 @@
-// The rules, the accounts they are judged by, and how a broken one is reported.
+// The rules, the data that they are checked with, and how a broken one is reported.
 #include "strict_jni/state.h"
 #include "strict_jni/strict_jni.h"
 
@@ -20,8 +20,8 @@ struct Frame {
     std::unordered_set<jobject> arguments; ///< the VM's own: usable, but not to be deleted
 };
 
-/// What one thread has. Kept for good: the process's end may look at it when
-/// the thread is gone.
+/// What one thread has. Never freed: it may be read at the end of the process, after the thread has
+/// ended.
 struct Thread {
     std::vector<Frame> frames{Frame{false, {}, {}}};
     std::atomic<int> live{0};
@@ -53,7 +53,7 @@ struct Shared {
 };
 
 Shared& shared() {
-    static Shared& instance = *new Shared; // never destroyed: exit handlers still ask
+    static Shared& instance = *new Shared; // never destroyed: exit handlers still use it
     return instance;
 }
 
@@ -81,8 +81,8 @@ bool isUsable(jobject reference) {
     return shared().globals.count(reference) != 0;
 }
 
-/// The members that have this id. A method's is its own; a field's may be that
-/// of any field that lies at the same place in another class.
+/// The members that have this id. A method's is its own; a field's may be that of any field that is
+/// at the same offset in another class.
 std::vector<const Id*> findIds(const void* id) {
     std::vector<const Id*> found;
     std::lock_guard lock(shared().mutex);
@@ -102,7 +102,7 @@ char typeLetter(const std::string& signature) {
     return letter == '[' ? 'L' : letter;
 }
 
-/// What is wrong with using this member so; empty when nothing is.
+/// Why this member may not be used in this way; empty when it may.
 std::string faultOfMember(const Row& row, JNIEnv* env, jobject object, jclass of, const Id& known) {
     std::string member = known.name + " " + known.signature;
     if (known.of_class != ((row.traits & staticId) != 0)) {
@@ -130,8 +130,8 @@ std::string kindOfMemory(const Row& row) {
     return row.name + std::strlen(std::strncmp(row.name, "Get", 3) == 0 ? "Get" : "Release");
 }
 
-/// Walks the arguments that `signature` names; `next` is told each one's letter
-/// and is true to go on.
+/// Walks the arguments that `signature` names; `next` gets the letter of each one and returns true
+/// to continue.
 template <typename Next>
 bool walk(const std::string& signature, Next next) {
     for (size_t at = 1; at < signature.size() && signature[at] != ')'; ++at) {
@@ -197,7 +197,7 @@ bool mayUseMember(const Row& row, JNIEnv* env, jobject object, jclass of, const 
 bool argumentsKnown(const Row& row, const void* id, va_list arguments) {
     std::vector<const Id*> known = findIds(id);
     if (known.empty()) {
-        return true; // mayUseMember has said so
+        return true; // mayUseMember has reported it
     }
     // Promoted as the compiler promotes variable arguments.
     return walk(known.front()->signature, [&](char letter) {
@@ -288,7 +288,7 @@ void localMade(const Row& row, jobject reference) {
     if (live > thread.peak) {
         thread.peak = live;
     }
-    if (live == mostLocals + 1 && rules_judged) {
+    if (live == mostLocals + 1 && rules_checked) {
         broken(row.name, "more than 256 local references live on one thread");
     }
 }
@@ -382,7 +382,7 @@ NativeRun::NativeRun(const std::string& native, std::vector<jobject> arguments)
 
 void NativeRun::end(bool object, jobject result) {
     Thread& thread = thisThread();
-    if (rules_judged) {
+    if (rules_checked) {
         if (!thread.frames.back().native) {
             broken(name.c_str(), "returned with a local frame still pushed");
         } else if (object && result != nullptr && !isUsable(result)) {

@@ -1,4 +1,4 @@
-// What the strict table keeps, and the rules it judges by. Private to this folder.
+// The data of the strict table, and its rules. Private to this folder.
 #pragma once
 
 #include <jni.h>
@@ -27,7 +27,7 @@ enum Trait : unsigned {
     memberId = 1U << 9,        ///< takes or makes the id of an instance member
     constructs = 1U << 10,     ///< takes the id of a constructor
     lookUp = 1U << 11,         ///< makes an id
-    deletes = 1U << 12,        ///< judges its reference itself
+    deletes = 1U << 12,        ///< checks its reference itself
 };
 
 /// One function of the table.
@@ -46,7 +46,7 @@ void addRow(Row& row);
 extern JNINativeInterface_ vm_table; ///< the functions as the VM has them
 extern JNIInvokeInterface_ vm_invoke;
 extern JavaVM* vm;
-extern bool rules_judged;
+extern bool rules_checked;
 
 /// Whether the code at `address` belongs to the watched library.
 bool isWatched(const void* address);
@@ -57,11 +57,11 @@ void report(const std::string& text);
 
 /// Counts a call of the watched library.
 void called(Row& row);
-/// Whether somebody observes calls, and what tells that observer.
+/// Whether calls are observed, and the function that notifies the observer.
 bool isObserved();
 void observe(const Row& row, std::vector<long long> numbers);
 
-/// What becomes of a call.
+/// What is done with a call.
 enum class Turn {
     made,   ///< as usual
     fails,  ///< not made; what it is to throw is pending
@@ -82,7 +82,7 @@ bool mayDeleteGlobal(const Row& row, jobject reference);
 bool mayPopFrame(const Row& row);
 bool mayRelease(const Row& row, const void* memory);
 
-// Accounts.
+// Records of references, memory and frames.
 void localMade(const Row& row, jobject reference);
 void localDeleted(jobject reference);
 void globalMade(jobject reference);
@@ -109,7 +109,7 @@ private:
 /// RegisterNatives: puts a NativeRun around every method of the watched library.
 jint JNICALL registerNatives(JNIEnv* env, jclass of, const JNINativeMethod* methods, jint count);
 
-/// Fills `table` with the judging functions.
+/// Fills `table` with the checking functions.
 void fillTable(JNINativeInterface_& table);
 
 } // namespace strict_jni

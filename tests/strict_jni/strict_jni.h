@@ -1,10 +1,10 @@
-// A JNI function table that is as strict as the strictest VM the bridge runs on. The desk's VM runs
-// on where another one stops the process; this table reports such a
-// call to whoever asked to be told of it. It knows the VM and nothing else of the tests.
+// A JNI function table that is as strict as the strictest VM the bridge runs on. The desk's VM
+// continues where another VM stops the process; this table passes the text of such a mistake to a
+// reporter. It depends on the VM and on nothing else of the tests.
 //
-// It judges the calls that come from the watched library and hands those of everybody else (the
-// JDK's own natives, the test) straight to the VM. Who calls is told by the return address, so a
-// call that the compiler turned into the last jump of a function is taken for its caller's.
+// It checks the calls that come from the watched library and passes all others (those of the JDK's
+// own natives and of the test) directly to the VM. The caller is identified by the return address,
+// so a call that the compiler turned into the last jump of a function counts as its caller's.
 #pragma once
 
 #include <jni.h>
@@ -16,7 +16,7 @@
 
 namespace strict_jni {
 
-/// One call, as an observer sees it.
+/// One call, as it is passed to an observer.
 struct JniCall {
     const char* function; ///< as StrictJni::calls names it
     /// Its jint arguments in order (a mode, a length, a version); of AttachCurrentThread the
@@ -24,8 +24,8 @@ struct JniCall {
     std::vector<long long> numbers;
 };
 
-/// Everything here counts what the watched library does, in every mode; rules are judged in the
-/// strict mode alone (the VM's own -Xcheck:jni judges in the other).
+/// Everything here counts what the watched library does, in every mode; rules are checked in the
+/// strict mode only (in the other the VM's own -Xcheck:jni checks them).
 class StrictJni {
 public:
     /// Gets the text of every broken rule, and of every wrong use of this table, on the thread
@@ -39,11 +39,11 @@ public:
     /// thread and before the call is made. It makes no JNI call itself.
     using Observer = std::function<void(const JniCall& call)>;
 
-    /// Puts the table over the VM's, for every thread at once and for good. Called when the VM is
-    /// made.
+    /// Replaces the VM's table, for every thread at once and until the process ends. Called when
+    /// the VM is made.
     static void install(JavaVM* vm, bool strict);
 
-    /// Names the library whose calls are judged, by its file. It need not be loaded yet.
+    /// Names the library whose calls are checked, by its file. It need not be loaded yet.
     static void watch(const std::string& library);
 
     static bool strict();
@@ -52,8 +52,8 @@ public:
     static int violations();
 
     /// How often the watched library called the JNI or invocation function of this name
-    /// ("NewObjectV", "AttachCurrentThread"; jni.h's C++ calls end in the functions named ...V).
-    /// 0 and a report for a name that there is not.
+    /// ("NewObjectV", "AttachCurrentThread"; jni.h's C++ calls end in the functions named ...V). 0
+    /// and a report for an unknown name.
     static int calls(const std::string& function);
 
     /// Local references that the watched library made and that live now, on all threads.
@@ -63,7 +63,7 @@ public:
     static int peakLocals();
     static void resetPeakLocals();
 
-    /// Forgets the calling thread's local references: its native frame has ended.
+    /// Drops the calling thread's local references from the count: its native frame has ended.
     static void forgetLocals();
 
     static int globalsMade();
@@ -100,8 +100,8 @@ private:
 };
 
 /// While it lives, one call of the watched library to a JNI or invocation function does nothing and
-/// fails: null or JNI_ERR (GetEnv: JNI_EDETACHED), with an OutOfMemoryError pending if asked for.
-/// `Leaves::result` is for the functions of the JNI table alone.
+/// fails: null or JNI_ERR (GetEnv: JNI_EDETACHED), with an OutOfMemoryError pending if requested.
+/// `Leaves::result` is only for the functions of the JNI table.
 class FailJni {
 public:
     enum class Leaves {

@@ -1,4 +1,4 @@
-// Every rule of the strict table fires when it is broken, and none when it is kept.
+// Every rule of the strict table is reported when it is broken, and none when it is kept.
 #include "harness/harness.h"
 
 #include <gtest/gtest-spi.h>
@@ -11,7 +11,7 @@ using namespace harness;
 
 void* library() {
     static void* const loaded = [] {
-        env(); // the table is in place before the library comes
+        env(); // the table is installed before the library is loaded
         StrictJni::watch(STRICT_PROBE);
         return dlopen(STRICT_PROBE, RTLD_NOW);
     }();
@@ -41,7 +41,7 @@ struct Case {
 
 class Rule : public testing::TestWithParam<Case> {};
 
-TEST_P(Rule, FiresWhenBroken) {
+TEST_P(Rule, IsReportedWhenBroken) {
     JNIEnv* jni = env();
     Breach* breach = probe<Breach>(GetParam().breach);
     int before = StrictJni::violations();
@@ -89,7 +89,7 @@ const Case cases[] = {
 INSTANTIATE_TEST_SUITE_P(Strict, Rule, testing::ValuesIn(cases),
                          [](const auto& info) { return std::string(info.param.breach); });
 
-TEST(Strict, LawfulCallsPass) {
+TEST(Strict, CorrectCallsPass) {
     int before = StrictJni::violations();
     EXPECT_TRUE(probe<bool(JNIEnv*)>("lawful")(env()));
     EXPECT_EQ(StrictJni::violations(), before);
@@ -167,7 +167,7 @@ TEST(Strict, CountsGlobalReferences) {
     StrictJni::forgetLocals();
 }
 
-TEST(Strict, CallsOfOthersAreNotJudged) {
+TEST(Strict, CallsOfOthersAreNotChecked) {
     library();
     int before = StrictJni::violations();
     jstring text = env()->NewStringUTF("\xF0\x9F\x98\x80");
@@ -304,7 +304,7 @@ TEST(FailJni, FailsOneCallAndThrows) {
     StrictJni::forgetLocals();
 }
 
-TEST(FailJni, LeavesNoExceptionWhenToldSo) {
+TEST(FailJni, LeavesNoExceptionWhenSoRequested) {
     FailJni fail("PushLocalFrame", 0, FailJni::Leaves::nothing);
     EXPECT_EQ(probe<jint(JNIEnv*)>("makeFrame")(env()), JNI_ERR);
     EXPECT_FALSE(env()->ExceptionCheck());
@@ -334,7 +334,7 @@ TEST(FailJni, FailsTheInvocationInterface) {
     EXPECT_EQ(own, env());
 }
 
-TEST(FailJni, MissesACallThatNeverCame) {
+TEST(FailJni, ReportsACallThatNeverCame) {
     library();
     EXPECT_NONFATAL_FAILURE({ FailJni fail("MonitorEnter"); },
                             "the call of MonitorEnter that was to fail never came");

@@ -21,7 +21,7 @@ void throwSomething(JNIEnv* env) {
 }
 } // namespace
 
-// Nothing is wrong with this one: it uses what the bridge uses.
+// This one breaks no rule: it uses what the bridge uses.
 PROBE bool lawful(JNIEnv* env) {
     if (env->PushLocalFrame(16) != JNI_OK) {
         return false;

@@ -1,4 +1,4 @@
-// The judging functions, one per entry of the JNI table, made from the entries' types.
+// The checking functions, one per entry of the JNI table, made from the entries' types.
 #include "strict_jni/state.h"
 #include "strict_jni/strict_jni.h"
 
@@ -39,7 +39,7 @@ const void* firstId(const std::tuple<A...>& arguments) {
     return method != nullptr ? method : first<jfieldID>(arguments);
 }
 
-/// The rules that an argument's type brings with it.
+/// The rules that follow from an argument's type.
 template <typename T>
 bool argumentKept(const Row& row, T value, bool first_object) {
     if constexpr (isReference<T>) {
@@ -65,7 +65,7 @@ bool argumentKept(const Row& row, T value, bool first_object) {
     }
 }
 
-/// What only some functions are judged by. `keep` runs before the call and `account` after it.
+/// Rules of some functions only. `keep` runs before the call and `account` after it.
 template <auto Member>
 struct Special {
     template <typename... A>
@@ -124,10 +124,10 @@ struct Entry<Member> {
     static inline Row row;
 
     static R JNICALL call(JNIEnv* env, A... arguments) {
-        return judge(__builtin_return_address(0), env, arguments...);
+        return checkAndCall(__builtin_return_address(0), env, arguments...);
     }
 
-    static R judge(const void* caller, JNIEnv* env, A... arguments) {
+    static R checkAndCall(const void* caller, JNIEnv* env, A... arguments) {
         if (!isWatched(caller)) {
             return (vm_table.*Member)(env, arguments...);
         }
@@ -151,7 +151,7 @@ struct Entry<Member> {
                 return R();
             }
         }
-        if (rules_judged && !kept(env, arguments...)) {
+        if (rules_checked && !kept(env, arguments...)) {
             return R();
         }
         // Released first: once the VM has it back, another thread may be given the same memory.
@@ -275,10 +275,10 @@ struct VariadicEntry<Variadic, Listed> {
         va_list arguments;
         va_start(arguments, method);
         if constexpr (std::is_void_v<R>) {
-            Entry<Listed>::judge(caller, env, on, method, arguments);
+            Entry<Listed>::checkAndCall(caller, env, on, method, arguments);
             va_end(arguments);
         } else {
-            R result = Entry<Listed>::judge(caller, env, on, method, arguments);
+            R result = Entry<Listed>::checkAndCall(caller, env, on, method, arguments);
             va_end(arguments);
             return result;
         }
@@ -294,10 +294,10 @@ struct VariadicEntry<Variadic, Listed> {
         va_list arguments;
         va_start(arguments, method);
         if constexpr (std::is_void_v<R>) {
-            Entry<Listed>::judge(caller, env, on, of, method, arguments);
+            Entry<Listed>::checkAndCall(caller, env, on, of, method, arguments);
             va_end(arguments);
         } else {
-            R result = Entry<Listed>::judge(caller, env, on, of, method, arguments);
+            R result = Entry<Listed>::checkAndCall(caller, env, on, of, method, arguments);
             va_end(arguments);
             return result;
         }

@@ -34,7 +34,7 @@ Contents read(const std::string& hex) {
         contents.packets.push_back(*packet);
     }
     contents.error = reader.error();
-    EXPECT_FALSE(reader.next().has_value()) << "the end is the end";
+    EXPECT_FALSE(reader.next().has_value()) << "the end stays the end";
     return contents;
 }
 
@@ -79,12 +79,12 @@ TEST(CaptureReader, ReadsSectionsOfBothOrdersInOneFile) {
                                kSection + kInterface + kPacket);
     EXPECT_EQ(file.error, "");
     ASSERT_EQ(file.packets.size(), 3u);
-    EXPECT_EQ(file.packets[1].time.seconds, 2) << "microseconds when nothing is said";
+    EXPECT_EQ(file.packets[1].time.seconds, 2) << "microseconds when no resolution is given";
     EXPECT_TRUE(file.packets[1].data.empty());
     EXPECT_EQ(file.packets[2].time.nanoseconds, 2u);
 }
 
-TEST(CaptureReader, PassesOverWhatItDoesNotKnow) {
+TEST(CaptureReader, SkipsUnknownBlocksAndOptions) {
     const Contents file =
         read(std::string(kSection) + "ad0b0000 10000000 01020304 10000000" +
              // A comment and a name before the resolution.
@@ -158,7 +158,7 @@ TEST(CaptureReader, RefusesOtherFiles) {
               "the interface at byte 28 has link type 1; a capture of the DTV service has 147");
 }
 
-TEST(CaptureReader, SaysWhatIsWrongAndWhere) {
+TEST(CaptureReader, ReportsWhatIsWrongAndWhere) {
     const std::string section = kSection;
     EXPECT_EQ(errorOf("0a0d0d0a 14000000 4d3c2b1a 01000000 14000000"),
               "the section header at byte 0 is too short");

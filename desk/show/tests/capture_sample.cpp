@@ -1,4 +1,5 @@
-// Sends and delivers a few messages through libDtv, and nothing else: what a capture is taken of.
+// Sends and delivers a few messages through libDtv, and does nothing else: the program whose
+// messages are captured.
 #include <dtv/exchange.h>
 
 #include <pthread.h>

@@ -1,4 +1,5 @@
-// What the catalogue knows of the messages, against numbers counted in the records by hand.
+// What the catalogue contains about the messages, compared with numbers counted in the records by
+// hand.
 #include "records/catalogue.h"
 
 #include <gmock/gmock.h>
@@ -159,7 +160,7 @@ TEST(Catalogue, DescribesEveryFieldOfEveryRecord) {
             for (size_t i = 0; i < described.size * described.count; ++i) {
                 const size_t at = described.offset + i;
                 ASSERT_LT(at, record->size) << name << "." << described.name;
-                EXPECT_FALSE(covered[at]) << name << "." << described.name << " lies on another";
+                EXPECT_FALSE(covered[at]) << name << "." << described.name << " overlaps another";
                 covered[at] = true;
             }
         }
@@ -183,7 +184,7 @@ TEST(Catalogue, KeepsFieldsInTheirOrder) {
     }
 }
 
-TEST(Catalogue, KnowsWhatFieldsAre) {
+TEST(Catalogue, DescribesTheKindsOfFields) {
     const Record& guide = *catalogue::find("ReceiveEpgInfoNotify")->record;
     const Field& after = field(guide, "after");
     EXPECT_EQ(after.offset, 1292u);

@@ -1,5 +1,5 @@
-// A capture that was cut or written over: nothing before the damage is lost, and nothing is read
-// that is not there.
+// A capture that was cut or overwritten: nothing before the damage is lost, and nothing beyond its
+// bytes is read.
 #include "desk/show/capture_reader.h"
 #include "desk/show/message.h"
 #include "desk/show/tests/hex.h"
@@ -94,8 +94,8 @@ TEST(DamagedFile, KeepsTheMessagesBeforeACut) {
     }
 }
 
-TEST(DamagedFile, BelievesNoLength) {
-    // The two lengths of each block, then those within: whose they are, and where they lie.
+TEST(DamagedFile, ChecksEveryLength) {
+    // The two lengths of each block, then those inside: the block that has it, and its offset.
     struct Length {
         size_t messages_before;
         size_t offset;
@@ -125,11 +125,11 @@ TEST(DamagedFile, BoundsTheLengthsOfOptions) {
             EXPECT_EQ(damaged.messages == 0, !damaged.error.empty());
         }
     }
-    // Those of a packet are not looked at.
+    // The options of a packet are not read.
     EXPECT_EQ(read(withNumberAt(156, 0xffff0002)).messages, 3u);
 }
 
-TEST(DamagedFile, TakesSizesThatAreOnlyTold) {
+TEST(DamagedFile, AcceptsAnySizeThatIsOnlyReported) {
     // The size before a cut, and the size that the sender gave.
     for (const size_t offset : {112u, 132u}) {
         for (const uint32_t number : {0u, 1u, 0x80000000u, 0xffffffffu}) {
@@ -145,7 +145,7 @@ TEST(DamagedFile, TakesSizesThatAreOnlyTold) {
                                     "    the capture lacks the 4294967257 bytes that follow\n"));
 }
 
-TEST(DamagedFile, SurvivesEveryByte) {
+TEST(DamagedFile, IsReadSafelyWithAnyByteChanged) {
     for (size_t offset = 0; offset < kCapture.size(); ++offset) {
         const auto* after = std::upper_bound(std::begin(kEdges), std::end(kEdges), offset);
         const auto blocks = static_cast<size_t>(after - std::begin(kEdges) - 1);
@@ -159,7 +159,7 @@ TEST(DamagedFile, SurvivesEveryByte) {
     }
 }
 
-/// All that is found when the reader resumes after each error.
+/// Everything that is found when the reader resumes after each error.
 struct Resumed {
     std::vector<uint64_t> messages; ///< where their packets begin
     std::vector<std::pair<uint64_t, uint64_t>> gaps;
@@ -213,7 +213,7 @@ TEST(DamagedFile, IsReadOnAfterAWrongLength) {
 }
 
 TEST(DamagedFile, IsReadOnAfterPacketsThatCannotBe) {
-    // Another interface, and more bytes than the block has: the block itself is whole.
+    // Another interface, and more bytes than the block has: the block itself is complete.
     for (const size_t offset : {180u, 192u}) {
         const Resumed found = readOn(withNumberAt(offset, 0x00ffffff));
         EXPECT_EQ(found.messages, (Offsets{88, 260}));

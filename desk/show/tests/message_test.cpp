@@ -37,7 +37,7 @@ std::vector<std::string> linesOf(const std::string& hex, uint32_t left_out = 0) 
 
 constexpr char kEvening[] = "6576656e696e67000000000000000000";
 
-TEST(Message, TakesItsHeaderApart) {
+TEST(Message, SplitsItsHeaderIntoFields) {
     std::string error;
     const auto message = show::readMessage(packetOf("01020300 67120000 40000010 feffffff 0c000000"
                                                     "31323334353637383930616263646566 0304",
@@ -123,28 +123,28 @@ TEST(Message, ShowsEventsAndVerdicts) {
                             "                 returned 1"));
 }
 
-TEST(Message, ShowsWhatItDoesNotKnow) {
-    const std::string nobody = "00000000000000000000000000000000";
-    EXPECT_THAT(linesOf("01010000 67120000 08000010 00000000 02000000" + nobody + "0341"),
+TEST(Message, ShowsUnknownMessages) {
+    const std::string unnamed = "00000000000000000000000000000000";
+    EXPECT_THAT(linesOf("01010000 67120000 08000010 00000000 02000000" + unnamed + "0341"),
                 ElementsAre("20:14:03.123456  (4711)  -> 0x10000008, unknown message, 2 bytes",
                             "    0000  03 41"
                             "                                            .A"));
-    EXPECT_THAT(linesOf("01090000 67120000 01000010 00000000 02000000" + nobody + "0300"),
+    EXPECT_THAT(linesOf("01090000 67120000 01000010 00000000 02000000" + unnamed + "0300"),
                 ElementsAre("20:14:03.123456  (4711)  -- Release 0x10000001, unknown kind 9, "
                             "2 bytes",
                             "    0000  03 00"
                             "                                            .."));
 }
 
-TEST(Message, SaysWhatTheCaptureLacks) {
-    const std::string nobody = "00000000000000000000000000000000";
-    EXPECT_THAT(linesOf("01010000 67120000 01000010 00000000 0a000000" + nobody + "0300", 8),
+TEST(Message, ReportsWhatTheCaptureLacks) {
+    const std::string unnamed = "00000000000000000000000000000000";
+    EXPECT_THAT(linesOf("01010000 67120000 01000010 00000000 0a000000" + unnamed + "0300", 8),
                 ElementsAre("20:14:03.123456  (4711)  -> Release 0x10000001, 10 bytes, "
                             "TS_HANDLE_REQ",
                             "    handle  3", //
                             "    the capture lacks the 8 bytes that follow"));
     EXPECT_THAT(
-        linesOf("01020000 67120000 38000010 00000000 14000000" + nobody + "0300000007000000"),
+        linesOf("01020000 67120000 38000010 00000000 14000000" + unnamed + "0300000007000000"),
         ElementsAre("20:14:03.123456  (4711)  <- Release_Sync 0x10000038 returned 0,",
                     "                 8 bytes, told 20, TS_COMMON_SYNC_REPLY",
                     "    handle        3", //

@@ -206,7 +206,7 @@ TEST(RecordText, CountsTheEmptyElementsOfAnArray) {
     EXPECT_EQ(lines[21], "    the record ends here, 233 of 436 bytes");
 }
 
-TEST(RecordText, SaysWhereAShortRecordEnds) {
+TEST(RecordText, ShowsWhereAShortRecordEnds) {
     const Record& layout = layoutOf("SelectChannel");
     EXPECT_THAT(linesOf(layout, ""), ElementsAre("    the record ends here, 0 of 12 bytes"));
     EXPECT_THAT(linesOf(layout, "03"), ElementsAre("    handle            only 0x03",
@@ -234,7 +234,7 @@ TEST(RecordText, SaysWhereAShortRecordEnds) {
                             "    the record ends here, 11 of 30 bytes"));
 }
 
-TEST(RecordText, ShowsWhatALongRecordHasBehindIt) {
+TEST(RecordText, ShowsTheBytesAfterALongRecord) {
     EXPECT_THAT(linesOf(layoutOf("Release"), "0300 00 01 02"),
                 ElementsAre("    handle  3", //
                             "    surplus  00 01 02"));

@@ -11,7 +11,7 @@ trap 'rm -rf "$folder"' EXIT
 cd "$folder"
 failed=0
 
-# check STATUS TEXT ARGUMENT...: the exit status, and all that is printed but the usage.
+# check STATUS TEXT ARGUMENT...: the exit status, and everything that is printed except the usage.
 check() {
     expected=$1
     text=$2

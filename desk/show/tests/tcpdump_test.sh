@@ -1,5 +1,5 @@
 #!/bin/sh
-# What libDtv captures is a file that tcpdump opens and that dtv-show prints.
+# tcpdump opens the file that libDtv captures to, and dtv-show prints it.
 # usage: tcpdump_test.sh DTV_SHOW CAPTURE_SAMPLE [EMULATOR...]
 set -eu
 export LC_ALL=C TZ=UTC
@@ -84,27 +84,27 @@ TIME DtvEvent-1 (ID) -> BmlPermissionReq 0x10000042 returned 1
 END
 )" "$(shown "$show" --only Release_Sync --only BmlPermissionReq "$capture")"
 
-# status EXPECTED COMMAND...: the exit status, and what is said on standard error.
-said=$folder/said
+# status EXPECTED COMMAND...: the exit status; standard error goes to a file.
+errors=$folder/errors
 status() {
     expected=$1
     shift
     actual=0
-    run "$@" >"$folder/out" 2>"$said" || actual=$?
+    run "$@" >"$folder/out" 2>"$errors" || actual=$?
     check "exit status of $*" "$expected" "$actual"
 }
 
 head -c 200 "$capture" >"$folder/cut"
 status 1 "$show" "$folder/cut"
-check "what is said of a cut file" \
+check "messages about a cut file" \
     "dtv-show: $folder/cut: the file ends at byte 200, in the middle of the block at byte 180" \
-    "$(cat "$said")"
-check "what is shown of a cut file" "1 message" "$(tail -n 1 "$folder/out")"
+    "$(cat "$errors")"
+check "output for a cut file" "1 message" "$(tail -n 1 "$folder/out")"
 echo "no capture" >"$folder/text"
 status 1 "$show" "$folder/text"
-check "what is said of another file" \
+check "messages about another file" \
     "dtv-show: $folder/text: this is not a pcapng file: no section header at byte 0" \
-    "$(cat "$said")"
+    "$(cat "$errors")"
 # The third message's length is damaged: the others are shown.
 cp "$capture" "$folder/damaged"
 first=$((88 + $(od -An -tu4 -j 92 -N 4 "$capture")))
@@ -112,12 +112,13 @@ second=$((first + $(od -An -tu4 -j $((first + 4)) -N 4 "$capture")))
 length=$(($(od -An -tu4 -j $((second + 4)) -N 4 "$capture")))
 printf '\001' | dd of="$folder/damaged" bs=1 seek=$((second + 4)) conv=notrunc 2>/dev/null
 status 1 "$show" "$folder/damaged"
-check "what is said of a damaged file" "dtv-show: $folder/damaged: the block at byte $second cannot \
+check "messages about a damaged file" "dtv-show: $folder/damaged: the block at byte $second cannot \
 be $(((length & ~255) + 1)) bytes long; skipped $length bytes, to byte $((second + length))" \
-    "$(cat "$said")"
-check "what is shown of a damaged file" "7 messages" "$(tail -n 1 "$folder/out")"
+    "$(cat "$errors")"
+check "output for a damaged file" "7 messages" "$(tail -n 1 "$folder/out")"
 
-# Standard input, in pieces that are no whole blocks; each message is printed when it is there.
+# Standard input, in pieces that are no whole blocks; each message is printed as soon as it is
+# complete.
 whole=$(run "$show" "$capture")
 slowly() {
     offset=0
@@ -127,7 +128,7 @@ slowly() {
         sleep 0.02
     done
 }
-check "what is shown of a slow pipe" "$whole" "$(slowly | run "$show" -)"
+check "output for a slow pipe" "$whole" "$(slowly | run "$show" -)"
 mkfifo "$folder/pipe"
 run "$show" - <"$folder/pipe" >"$folder/live" &
 shower=$!
@@ -146,23 +147,23 @@ while [ "$(grep -c SelectChannel "$folder/live")" -eq 0 ] ||
 done
 exec 3>&-
 wait "$shower"
-check "what is shown of a pipe that ends" "2 messages" "$(tail -n 1 "$folder/live")"
+check "output for a pipe that ends" "2 messages" "$(tail -n 1 "$folder/live")"
 status 1 "$show" - </dev/null
-check "what is said of empty input" "dtv-show: standard input: the file is empty" "$(cat "$said")"
+check "messages about empty input" "dtv-show: standard input: the file is empty" "$(cat "$errors")"
 
 status 2 "$show" "$folder/none"
-check "what is said of no file" "dtv-show: cannot open $folder/none: No such file or directory" \
-    "$(cat "$said")"
+check "messages about no file" "dtv-show: cannot open $folder/none: No such file or directory" \
+    "$(cat "$errors")"
 status 2 "$show" "$folder"
-check "what is said of a folder" "dtv-show: $folder is a directory" "$(cat "$said")"
+check "messages about a folder" "dtv-show: $folder is a directory" "$(cat "$errors")"
 status 2 "$show" --only SelectChanel "$capture"
-check "what is said of a wrong name" \
-    "dtv-show: no message is named SelectChanel; the nearest is SelectChannel" "$(cat "$said")"
+check "messages about a wrong name" \
+    "dtv-show: no message is named SelectChanel; the nearest is SelectChannel" "$(cat "$errors")"
 for wrong in "" "--only" "--nothing $capture" "$capture $capture" "--list $capture" \
     "--only Create" "--list --only Create"; do
     # shellcheck disable=SC2086 # a list of words
     status 2 "$show" $wrong
-    check "usage after '$wrong'" "usage: dtv-show [--only NAME]... FILE" "$(sed -n 2p "$said")"
+    check "usage after '$wrong'" "usage: dtv-show [--only NAME]... FILE" "$(sed -n 2p "$errors")"
 done
 status 0 "$show" --help
 check "usage on standard output" "usage: dtv-show [--only NAME]... FILE" \
@@ -174,7 +175,7 @@ check "a line of the list" \
     "$(grep 0x10000006 "$folder/out")"
 if [ -e /dev/full ]; then
     actual=0
-    run "$show" --list >/dev/full 2>"$said" || actual=$?
+    run "$show" --list >/dev/full 2>"$errors" || actual=$?
     check "exit status when the list cannot be written" 1 "$actual"
 fi
 

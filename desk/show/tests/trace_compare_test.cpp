@@ -33,7 +33,7 @@ TEST(TraceCompare, KeepsEverythingElse) {
     }
 }
 
-TEST(TraceCompare, IgnoresSourceLinesWhenThatIsWanted) {
+TEST(TraceCompare, IgnoresSourceLinesWhenRequested) {
     const show::TraceCompareOptions options{true};
     EXPECT_EQ(comparableLine(",T,desk,FUNCSTART,JNI_OnLoad(),  66,", options),
               ",T,desk,FUNCSTART,JNI_OnLoad(),LINE,");
@@ -56,7 +56,7 @@ TEST(TraceCompare, FindsTheFirstDifference) {
     EXPECT_EQ(other.difference->second, "c");
 }
 
-TEST(TraceCompare, SeesThatOneEndsBefore) {
+TEST(TraceCompare, FindsThatOneTraceIsShorter) {
     const TraceComparison shorter = compare("a\n", "a\nb\n");
     ASSERT_TRUE(shorter.difference);
     EXPECT_EQ(shorter.difference->line, 2u);

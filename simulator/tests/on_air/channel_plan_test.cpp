@@ -73,7 +73,7 @@ TEST(ChannelNumberTest, TakesTheNearestChannelWithinHalfAMegahertz) {
     EXPECT_EQ(Band::kNone, channelNumber(476142857, "br").band);
 }
 
-TEST(ChannelNumberTest, KnowsTheEndsOfTheBands) {
+TEST(ChannelNumberTest, FindsTheEndsOfTheBands) {
     EXPECT_EQ(Band::kVhf, channelNumber(213142857, "br").band);
     EXPECT_EQ(Band::kVhf, channelNumber(1, "br").band);
     EXPECT_EQ(Band::kNone, channelNumber(300000000, "br").band);
@@ -120,7 +120,7 @@ TEST(ChannelTableTest, NumbersAJapaneseTableAsJapanDoes) {
     EXPECT_NE(nullptr, read(table.path()).find(13, 0));
 }
 
-TEST(ChannelTableTest, ReadsWhatDebianCarries) {
+TEST(ChannelTableTest, ReadsTheTablesOfDebian) {
     const ChannelPlan plan = read("/usr/share/dvb/isdb-t/br-sp-SaoPaulo");
     EXPECT_EQ(35U, plan.stations.size());
     EXPECT_EQ(2, plan.vhf_entries);
@@ -130,7 +130,7 @@ TEST(ChannelTableTest, ReadsWhatDebianCarries) {
     EXPECT_EQ("RBI TV", plan.find(14, 0)->name);
 }
 
-TEST(ChannelTableTest, LeavesNoEntryOfDebiansTablesUncounted) {
+TEST(ChannelTableTest, CountsEveryEntryOfDebiansTables) {
     int tables = 0;
     int largest = 0;
     for (const auto& file : std::filesystem::directory_iterator("/usr/share/dvb/isdb-t")) {
@@ -150,7 +150,7 @@ TEST(ChannelTableTest, LeavesNoEntryOfDebiansTablesUncounted) {
     EXPECT_EQ(48, largest) << "Argentina: 14 to 62 without 37";
 }
 
-TEST(ChannelTableTest, SaysWhyItCannotRead) {
+TEST(ChannelTableTest, ReportsWhyItCannotRead) {
     std::string error;
     EXPECT_FALSE(readChannelTable("/no/such/table", error).has_value());
     EXPECT_EQ("/no/such/table: No such file or directory", error);

@@ -46,7 +46,7 @@ TEST(GuideTest, ReadsChannelsAndProgrammes) {
     EXPECT_EQ(timeOf("20260401130000 +0000"), programmes[1].stop) << "the last: one hour";
 }
 
-TEST(GuideTest, SaysWhyItCannotRead) {
+TEST(GuideTest, ReportsWhyItCannotRead) {
     std::string error;
     EXPECT_FALSE(readGuide("/no/such/guide.xml", error).has_value());
     EXPECT_EQ("/no/such/guide.xml: File was not found", error);
@@ -77,7 +77,7 @@ protected:
     std::vector<Programme> following_;
 };
 
-TEST_F(OnAirTest, KnowsWhatIsOnAndWhatFollows) {
+TEST_F(OnAirTest, FindsTheCurrentProgrammeAndTheNext) {
     EXPECT_EQ("A", currentAt("20260401060000"));
     ASSERT_EQ(2U, following_.size());
     EXPECT_EQ("B", following_[0].title);
@@ -98,7 +98,7 @@ TEST_F(OnAirTest, RepeatsItsDays) {
     EXPECT_EQ("C", currentAt("20260401055959"));
 }
 
-TEST(GuideOfStationTest, GoesByNameOrInTurn) {
+TEST(GuideOfStationTest, IsFoundByNameOrInTurn) {
     ChannelPlan plan;
     plan.stations = {{20, 0, 0, "Um, Dois"}, {21, 0, 0, "X"}, {22, 0, 0, "Y"}};
     Guide guide;

@@ -8,7 +8,7 @@ namespace {
 
 using namespace simulator;
 
-TEST(XmltvTimeTest, ReadsWhatFilesWrite) {
+TEST(XmltvTimeTest, ReadsTheFormsThatFilesUse) {
     EXPECT_EQ(0, timeOf("19700101000000 +0000"));
     EXPECT_EQ(0, timeOf("19700101090000 +0900"));
     EXPECT_EQ(0, timeOf("19691231210000 -0300"));

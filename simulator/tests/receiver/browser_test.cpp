@@ -98,7 +98,8 @@ protected:
         return expectLater(event_id::kBmlStatusNotify).as<TS_CHANGE_STATUS_NOTIFY>().change_status;
     }
 
-    /// The next event, without those about the signal and the like, which never end.
+    /// The next event, without those about the signal and other values that are notified
+    /// repeatedly.
     Event expectNextOfBrowser(int event_id) {
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
         while (std::chrono::steady_clock::now() < end) {
@@ -134,7 +135,7 @@ protected:
     };
 };
 
-TEST_F(BrowserTest, AsksForThirteenThingsAndWaitsForEachAnswer) {
+TEST_F(BrowserTest, SendsThirteenRequestsAndWaitsForEachAnswer) {
     const int handle = createReceiving();
     EXPECT_EQ(kDone, control(handle, 1));
     EXPECT_EQ(1, status());
@@ -172,7 +173,7 @@ TEST_F(BrowserTest, WaitsAsLongAsNoAnswerComes) {
     expectNextOfBrowser(event_id::kBmlAuthReq);
 }
 
-TEST_F(BrowserTest, KnowsWhatABlockHoldsOnceItWasWritten) {
+TEST_F(BrowserTest, ComparesABlockThatIsReadWithTheOneWritten) {
     const int handle = createReceiving();
     EXPECT_EQ(kDone, control(handle, 1));
     for (const bool written : {false, true, true}) {
@@ -197,7 +198,7 @@ TEST_F(BrowserTest, KnowsWhatABlockHoldsOnceItWasWritten) {
     }
 }
 
-TEST_F(BrowserTest, TellsWhatItsRecordsAreMadeOf) {
+TEST_F(BrowserTest, FillsTheFieldsOfItsRecords) {
     const int handle = createReceiving();
     EXPECT_EQ(kDone, control(handle, 1));
     for (const Row& row : kRows) {
@@ -233,7 +234,7 @@ TEST_F(BrowserTest, RunsOnlyWithAProgrammeAndAPlane) {
     EXPECT_EQ(kNotNow, resultOf(event_id::kBmlRebootBrowserReply, handle));
 }
 
-TEST_F(BrowserTest, AsksNothingWhileSuspended) {
+TEST_F(BrowserTest, SendsNoRequestWhileSuspended) {
     const int handle = createReceiving();
     EXPECT_EQ(kDone, control(handle, 1));
     expectNextOfBrowser(event_id::kBmlPermissionReq);
@@ -252,7 +253,7 @@ TEST_F(BrowserTest, AsksNothingWhileSuspended) {
                       TS_KEY_EVENT_REQ{static_cast<uint16_t>(handle), 1, 0, 0, 0}));
 }
 
-TEST_F(BrowserTest, BeginsAnewWhenRebooted) {
+TEST_F(BrowserTest, StartsFromTheBeginningWhenRebooted) {
     const int handle = createReceiving();
     EXPECT_EQ(kDone, control(handle, 1));
     expectNextOfBrowser(event_id::kBmlPermissionReq);
@@ -276,7 +277,7 @@ TEST_F(BrowserTest, EndsWithTheProgramme) {
         EXPECT_EQ(0, answer(handle, row.request));
     }
     EXPECT_EQ(0, send(command_id::kTerminateBroadcastReceiving, handle));
-    // The text that is being entered is no longer wanted.
+    // The text that is being entered is no longer needed.
     EXPECT_EQ(handle, expectLater(event_id::kBmlEndFepNotify).as<TS_HANDLE_NOTIFY>().handle);
     EXPECT_EQ(0, status());
     EXPECT_NE(0, answer(handle, BrowserRequest::kFep));

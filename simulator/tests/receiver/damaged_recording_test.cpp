@@ -45,7 +45,7 @@ protected:
     int64_t playing_from_ = 0;
 };
 
-TEST_F(DamagedRecordingTest, IsToldWhereItIsDamaged) {
+TEST_F(DamagedRecordingTest, IsReportedWhereItIsDamaged) {
     openReceiving();
     EXPECT_EQ(185, now());
     recordAndPlay(16000);
@@ -60,7 +60,7 @@ TEST_F(DamagedRecordingTest, IsToldWhereItIsDamaged) {
     EXPECT_EQ(1U, countOf(rest, event_id::kPlayEventNotify)) << "the end";
 }
 
-TEST_F(DamagedRecordingTest, IsToldSoonerWhenPlayedFast) {
+TEST_F(DamagedRecordingTest, IsReportedSoonerWhenPlayedFast) {
     openReceiving();
     recordAndPlay(16000);
     changeSpeed(10, false);
@@ -69,7 +69,7 @@ TEST_F(DamagedRecordingTest, IsToldSoonerWhenPlayedFast) {
     EXPECT_EQ(0U, countOf(until(now() + 60000), event_id::kPlayErrorNotify)) << "once";
 }
 
-TEST_F(DamagedRecordingTest, IsNotToldBackwards) {
+TEST_F(DamagedRecordingTest, IsNotReportedBackwards) {
     openReceiving();
     recordAndPlay(16000);
     until(playing_from_ + 15000);
@@ -86,19 +86,19 @@ TEST_F(DamagedRecordingTest, IsNotToldBackwards) {
     EXPECT_EQ(10010, await(event_id::kPlayErrorNotify).moment - turned_at);
 }
 
-TEST_F(DamagedRecordingTest, IsNotToldBackwardsFromBeforeTheDamage) {
+TEST_F(DamagedRecordingTest, IsNotReportedBackwardsFromBeforeTheDamage) {
     openReceiving();
     recordAndPlay(16000);
     until(playing_from_ + 9000);
     changeSpeed(1, true);
     const int64_t turned_at = now();
-    // Nine seconds back, but none of them brings it to the damage.
+    // Nine seconds back, but in none of them playback reaches the damage.
     EXPECT_EQ(0U, countOf(until(turned_at + 8000), event_id::kPlayErrorNotify));
     const TimedEvent beginning = await(event_id::kPlayEventNotify);
     EXPECT_EQ(10010, await(event_id::kPlayErrorNotify).moment - beginning.moment);
 }
 
-TEST_F(DamagedRecordingTest, IsNotToldWhilePaused) {
+TEST_F(DamagedRecordingTest, IsNotReportedWhilePaused) {
     openReceiving();
     recordAndPlay(16000);
     until(playing_from_ + 10000);
@@ -110,7 +110,7 @@ TEST_F(DamagedRecordingTest, IsNotToldWhilePaused) {
     EXPECT_EQ(10, await(event_id::kPlayErrorNotify).moment - resumed_at);
 }
 
-TEST_F(DamagedRecordingTest, IsDamagedWhereItWasFirst) {
+TEST_F(DamagedRecordingTest, IsDamagedAtTheFirstFadeOnly) {
     openReceiving();
     until(10195);
     EXPECT_EQ(0, send(command_id::kControlLNA, 1, 1));

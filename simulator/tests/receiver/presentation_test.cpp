@@ -19,7 +19,7 @@ using android::Surface;
 
 class PresentationTest : public SimulatorTest {
 protected:
-    /// A references of one new surface for each plane that is asked for.
+    /// References to one new surface for each requested plane.
     static TS_DTVSV_SP surfaces(int count) {
         TS_DTVSV_SP references;
         for (; references.surface_count < count; ++references.surface_count) {
@@ -28,7 +28,7 @@ protected:
         return references;
     }
 
-    /// Waits until the simulator alone holds a surface that it keeps, or nobody else does.
+    /// The number of references to a surface besides the test's own.
     static int holders(const sp<Surface>& surface) { return surface->getStrongCount() - 1; }
 
     template <class Record>
@@ -105,7 +105,7 @@ TEST_F(PresentationTest, KeepsASurfaceUntilItsPlaneIsReleased) {
     EXPECT_EQ(kNotNow, resultOf(event_id::kReleaseDisplayReply, handle));
 }
 
-TEST_F(PresentationTest, LetsAllSurfacesGoWithTheSession) {
+TEST_F(PresentationTest, ReleasesAllSurfacesWithTheSession) {
     const int handle = create();
     TS_DTVSV_SP references = surfaces(3);
     EXPECT_EQ(0,
@@ -124,7 +124,7 @@ TEST_F(PresentationTest, LetsAllSurfacesGoWithTheSession) {
     EXPECT_EQ(0, holders(references.surface[2]));
 }
 
-TEST_F(PresentationTest, PutsANewSurfaceInPlaceOfTheOldOne) {
+TEST_F(PresentationTest, ReplacesTheOldSurfaceByANewOne) {
     const int handle = create();
     TS_DTVSV_SP first = surfaces(1);
     TS_DTVSV_SP second = surfaces(1);
@@ -207,7 +207,7 @@ TEST_F(PresentationTest, ControlsStreamsOnlyWhileThereAreSome) {
     EXPECT_EQ(kNotNow, exchange(command_id::kControlDecodeAudio_Sync, on).return_value);
 }
 
-TEST_F(PresentationTest, TellsWhatBecameOfTheSound) {
+TEST_F(PresentationTest, NotifiesAboutChangesOfTheSound) {
     const int handle = createReceiving();
     EXPECT_EQ(0, send(command_id::kChangeSoundDualMono, handle, 1));
     EXPECT_EQ(kDone, resultOf(event_id::kChangeSoundDualMonoReply, handle));
@@ -233,7 +233,7 @@ TEST_F(PresentationTest, BoundsDelaysBySession) {
     EXPECT_EQ(kNoSuchThing, resultOf(event_id::kSetSoundVideoDelayReply, handle));
 }
 
-TEST_F(PresentationTest, GoesThroughTheStatesOfCaptions) {
+TEST_F(PresentationTest, PassesThroughTheStatesOfCaptions) {
     const int handle = createReceiving();
     TS_DTVSV_SP references = surfaces(1);
     enum : int {
@@ -306,7 +306,7 @@ TEST_F(PresentationTest, BeginsReceptionWithTheFirstComponents) {
     EXPECT_EQ(kNoSuchThing, resultOf(event_id::kSelectAudioComponentNotify, handle));
 }
 
-TEST_F(PresentationTest, LogsTheTunerWhenToldTo) {
+TEST_F(PresentationTest, LogsTheTunerWhenRequested) {
     const int handle = createReceiving();
     EXPECT_EQ(0, send(command_id::kGetTunerLogStatus, handle));
     EXPECT_EQ(
@@ -327,7 +327,7 @@ TEST_F(PresentationTest, LogsTheTunerWhenToldTo) {
     EXPECT_EQ(kNoSuchThing, resultOf(event_id::kSetTunerLogReply, handle));
 }
 
-TEST_F(PresentationTest, ToldOfFadesAndRecoveries) {
+TEST_F(PresentationTest, NotifiesAboutFadesAndRecoveries) {
     const int handle = createReceiving();
     expectLater(event_id::kGoodSensNotify);
     const auto bad = expectLater(event_id::kBadSensNotify).as<TS_SENS_NOTIFY>();

@@ -55,7 +55,7 @@ protected:
         return expectLater(event_id::kPlayStatusNotify).as<TS_PLAY_STATUS_NOTIFY>().play_status;
     }
 
-    /// Sends a command to the player and expects its reply to say so.
+    /// Sends a command to the player and expects this result in its reply.
     template <class Record>
     void order(int command, int reply, const Record& record, int result) {
         EXPECT_EQ(0, send(command, record));
@@ -191,7 +191,7 @@ TEST_F(RecorderTest, MovesThroughAPausedRecording) {
     order(command_id::kTerminatePlay, event_id::kTerminatePlayReply, handle, kDone);
     order(command_id::kStartPlay, event_id::kStartPlayReply, playOf(handle, program, true, true),
           kDone);
-    EXPECT_EQ(2U, nextStatus().current_time) << "where it was left";
+    EXPECT_EQ(2U, nextStatus().current_time) << "where it was stopped";
 }
 
 TEST_F(RecorderTest, PlaysFastAndBackwards) {

@@ -20,7 +20,7 @@ protected:
         return record;
     }
 
-    /// Where a search that was accepted ends; the channels it looked at go into `looked_at`.
+    /// Where a search that was accepted ends; the channels that it tried are added to `looked_at`.
     TS_TERMINATE_SEARCH_CHANNEL_NOTIFY searchEnd(std::vector<int>& looked_at) {
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
         while (std::chrono::steady_clock::now() < end) {
@@ -107,7 +107,7 @@ TEST_F(TunerTest, EndsAScanThatIsCancelled) {
     EXPECT_EQ(kNotNow, resultOf(event_id::kTerminateScanNotify, handle));
 }
 
-TEST_F(TunerTest, TellsAboutAStationOnceItIsReceived) {
+TEST_F(TunerTest, NotifiesAboutAStationOnceItIsReceived) {
     const int handle = createReceiving();
     EXPECT_EQ(20U, expectLater(event_id::kGoodSensNotify).as<TS_SENS_NOTIFY>().physical_channel);
     EXPECT_LT(
@@ -189,7 +189,7 @@ TEST_F(TunerTest, SearchesUpAndDownAndReceivesWhatItFinds) {
     EXPECT_EQ(kDone, resultOf(event_id::kTerminateBroadcastReceivingReply, handle));
 }
 
-TEST_F(TunerTest, FindsNothingWhereNothingIsOnTheAir) {
+TEST_F(TunerTest, FindsNothingWithoutStations) {
     simulator::Options empty = options();
     empty.plan.stations.clear();
     start(std::move(empty));
@@ -202,7 +202,7 @@ TEST_F(TunerTest, FindsNothingWhereNothingIsOnTheAir) {
     EXPECT_EQ(13, looked_at.back());
 }
 
-TEST_F(TunerTest, RefusesASearchFromNowhere) {
+TEST_F(TunerTest, RefusesASearchFromAnUnknownService) {
     const int handle = create();
     for (const TS_SEARCH_CHANNEL_REQ& wanted :
          {searchFrom(handle, 12, 0), searchFrom(handle, 63, 0), searchFrom(handle, 20, 2)}) {
@@ -239,7 +239,7 @@ TEST_F(TunerTest, AnswersForASessionThatDoesNotExist) {
     EXPECT_EQ(kUnknownHandle, reply.return_value);
 }
 
-TEST_F(TunerTest, ForgetsAReleasedSessionOnce) {
+TEST_F(TunerTest, ReleasesASessionOnce) {
     const int handle = createReceiving();
     EXPECT_EQ(0, send(command_id::kRelease, handle));
     EXPECT_EQ(kDone, resultOf(event_id::kReleaseReply, handle));
@@ -260,7 +260,7 @@ TEST_F(TunerTest, RepliesInTheOrderOfTheCommands) {
     expectLater(event_id::kReleaseReply);
 }
 
-TEST_F(TunerTest, AnswersSynchronousTwinsAtOnceAndWithoutAnEvent) {
+TEST_F(TunerTest, AnswersSynchronousCommandsAtOnceAndWithoutAnEvent) {
     const int handle = create();
     EXPECT_EQ(0, send(command_id::kSelectChannel, serviceOf(handle, 30)));
     const TS_COMMON_SYNC_REPLY stopped =
@@ -273,7 +273,7 @@ TEST_F(TunerTest, AnswersSynchronousTwinsAtOnceAndWithoutAnEvent) {
     expectNothing();
 }
 
-TEST_F(TunerTest, DoesNotTakeWhatIsNoCommand) {
+TEST_F(TunerTest, RefusesWhatIsNoCommand) {
     const int handle = create();
     EXPECT_NE(0, send(0x10000008, handle));
     EXPECT_NE(0, send(0x10000042, handle));

@@ -49,7 +49,7 @@ TEST(FieldPathTest, FindsFields) {
     expectPlace(948, 2, Kind::kUnsigned, "BmlEnrolTvlinkReq", "expire_date[6]");
 }
 
-TEST(FieldPathTest, SaysWhatIsWrongWithAPath) {
+TEST(FieldPathTest, ReportsWhatIsWrongWithAPath) {
     EXPECT_EQ("TS_COMMON_REPLY has no field \"Handle\"; it has: handle, result",
               errorOf("CreateReply", "Handle"));
     EXPECT_EQ("TS_COMMON_REPLY has no field \"\"; it has: handle, result",

@@ -1,4 +1,4 @@
-// What is said of a wrong script, and about which line.
+// The messages about an invalid script, and the lines that they name.
 #include "script/script_text.h"
 
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ std::string errorOfStop(const std::string& members) {
     return errorOf("{\"version\": 1,\n\"stop\":\n{" + members + "}}");
 }
 
-TEST(ScriptErrorTest, WantsTheVersion) {
+TEST(ScriptErrorTest, RequiresTheVersion) {
     EXPECT_EQ("2: \"version\" is missing", errorOf("\n{}"));
     EXPECT_EQ("2: \"version\" has to be 1", errorOf("{\n\"version\": 2}"));
     EXPECT_EQ("1: \"version\" has to be 1", errorOf(R"({"version": 0})"));
@@ -36,7 +36,7 @@ TEST(ScriptErrorTest, WantsTheVersion) {
     EXPECT_EQ("1: \"version\" has to be 1", errorOf(R"({"version": 18446744073709551617})"));
 }
 
-TEST(ScriptErrorTest, WantsAnObjectOfKnownMembers) {
+TEST(ScriptErrorTest, RequiresAnObjectOfKnownMembers) {
     EXPECT_EQ("3: \"comands\" is not known here; known are: version, commands, events, records, "
               "stop",
               errorOf("{\"version\": 1,\n\n\"comands\": []}"));
@@ -61,7 +61,7 @@ TEST(ScriptErrorTest, WantsAnObjectOfKnownMembers) {
               errorOfRecord(R"("event": "CaInfoNotify", "bytes": {"hex": "00", "size": 1})"));
 }
 
-TEST(ScriptErrorTest, WantsNamesOfMessages) {
+TEST(ScriptErrorTest, RequiresNamesOfMessages) {
     EXPECT_EQ("3: \"command\" is missing", errorOfCommand(R"("result": 1)"));
     EXPECT_EQ("3: \"command\" has to be the name of a command", errorOfCommand(R"("command": 1)"));
     EXPECT_EQ("3: \"selectchannel\" is the name of no command",
@@ -88,7 +88,7 @@ TEST(ScriptErrorTest, WantsNamesOfMessages) {
               errorOfCommand("\"command\": \"" + std::string(1000, 'x') + "\""));
 }
 
-TEST(ScriptErrorTest, WantsNumbersWithinTheirLimits) {
+TEST(ScriptErrorTest, RequiresNumbersWithinTheirLimits) {
     const auto with = [](const std::string& member) {
         return errorOfCommand("\"command\": \"BMLStartTvLinkReq\",\n" + member);
     };
@@ -129,7 +129,7 @@ TEST(ScriptErrorTest, WantsNumbersWithinTheirLimits) {
               errorOfRecord(R"("event": "CaInfoNotify", "size": -1)"));
 }
 
-TEST(ScriptErrorTest, WantsRulesOfCommandsThatMakeSense) {
+TEST(ScriptErrorTest, RequiresMeaningfulRulesOfCommands) {
     EXPECT_EQ("4: \"answer\" has to be true or false",
               errorOfCommand("\"command\": \"Create\",\n\"answer\": 0"));
     EXPECT_EQ("4: \"send_result\" 0 would say that the command was taken",
@@ -151,7 +151,7 @@ TEST(ScriptErrorTest, WantsRulesOfCommandsThatMakeSense) {
     EXPECT_EQ("", errorOfCommand(R"("command": "Release_Sync", "send_result": 1, "delay_ms": 1)"));
 }
 
-TEST(ScriptErrorTest, WantsOneOccasion) {
+TEST(ScriptErrorTest, RequiresOneOccasion) {
     EXPECT_EQ("3: either \"at_ms\" or \"after\" is needed",
               errorOfEvent("\"event\":\n\"CaInfoNotify\""));
     EXPECT_EQ("3: either \"at_ms\" or \"after\" is needed",
@@ -166,7 +166,7 @@ TEST(ScriptErrorTest, WantsOneOccasion) {
     EXPECT_EQ("4: \"nth\" goes with \"from\"", errorOfStop("\"at_ms\": 1,\n\"nth\": 1"));
 }
 
-TEST(ScriptErrorTest, WantsFields) {
+TEST(ScriptErrorTest, RequiresKnownFields) {
     const auto with = [](const std::string& field) {
         return errorOfRecord("\"event\": \"ScanNotify\", \"fields\": {\n" + field + "}");
     };
@@ -186,7 +186,7 @@ TEST(ScriptErrorTest, WantsFields) {
     for (const char* value : {"1.5", "1e300", "true", "null", "[1]", "{}"}) {
         EXPECT_EQ(neither, with("\"handle\": " + std::string(value))) << value;
     }
-    // The first one in the file, not in the alphabet.
+    // The first one in the file, not in alphabetical order.
     EXPECT_EQ("4: result: the field takes a number",
               with("\"result\": \"x\",\n\"channnel\": \"y\""));
     EXPECT_EQ("4: \"fields\" has to be an object",
@@ -195,7 +195,7 @@ TEST(ScriptErrorTest, WantsFields) {
               errorOfEvent("\"at_ms\": 1, \"event\": 1, \"fields\":\n{}"));
 }
 
-TEST(ScriptErrorTest, WantsBytes) {
+TEST(ScriptErrorTest, RequiresBytes) {
     const auto with = [](const std::string& bytes) {
         return errorOfRecord("\"event\": \"CaInfoNotify\", \"bytes\":\n" + bytes);
     };
@@ -213,7 +213,7 @@ TEST(ScriptErrorTest, WantsBytes) {
               with("{\"hex\": \"" + std::string(131074, '0') + "\"}"));
 }
 
-TEST(ScriptErrorTest, WantsSomethingToBeDone) {
+TEST(ScriptErrorTest, RequiresAnEffect) {
     const std::string nothing = "3: nothing is done to the record: \"fields\", \"bytes\", \"size\" "
                                 "or \"drop\" is needed";
     EXPECT_EQ(nothing, errorOfRecord(R"("event": "CaInfoNotify")"));
@@ -223,7 +223,7 @@ TEST(ScriptErrorTest, WantsSomethingToBeDone) {
               errorOfRecord(R"("event": "CaInfoNotify", "drop": 1)"));
 }
 
-TEST(ScriptErrorTest, TellsTheFirstOfSeveralMistakes) {
+TEST(ScriptErrorTest, ReportsTheFirstOfSeveralMistakes) {
     const std::string commands =
         "\"commands\": [\n{\"nth\": 0,\n\"command\": \"Nothing\",\n\"answer\": 1}\n]";
     const std::string stop = "\"stop\": {\n\"from\": \"Nowhere\"}";
@@ -235,7 +235,7 @@ TEST(ScriptErrorTest, TellsTheFirstOfSeveralMistakes) {
     EXPECT_EQ("4: \"comand\" is not known here; known are: command, nth, delay_ms, result, "
               "send_result, answer",
               errorOfCommand("\n\"comand\": \"Create\""));
-    // No mistake follows from another one.
+    // No mistake is reported that follows from another one.
     EXPECT_EQ("4: \"Nothing\" is the name of no event",
               errorOfEvent("\"at_ms\": 1, \"fields\": {\"handle\": 1},\n\"event\": \"Nothing\""));
 }

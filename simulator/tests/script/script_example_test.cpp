@@ -47,7 +47,7 @@ std::set<std::string> blocksOfPage() {
 
 class ScriptExampleTest : public SteppedTest {};
 
-TEST_F(ScriptExampleTest, IsARightScript) {
+TEST_F(ScriptExampleTest, IsAValidScript) {
     std::set<std::string> names;
     for (const auto& [name, text] : scripts()) {
         names.insert(name);
@@ -58,7 +58,7 @@ TEST_F(ScriptExampleTest, IsARightScript) {
               names);
 }
 
-TEST_F(ScriptExampleTest, IsOnThePageAsItIs) {
+TEST_F(ScriptExampleTest, IsPrintedUnchangedOnThePage) {
     std::set<std::string> texts;
     for (const auto& [name, text] : scripts()) {
         texts.insert(text);

@@ -119,7 +119,7 @@ TEST(ScriptFileTest, MayNotBeTooDeep) {
         objects += "\"a\":\n{";
     }
     EXPECT_EQ("17: " + too_deep, errorOf(objects));
-    // Brackets in a text are none.
+    // Brackets inside a text do not count.
     EXPECT_EQ("2: \"version\" has to be 1",
               errorOf(begin + "\"" + brackets(100, '{') + "\\\"" + brackets(100, '[') + "\"}"));
 }

@@ -1,4 +1,4 @@
-// What a right script gives.
+// The contents of a valid script.
 #include "script/script_text.h"
 
 #include "records/message_ids.h"
@@ -35,7 +35,7 @@ StopRule stopOf(const std::string& members) {
     return script.stop.value_or(StopRule{});
 }
 
-TEST(ScriptTest, BendsNothingByItself) {
+TEST(ScriptTest, IsEmptyWithoutRules) {
     const Script script = scriptOf(R"({"version": 1})");
     EXPECT_TRUE(script.commands.empty());
     EXPECT_TRUE(script.events.empty());
@@ -130,7 +130,7 @@ TEST(ScriptTest, MakesTheRecordOfAnEvent) {
                   .record);
 }
 
-TEST(ScriptTest, SeesWhichSessionARecordNames) {
+TEST(ScriptTest, FindsWhetherARecordNamesASession) {
     const auto names = [](const std::string& members) {
         return eventOf(R"("at_ms": 0, "event": )" + members).names_session;
     };

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// A file that goes with this object.
+/// A file that is removed with this object.
 class TextFile {
 public:
     explicit TextFile(const std::string& text)

@@ -5,7 +5,7 @@
 
 #include <string>
 
-/// The script of this text, which has to be a right one.
+/// The script of this text, which must be valid.
 simulator::Script scriptOf(const std::string& text);
 
 /// What is wrong with the script of this text, without the file's name: "LINE: what is wrong".

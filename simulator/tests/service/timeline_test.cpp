@@ -80,7 +80,7 @@ TEST_F(TimelineTest, TakesStepsFromWithinAStep) {
     EXPECT_EQ(15, now());
 }
 
-TEST_F(TimelineTest, DoesNowWhatWasAskedForTooLate) {
+TEST_F(TimelineTest, DoesAStepOfThePastAtOnce) {
     const Timeline::Clock::time_point early = timeline_.ahead(milliseconds{10});
     timeline_.pass(milliseconds{50});
     timeline_.at(early, [this] { written_ += 'a'; });
@@ -89,7 +89,7 @@ TEST_F(TimelineTest, DoesNowWhatWasAskedForTooLate) {
     EXPECT_EQ(50, now());
 }
 
-TEST_F(TimelineTest, PassesExactlySoLong) {
+TEST_F(TimelineTest, PassesExactlyTheGivenTime) {
     writeAfter(10, 'a');
     writeAfter(40, 'b');
     writeAfter(41, 'c');
@@ -104,7 +104,7 @@ TEST_F(TimelineTest, PassesExactlySoLong) {
     EXPECT_EQ(3600040, now());
 }
 
-TEST_F(TimelineTest, SaysAfterEachStepThatItWasDone) {
+TEST_F(TimelineTest, NotifiesAfterEachStep) {
     writeAfter(10, 'a');
     writeAfter(20, 'b');
     writeAfter(31, 'c');
@@ -113,7 +113,7 @@ TEST_F(TimelineTest, SaysAfterEachStepThatItWasDone) {
 }
 
 TEST_F(TimelineTest, NeverRunsBackwards) {
-    // Within the first passage another one goes further.
+    // During the first pass another one advances further.
     writeAfter(10, 'a');
     timeline_.pass(milliseconds{20}, [this] { timeline_.pass(milliseconds{100}); });
     EXPECT_EQ(110, now());
@@ -129,7 +129,7 @@ TEST_F(TimelineTest, DropsEverythingWhenItStops) {
 }
 
 TEST(TimelineScaleTest, CountsInTheTimeOfItsDelays) {
-    // A hundredth cannot be written as a binary fraction.
+    // A hundredth has no exact binary fraction.
     Timeline timeline(0.01, Pace::kStepped);
     for (int step = 1; step <= 1000; ++step) {
         timeline.pass(milliseconds{1});
@@ -137,7 +137,7 @@ TEST(TimelineScaleTest, CountsInTheTimeOfItsDelays) {
     }
 }
 
-TEST(TimelineClockTest, PassesByItself) {
+TEST(TimelineClockTest, AdvancesWithoutBeingStepped) {
     Timeline timeline(0.01);
     EXPECT_FALSE(timeline.isStepped());
     std::atomic<bool> done{false};

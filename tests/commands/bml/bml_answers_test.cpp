@@ -1,5 +1,5 @@
 // What the application answers to the data broadcast's requests with one number, and the two
-// requests of its own that carry none.
+// requests of its own without a number.
 #include "commands/command_rows.h"
 
 namespace {
@@ -20,7 +20,7 @@ const Sent requests[] = {
          {"SEND, BML_REBOOT_BROWSER_REQ : dtvsv_handle = 65535"}, "1000002d: ff ff")};
 INSTANTIATE_TEST_SUITE_P(BmlRequest, SentCommands, testing::ValuesIn(requests), rowName<Sent>);
 
-// Any number goes out by its low byte.
+// Of any number the low byte is sent.
 const Sent nvram[] = {
     Sent("DtvSvLib_BMLWriteNvramReply", {3, 0}, "dtvSvLibBMLWriteNvramReply", "hdl = 3",
          {"SEND, dtvsv_handle = 3, bml_end_type = 0"}, "10000022: 03 00 00 00"),
@@ -67,7 +67,7 @@ const Sent answers[] = {
     Sent("DtvSvLib_BMLBrowserReply", {65540, lowest}, "dtvSvLibBMLBrowserReply", "hdl = 65540",
          {"SEND, dtvsv_handle = 4", "SEND, BML_BROWSER_REPLY : bml_end_type = 0"},
          "10000029: 04 00 00 00"),
-    // In the trace this command's name has its L in capitals, as Java's has not.
+    // In the trace this command's name has a capital L, unlike the name in Java.
     Sent("DtvSvLib_BMLStartTvlinkReply", {3, 1}, "dtvSvLibBMLStartTvLinkReply", "hdl = 3",
          {"SEND, dtvsv_handle = 3", "SEND, BML_START_TVLINK_REPLY : bml_end_type = 1"},
          "1000002b: 03 00 01 00"),

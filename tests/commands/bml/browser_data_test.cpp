@@ -157,7 +157,7 @@ TEST_F(BrowserData, FepWithoutAReadableEndSendsTheSizesLowByte) {
         END |ret = 0)");
 }
 
-TEST_F(BrowserData, FepGetterThatThrowsIsNoUnreadableEnd) {
+TEST_F(BrowserData, FepGetterThatThrowsEndsTheCommand) {
     FailJni thrown("CallStaticIntMethodV");
     EXPECT_EQ(run("BMLFepReply", {3, fep(0, 1, "x")}), outOfMemory);
     EXPECT_EQ(sent(), "");
@@ -290,7 +290,7 @@ TEST_F(BrowserData, AGetterThatThrowsEndsTheCommand) {
     EXPECT_LINES("dtvSvLibBMLReadNvramReply", "START |hdl = 3");
 }
 
-/// Mode 0, which copies back and frees: a VM that gave a copy has nothing left to do afterwards.
+/// Mode 0 copies the elements back and frees a copy that the VM made.
 TEST_F(BrowserData, ElementsAreReleasedWithModeZero) {
     std::vector<std::vector<long long>> released;
     ObservedJni observed([&released](const JniCall& call) {

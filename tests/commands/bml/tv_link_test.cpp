@@ -1,4 +1,4 @@
-// The start of a TV link: a bookmark, whose it is, and where the browser draws.
+// The start of a TV link: a bookmark, its affiliation, and where the browser draws.
 #include "commands/drawing_places.h"
 
 #include "commands/bytes.h"
@@ -199,7 +199,7 @@ TEST_F(TvLink, WithoutAClass) {
         FailJni missing("GetObjectClass", 0, FailJni::Leaves::nothing);
         expectRefused(0, object, "RESULT 5\nDEBUG |bml_start_info_clazz class is NULL, ret = 5");
     }
-    // The routine's own and two for the rotation lie between.
+    // The routine's own and two for the rotation are between them.
     FailJni missing("GetObjectClass", 4, FailJni::Leaves::nothing);
     expectRefused(0, object, R"(
         START setBMLDrawingInfo|

@@ -1,4 +1,4 @@
-// The three commands that name a service by its channel: what is refused, and with which words.
+// The three commands that name a service by its channel: what is refused, and with which messages.
 #include "commands/command_rows.h"
 
 namespace {
@@ -52,7 +52,7 @@ TEST_P(ChannelRefusals, ServiceAboveTheLast) {
     expectRefusal(info(0, highest), "service_no is too large : 2147483647, ret = 5");
 }
 
-TEST_P(ChannelRefusals, ChannelIsJudgedBeforeTheServiceIsLookedFor) {
+TEST_P(ChannelRefusals, ChannelIsCheckedBeforeTheServiceIsLookedUp) {
     int look_ups = StrictJni::calls("GetFieldID");
     expectRefusal(info(63, 3), "physical_channel is too large : 63, ret = 5");
     EXPECT_EQ(StrictJni::calls("GetFieldID") - look_ups, 1);
@@ -78,7 +78,7 @@ TEST_P(ChannelRefusals, NoServiceField) {
 }
 
 TEST_P(ChannelRefusals, AnObjectOfAnotherClass) {
-    // A caller that goes by JNI is held to no type: neither field is there.
+    // A caller through JNI may pass an object of any class: neither field exists in it.
     expectRefusal(newObject("BG_TS_DTVSVLIB_DATE", "(III)V", {2011, 7, 24}),
                   "physical_channel fieldID is NULL, ret = 5");
 }
@@ -103,11 +103,12 @@ protected:
         EXPECT_EQ(call("DtvSvLib_" + command, arguments), param_ng);
         EXPECT_EQ(service->takeTexts(), Texts{});
         EXPECT_TRACE(log->take(), refusedTrace("dtvSvLib" + command, "hdl = 3", refusal));
-        EXPECT_EQ(StrictJni::calls("GetObjectClass"), classes) << "null has no class to ask for";
+        EXPECT_EQ(StrictJni::calls("GetObjectClass"), classes)
+            << "GetObjectClass is not called for null";
     }
 };
 
-TEST_F(NullChannel, IsSeenWhereReceptionStartsAndSearches) {
+TEST_F(NullChannel, IsLoggedAsNullWhereReceptionStartsAndSearches) {
     expectRefusal("StartBroadcastReceiving", {3, nullptr}, "broadcast_info is NULL, ret = 5");
     expectRefusal("StartSearchChannel", {3, nullptr, 300}, "broadcast_info is NULL, ret = 5");
 }

@@ -1,4 +1,4 @@
-// Captions and data broadcasting switched, with and without waiting for the answer.
+// Captions and data broadcasting switched on and off, with and without waiting for the answer.
 #include "commands/drawing_places.h"
 
 namespace {
@@ -113,7 +113,7 @@ TEST_F(Control, TypesAndLanguages) {
     }
 }
 
-/// The four commands refuse the same; only what they answer differs.
+/// The four commands refuse the same arguments; only what they return differs.
 struct Refusing {
     const char* name;
     bool caption;

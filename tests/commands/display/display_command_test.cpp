@@ -21,10 +21,11 @@ struct OnePlane {
     const char* routine;
     const char* sent;
     const char* class_line;
-    int class_look_up; ///< the command's own GetObjectClass comes after so many others
+    int class_look_up; ///< number of GetObjectClass calls before the command's own
 };
 
-// The class of the place is asked for by the routine, and twice for every enumeration it reads.
+// The routine calls GetObjectClass once for the place, and twice for every enumeration that it
+// reads.
 const OnePlane onePlanes[] = {
     {"SetScreenDisplay", "setScreenDrawingInfo", "1000000c surfaces=1: 58 02 40 01 b4 00 01 02",
      "video drawing_info_clazz class is NULL, ret = 1", 5},
@@ -211,8 +212,8 @@ TEST_F(Display, AllPlanesWithoutAClass) {
     }
 }
 
-TEST_F(Display, AllPlanesWithARotationTooFarInOne) {
-    EnumValue four("BG_TE_DTVSVLIB_SCREEN_ROTATE", "ROTATE_180", 4); // of the data plane alone
+TEST_F(Display, AllPlanesWithARotationTooLargeInOne) {
+    EnumValue four("BG_TE_DTVSVLIB_SCREEN_ROTATE", "ROTATE_180", 4); // only of the data plane
     EXPECT_EQ(run("SetDisplayAll", {3, screen_info, cap_info, bml_info}), "PARAM_NG");
     EXPECT_EQ(sent(), "");
     EXPECT_LINES("dtvSvLibSetDisplayAll", std::string(videoDone) + captionDone + R"(

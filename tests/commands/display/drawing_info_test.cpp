@@ -1,4 +1,5 @@
-// Places to draw become records: every field with its limits, and every reason to refuse one.
+// Places to draw are packed into records: every field with its limits, and every reason to refuse
+// one.
 #include "commands/drawing_places.h"
 
 namespace {
@@ -72,7 +73,7 @@ TEST_F(DrawingInfo, ScreenTakesNegativeNumbers) {
         END |ret = 0)");
 }
 
-/// One reason why a place is refused: its routine says so, the command adds nothing.
+/// One reason why a place is refused: its routine logs it, the command adds nothing.
 class Refusal : public CommandTest {
 protected:
     /// `lines` are those between the command's FUNCSTART and its result.
@@ -131,7 +132,7 @@ TEST_F(Refusal, ScreenRotateBeforeMode) {
     screenRefused(info, "DEBUG setScreenDrawingInfo|screen_rotate is too large : 4, ret = 1");
 }
 
-/// The look-up of this number (from 0) in the command's course fails, as in a class without it.
+/// The command's look-up with this number (from 0) fails, as in a class without the field.
 struct MissingField {
     int look_up;
     const char* lines;

@@ -198,7 +198,7 @@ struct LookUp {
     std::string lines;
 };
 
-/// Looked up are five settings, then of each plane its field, its own fields, and two of its
+/// The look-ups are five settings, then of each plane its field, its own fields, and two of its
 /// surface: 5, 1 + 4 + 2, 1 + 12 + 2, 1 + 3 + 2.
 TEST_F(FirstComponent, WithoutAField) {
     const std::string no_enum = "DEBUG getEnumValue|enum field ID is NULL\nRESULT 5\nDEBUG |";
@@ -221,8 +221,8 @@ TEST_F(FirstComponent, WithoutAField) {
     }
 }
 
-/// Classes are asked for twice for each enumeration, once for the setting, and once by each plane's
-/// routine and by the command after it: 10, 1, 5 + 1, 8 + 1, 3 + 1.
+/// GetObjectClass is called twice for each enumeration, once for the setting, and once by each
+/// plane's routine and by the command after it: 10, 1, 5 + 1, 8 + 1, 3 + 1.
 TEST_F(FirstComponent, WithoutAClass) {
     const LookUp rows[] = {
         {10, "RESULT 5\nDEBUG |component_setting_clazz class is NULL, ret = 5"},

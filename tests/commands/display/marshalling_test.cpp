@@ -118,7 +118,7 @@ protected:
 };
 
 TEST_F(SurfaceReference, IsTakenBeforeTheSlotsOldOneIsDropped) {
-    /// Says at its end how many references another surface has.
+    /// Stores at its end how many references another surface has.
     class Last : public android::Surface {
     public:
         Last(const android::Surface& to, int& references) : other(to), seen(references) {}
@@ -133,7 +133,7 @@ TEST_F(SurfaceReference, IsTakenBeforeTheSlotsOldOneIsDropped) {
     android::sp<android::Surface> slot(new Last(*next.get(), seen));
     const auto address = static_cast<int>(reinterpret_cast<intptr_t>(next.get()));
     EXPECT_EQ(take(address, slot), 0);
-    EXPECT_EQ(seen, 2) << "the slot's new reference was there already";
+    EXPECT_EQ(seen, 2) << "the slot already held its new reference";
     EXPECT_EQ(slot.get(), next.get());
 }
 
@@ -161,11 +161,11 @@ TEST_F(SurfaceReference, OfANullPlaneIsRefusedAfterItsFieldsWereFound) {
     EXPECT_TRACE(log->take(), nativeTrace("setSurface", R"(
         START
         DEBUG |surface_object is NULL, ret = 1)"));
-    EXPECT_EQ(read.made(), 0) << "nothing null goes to the VM";
+    EXPECT_EQ(read.made(), 0) << "no null is passed to the VM";
     EXPECT_EQ(slot.get(), before.get());
     EXPECT_EQ(before.count(), 2);
 
-    // A class without the field is said first.
+    // A class without the field is reported first.
     auto other = static_cast<jclass>(adopt(env(), findClass("java/lang/Object")));
     EXPECT_EQ(surface(env(), other, nullptr, &slot), 1);
     EXPECT_EQ(takeException(), "");

@@ -1,4 +1,5 @@
-// The native surfaces beside a command: which slots they take, and who holds them when.
+// The native surfaces sent with a command: which slots they take, and who holds a reference at
+// which time.
 #include "commands/drawing_places.h"
 
 #include <thread>
@@ -112,7 +113,7 @@ TEST_F(Surfaces, TheSameInAllPlanesIsHeldForEach) {
     expectReleased();
 }
 
-TEST_F(Surfaces, OneWithNothingBehindItIsAnEmptySlotThatCounts) {
+TEST_F(Surfaces, OneWithoutANativeSurfaceIsAnEmptySlotThatCounts) {
     jobject nothing = javaSurface(0);
     EXPECT_EQ(run("SetScreenDisplay", {3, screen(nothing)}), "OK");
     expectCarried(1, nullptr, nullptr, nullptr);
@@ -187,7 +188,7 @@ TEST_F(Surfaces, ALaterPlanesRefusalReleasesTheEarlierOnes) {
     EXPECT_EQ(sent(), "");
 }
 
-/// A getter that throws on the way through the planes: nothing more is done, nothing is kept.
+/// A getter that throws while the planes are read: nothing more is done, nothing is kept.
 TEST_F(Surfaces, AnExceptionReleasesTheEarlierOnes) {
     // Getters run in this order: rotation and mode, rotation, color and alpha, rotation.
     std::vector<Value> planes = {3, screen(video.java()), cap(caption.java()), bml(data.java())};
@@ -244,7 +245,7 @@ TEST_F(Surfaces, AnExceptionInTheFirstPlane) {
         START setBMLDrawingInfo|)");
 }
 
-/// What the service copies from the references is its own.
+/// A reference that the service copies from the references belongs to the service.
 TEST_F(Surfaces, TheServiceMayKeepThem) {
     class Keeper : public dtv::ServiceEndpoint {
     public:
@@ -264,7 +265,7 @@ TEST_F(Surfaces, TheServiceMayKeepThem) {
     expectReleased();
 }
 
-/// Commands of several Java threads at once share nothing but the surface.
+/// Commands of several Java threads at the same time share only the surface.
 TEST_F(Surfaces, OfCommandsOnSeveralThreads) {
     jobject info = env()->NewGlobalRef(bml(video.java()));
     auto work = [info] {
@@ -291,7 +292,7 @@ TEST_F(Surfaces, OfCommandsOnSeveralThreads) {
     expectReleased();
 }
 
-TEST_F(Surfaces, RotationIsJudgedBeforeTheSurfaceIsTaken) {
+TEST_F(Surfaces, RotationIsCheckedBeforeTheSurfaceIsTaken) {
     jobject info = screenInfo(nullptr, 1, 2, 3, 0);
     EnumValue four(rotateClass, "ROTATE_270", 4);
     EXPECT_EQ(run("SetScreenDisplay", {3, info}), "PARAM_NG");

@@ -1,5 +1,5 @@
 // What the commands share, from a listener of the test's own: the product's objects, linked into a
-// library whose JNI calls the strict table can judge.
+// library whose JNI calls the strict table can check.
 #pragma once
 
 #include <gui/Surface.h>
@@ -10,7 +10,7 @@
 
 namespace commands {
 
-/// Makes a new listener with empty registries the one that the commands ask. The one before it
+/// Makes a new listener with empty registries the one that the commands use. The one before it
 /// ends.
 COMMAND_HELPERS_EXPORT void newListener(JavaVM* vm);
 
@@ -19,8 +19,8 @@ COMMAND_HELPERS_EXPORT int registerClass(JNIEnv* env, int class_id, const char* 
 
 COMMAND_HELPERS_EXPORT jobject retCode(JNIEnv* env, int code);
 
-/// The holder is what EnumSamples.held holds: read here, so that the strict table knows the
-/// reference as the bridge's own.
+/// The holder is what EnumSamples.held holds: read here, so that for the strict table the reference
+/// is the bridge's own.
 COMMAND_HELPERS_EXPORT int enumValue(JNIEnv* env, const char* name, const char* type,
                                      const char* getter, int* value);
 

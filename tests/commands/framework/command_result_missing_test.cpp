@@ -1,4 +1,4 @@
-// A Java side without the result enumeration: commands go out, and Java gets null. The bridge is
+// A Java side without the result enumeration: commands are sent, and Java gets null. The bridge is
 // loaded from that Java side, so each test needs a process of its own.
 #include "commands/command_rows.h"
 
@@ -29,7 +29,7 @@ protected:
     std::shared_ptr<LogRecorder> log;
 };
 
-TEST_F(ResultMissing, WhatIsSentIsSent) {
+TEST_F(ResultMissing, ACommandIsSent) {
     expectNull("DtvSvLib_Release", "(I)", {3});
     EXPECT_EQ(service->takeTexts(), Texts{"10000001: 03 00"});
     EXPECT_TRACE(log->take(), R"(
@@ -41,7 +41,7 @@ TEST_F(ResultMissing, WhatIsSentIsSent) {
     )");
 }
 
-TEST_F(ResultMissing, WhatIsNotDelivered) {
+TEST_F(ResultMissing, ACommandIsNotDelivered) {
     service->setResult(-1);
     expectNull("DtvSvLib_Create", "(II)", {1, 2});
     EXPECT_EQ(service->takeTexts(), Texts{"10000000: 01 00 02 00"});
@@ -54,7 +54,7 @@ TEST_F(ResultMissing, WhatIsNotDelivered) {
     )");
 }
 
-TEST_F(ResultMissing, WhatIsRefusedIsRefused) {
+TEST_F(ResultMissing, ACommandIsRefused) {
     expectNull("DtvSvLib_StartRec", "(II)", {3, 2});
     EXPECT_EQ(service->takeTexts(), Texts{});
     EXPECT_TRACE(log->take(), R"(

@@ -30,7 +30,7 @@ private:
 
 class CommandResult : public Commands {
 protected:
-    /// A call that answers null and throws nothing.
+    /// A call that returns null and throws nothing.
     void expectNull(const std::string& native, const std::vector<Value>& arguments) {
         EXPECT_EQ(callNative(native, arguments), nullptr);
         EXPECT_EQ(lastThrown(), "");
@@ -70,7 +70,7 @@ TEST_F(CommandResult, NoServiceIsNg) {
                  sentTrace("dtvSvLibStartScan", "hdl = 3", {"SEND, dtvsv_handle = 3"}, "1", "-1"));
 }
 
-TEST_F(CommandResult, IsLookedUpAnewEveryTime) {
+TEST_F(CommandResult, IsLookedUpForEachCommand) {
     int fields = StrictJni::calls("GetStaticFieldID");
     int reads = StrictJni::calls("GetStaticObjectField");
     EXPECT_EQ(call("DtvSvLib_StartScan", {3}), ok);

@@ -1,4 +1,4 @@
-// getEnumValue: the number of an object's enum-typed field, and what it says when it finds none.
+// getEnumValue: the number of an object's enum-typed field, and what it logs when it finds none.
 #include "helpers_fixture.h"
 
 #include <cstdlib>
@@ -8,7 +8,7 @@ namespace {
 using namespace harness;
 using namespace commands;
 
-/// The samples are found beside the VM's own classes.
+/// The samples are on the VM's boot class path.
 const bool samples_found = [] {
     const char* options = std::getenv("DTV_TEST_VM_OPTIONS");
     std::string all = options != nullptr ? options : "";
@@ -80,7 +80,7 @@ TEST_F(EnumField, MayBeInherited) {
 TEST_F(EnumField, HolderNull) {
     int asked = StrictJni::calls("GetObjectClass");
     expectFailure(nullptr, "gauge", gauge_type, "getGaugeValue", "orgObj's clazz is NULL");
-    EXPECT_EQ(StrictJni::calls("GetObjectClass"), asked) << "null has no class to ask for";
+    EXPECT_EQ(StrictJni::calls("GetObjectClass"), asked) << "GetObjectClass is not called for null";
 }
 
 TEST_F(EnumField, HolderWithoutClass) {

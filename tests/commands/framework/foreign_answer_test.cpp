@@ -1,4 +1,5 @@
-// The builders of synchronous answers know ten commands: for any other they say so and answer null.
+// The builders of synchronous answers support ten commands: for any other they log an error and
+// return null.
 #include "helpers_fixture.h"
 
 namespace {
@@ -12,7 +13,7 @@ protected:
     const std::vector<uint8_t> reply = fromHex("0300 0000 07000000 00000000");
 };
 
-TEST_F(ForeignAnswer, WithoutReplyBehindTheLastCommand) {
+TEST_F(ForeignAnswer, WithoutReplyAfterTheLastCommand) {
     EXPECT_EQ(syncAnswer(env(), 0x10000042, nullptr, 1, request.data()), nullptr);
     EXPECT_TRACE(log->take(), R"(
         Dtv_jni|128|5|FUNCSTART|makeComReplyObjSync|

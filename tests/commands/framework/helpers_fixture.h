@@ -18,7 +18,8 @@ protected:
     }
 
     void TearDown() override {
-        // What a helper leaves would stay in the test's frame as it stays in a native's.
+        // References that a helper does not release would stay in the test's frame, as they do in a
+        // native method's.
         EXPECT_EQ(harness::StrictJni::liveLocals(), 0);
         harness::StrictJni::forgetLocals();
     }

@@ -1,5 +1,5 @@
-// What the bridge hands to libDtv with each command. This program's own sendEventToServer comes
-// before libDtv's for the bridge, looks at the arguments and passes them on.
+// What the bridge passes to libDtv with each command. This program's own sendEventToServer is found
+// before libDtv's by the bridge; it checks the arguments and passes them on.
 #include "commands/every_command.h"
 
 #include <DtvSvLibListener.h>
@@ -52,7 +52,7 @@ namespace {
 using namespace commands;
 using namespace harness;
 
-/// Commands that travel with references, by their numbers.
+/// Commands that are sent with references, by their numbers.
 bool carriesReferences(int message_id) {
     switch (message_id) {
     case 0x1000000a:

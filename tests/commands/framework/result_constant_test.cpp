@@ -1,4 +1,4 @@
-// getRetCode: the Java constant for every code, and what it says when there is none.
+// getRetCode: the Java constant for every code, and what it logs when there is none.
 #include "helpers_fixture.h"
 
 namespace {
@@ -41,7 +41,7 @@ TEST_F(ResultConstant, OfEveryCode) {
         jobject found = retCode(env(), row.code);
         EXPECT_EQ(tree(found), row.constant);
         EXPECT_EQ(env()->GetObjectRefType(found), JNILocalRefType);
-        EXPECT_EQ(StrictJni::liveLocals(), 1) << "the answer alone";
+        EXPECT_EQ(StrictJni::liveLocals(), 1) << "only the answer";
         EXPECT_TRACE(log->take(), std::string("Dtv_jni|128|5|FUNCSTART|getRetCode|") + row.start +
                                       "\nDtv_jni|256|5|FUNCEND  |getRetCode|");
         StrictJni::forgetLocals();
@@ -81,7 +81,7 @@ TEST_F(ResultConstant, ClassMissing) {
         Dtv_jni|1024|5|DEBUG    |getRetCode|class is NULL)");
 }
 
-TEST_F(ResultConstant, ClassIsJudgedBeforeTheCode) {
+TEST_F(ResultConstant, ClassIsCheckedBeforeTheCode) {
     expectNull(6, R"(
         Dtv_jni|128|5|FUNCSTART|getRetCode|(param)ret = 6
         Dtv_jni|1024|5|DEBUG    |getRetCode|class is NULL)");

@@ -1,5 +1,5 @@
 // In which order a command does what can be seen from outside: its lines, its send, and what it
-// lets go afterwards.
+// releases afterwards.
 #include "commands/every_command.h"
 #include "entry/java_tables.h"
 #include "harness/sequence.h"
@@ -30,7 +30,7 @@ TEST_F(SendOrder, TheTableHasEveryNative) {
     EXPECT_EQ(called, declared);
 }
 
-TEST_F(SendOrder, EveryCommandSaysWhatItSendsAndThenSendsIt) {
+TEST_F(SendOrder, EveryCommandLogsWhatItSendsAndThenSendsIt) {
     NativeSurface surface;
     for (const EveryCommand& command :
          everyCommand(surface.java(), surface.java(), surface.java())) {
@@ -55,7 +55,7 @@ TEST_F(SendOrder, EveryCommandSaysWhatItSendsAndThenSendsIt) {
     }
 }
 
-/// A delay that the new session's bound allows, asked for while Create is being sent.
+/// A delay that the new session's bound allows, set while Create is being sent.
 TEST_F(SendOrder, CreateSetsTheBoundOfTheDelaysBeforeItSends) {
     const std::string ok = "BG_TE_DTVSVLIB_RESULT.DTVSVLIB_RESULT_OK";
     const std::string param_ng = "BG_TE_DTVSVLIB_RESULT.DTVSVLIB_RESULT_PARAM_NG";

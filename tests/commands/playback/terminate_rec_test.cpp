@@ -102,7 +102,7 @@ TEST_F(TerminateRec, TitlesAreModifiedUtf8) {
         END |ret = 0)");
 }
 
-/// Both commands refuse the same; only what they answer differs.
+/// Both commands refuse the same arguments; only what they return differs.
 struct Refusing {
     const char* name;
     const char* answer;
@@ -259,7 +259,7 @@ TEST_F(TerminateRecSync, FailedSendGivesOne) {
     EXPECT_SYNC_LINES(std::string(syncBegin) + syncWithoutReply + "END |ret = -1");
 }
 
-/// Empty is an answer without bytes and without a handle, which stands first here.
+/// Empty is an answer without bytes and without a handle, which is the first field here.
 TEST_F(TerminateRecSync, AnswersOfOddSizes) {
     struct Odd {
         const char* bytes;

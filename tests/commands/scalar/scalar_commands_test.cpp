@@ -116,7 +116,7 @@ const Sent tuner[] = {
          {"SEND, TUNER_LOG_STATUS : dtvsv_handle = 11"}, "1000001c: 0b 00")};
 INSTANTIATE_TEST_SUITE_P(Tuner, SentCommands, testing::ValuesIn(tuner), rowName<Sent>);
 
-// Values that are listed, not bounded: what lies between them or has the same low byte is refused.
+// Values that are listed, not bounded: a value between them or with the same low byte is refused.
 const Refused refused_tuner[] = {
     Refused("DtvSvLib_ControlLNA", {3, 1}, "dtvSvLibControlLNA", "hdl = 3",
             "lna_mode is over, lna_mode = 1"),

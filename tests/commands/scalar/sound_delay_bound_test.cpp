@@ -29,12 +29,12 @@ protected:
     }
 };
 
-TEST_F(BeforeAnyCreation, NoDelayIsTaken) {
+TEST_F(BeforeAnyCreation, TheBoundIsZero) {
     log->clear();
     expectBoundOfNothing();
 }
 
-TEST_F(BeforeAnyCreation, ARefusedOneIsNone) {
+TEST_F(BeforeAnyCreation, ARefusedCreationSetsNoBound) {
     EXPECT_EQ(call("DtvSvLib_Create", {5, 20}), param_ng);
     log->clear();
     expectBoundOfNothing();

@@ -11,7 +11,7 @@ constexpr int highest = 2147483647;
 
 class SoundVideoDelay : public Commands {
 protected:
-    /// A new bound; what the creation itself does is forgotten.
+    /// Sets a new bound; what the creation itself sends and logs is dropped.
     void bound(int delay) {
         EXPECT_EQ(call("DtvSvLib_Create", {0, delay}), ok);
         service->take();
@@ -46,7 +46,7 @@ TEST_F(SoundVideoDelay, UpToTheBound) {
     expectRefusal(0, 1000, "audio_viltime is too large : 1000, max_delat_time = 999, ret = 5");
 }
 
-TEST_F(SoundVideoDelay, VideoIsJudgedBeforeAudio) {
+TEST_F(SoundVideoDelay, VideoIsCheckedBeforeAudio) {
     bound(10);
     expectRefusal(11, 12, "video_viltime is too large : 11, max_delat_time = 10, ret = 5");
     expectRefusal(10, 12, "audio_viltime is too large : 12, max_delat_time = 10, ret = 5");
@@ -64,7 +64,7 @@ TEST_F(SoundVideoDelay, NegativeOnesAreSent) {
                 "10000015: 03 00 00 00 00 80");
 }
 
-TEST_F(SoundVideoDelay, VideoIsJudgedByAll32Bits) {
+TEST_F(SoundVideoDelay, VideoIsCheckedWithAll32Bits) {
     bound(999);
     expectRefusal(65536, 0, "video_viltime is too large : 65536, max_delat_time = 999, ret = 5");
     expectRefusal(65541, 0, "video_viltime is too large : 65541, max_delat_time = 999, ret = 5");
@@ -95,14 +95,14 @@ TEST_F(SoundVideoDelay, OfAudioTheLow16BitsCount) {
                 "SEND, dtvsv_handle = 3, video_viltime = 0, audio_viltime = -1, "
                 "max_delay_time = 999",
                 "10000015: 03 00 00 00 ff ff");
-    // What is refused is named by what was judged.
+    // The message names the value that was checked.
     expectRefusal(0, 66536, "audio_viltime is too large : 1000, max_delat_time = 999, ret = 5");
     expectRefusal(0, 32767, "audio_viltime is too large : 32767, max_delat_time = 999, ret = 5");
     expectRefusal(0, lowest + 1000,
                   "audio_viltime is too large : 1000, max_delat_time = 999, ret = 5");
 }
 
-TEST_F(SoundVideoDelay, ANegativeBoundHoldsInFull) {
+TEST_F(SoundVideoDelay, ANegativeBoundIsComparedWithAllItsBits) {
     bound(-5);
     expectDelay(3, -5, -5, "hdl = 3",
                 "SEND, dtvsv_handle = 3, video_viltime = 65531, audio_viltime = -5, "

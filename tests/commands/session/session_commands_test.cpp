@@ -1,4 +1,4 @@
-// Opening and closing a session, the scan, and the commands that carry a session handle alone.
+// Opening and closing a session, the scan, and the commands with only a session handle.
 #include "commands/command_rows.h"
 
 #include <thread>
@@ -24,7 +24,7 @@ const Sent creations[] = {
          {"SEND, start_type = 0 max_delay_time = 0"}, "10000000: 00 00 00 00")};
 INSTANTIATE_TEST_SUITE_P(Create, SentCommands, testing::ValuesIn(creations), rowName<Sent>);
 
-// Where both are too large the first is named.
+// When both are too large, the message names the first.
 const Refused refused_creations[] = {Refused("DtvSvLib_Create", {5, 0}, "dtvSvLibCreate", "",
                                              "start_type is too large : 5, ret = 5"),
                                      Refused("DtvSvLib_Create", {256, 65536}, "dtvSvLibCreate", "",

@@ -1,4 +1,4 @@
-// The order of a description's JNI calls, where a failure in between shows it.
+// The order of a description's JNI calls, in cases in which a failure between two of them shows it.
 #include "events/programme/programme_cases.h"
 
 #include <algorithm>
@@ -14,7 +14,7 @@ using harness::ObservedJni;
 class NetworkOrder : public EveryEvent {};
 INSTANTIATE_TEST_SUITE_P(Event, NetworkOrder, testing::Values(networkCase(), scanCase()), nameOf);
 
-/// Both strings, then their lengths, then the judgement of the count, then the array.
+/// Both strings, then their lengths, then the check of the count, then the array.
 TEST_P(NetworkOrder, IsMadeInOrder) {
     const Case& of = GetParam();
     std::vector<std::string> names = {"NewStringUTF", "NewStringUTF", "GetStringUTFLength",
@@ -42,7 +42,7 @@ TEST_P(NetworkOrder, IsMadeInOrder) {
 
 class GuideOrder : public EventTest {};
 
-/// The programmes that follow are all built, with their lines, before the array that takes them.
+/// The programmes that follow are all built, with their lines, before the array that holds them.
 TEST_F(GuideOrder, FollowingProgrammesComeBeforeTheirArray) {
     const Case& guide = guideCase();
     for (auto leaves : {FailJni::Leaves::exception, FailJni::Leaves::nothing}) {
@@ -54,7 +54,7 @@ TEST_F(GuideOrder, FollowingProgrammesComeBeforeTheirArray) {
         expectRefused(guide, guide.record, lines);
         EXPECT_TRUE(fail.fired());
     }
-    expectGoesOn(guide);
+    expectStillDelivered(guide);
 }
 
 TEST_F(GuideOrder, ArrayIsMadeAfterTheLastProgrammeAndBeforeTheGuide) {

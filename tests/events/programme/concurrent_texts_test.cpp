@@ -1,5 +1,5 @@
 // Events with texts and arrays on several threads at once, each with contents of its own: what
-// reaches Java is whole, and nobody else's.
+// reaches Java is complete and belongs to no other thread's event.
 #include "events/programme/programme_cases.h"
 #include "events/request/request_cases.h"
 
@@ -133,7 +133,7 @@ Kind guide(int thread) {
                 number(thread) + ", [" + following + "]), 62L, 2)"};
 }
 
-TEST(ConcurrentTexts, ReachJavaWhole) {
+TEST(ConcurrentTexts, ReachJavaComplete) {
     ASSERT_EQ(Product::load(), "");
     dtv::setLogLevelMask(0);
     CallbackRecorder callbacks;
@@ -145,7 +145,7 @@ TEST(ConcurrentTexts, ReachJavaWhole) {
         for (const Kind& kind : kinds.back()) {
             expected_callbacks[kind.callback] = rounds;
         }
-        // The first event of each thread comes alone.
+        // The first event of each thread is delivered alone.
         threads.push_back(std::make_unique<EventThread>());
         threads.back()->run([] { EXPECT_EQ(deliver(0x10000041, {}), 1); });
     }

@@ -1,4 +1,5 @@
-// A guide makes more references than any other event. None outlives its event, however it ends.
+// A guide makes more references than any other event. None remains after the event, however it
+// ends.
 #include "events/programme/programme_cases.h"
 
 namespace {
@@ -34,7 +35,7 @@ TEST_F(GuideFailure, TextThatCannotBeMade) {
             EXPECT_TRUE(fail.fired());
         }
     }
-    expectGoesOn(guide);
+    expectStillDelivered(guide);
 }
 
 TEST_F(GuideFailure, EmptyTextThatCannotBeMade) {
@@ -53,7 +54,7 @@ TEST_F(GuideFailure, NibblesThatCannotBeMade) {
             EXPECT_TRUE(fail.fired());
         }
     }
-    expectGoesOn(guide);
+    expectStillDelivered(guide);
 }
 
 TEST_F(GuideFailure, ArrayOfProgrammesThatCannotBeMade) {
@@ -74,12 +75,12 @@ TEST_F(GuideFailure, ArrayOfProgrammesThatCannotBeMade) {
         EXPECT_TRUE(callbacks->take().empty());
         EXPECT_EQ(StrictJni::liveLocals(), 0);
     }
-    expectGoesOn(guide);
+    expectStillDelivered(guide);
 }
 
-/// What a delivered guide made goes with one call: nine objects for each programme, their array,
-/// the guide and the event.
-TEST_F(GuideFailure, DropsWhatADeliveredGuideMadeAtOnce) {
+/// The references of a delivered guide are released with one call: nine objects for each programme,
+/// their array, the guide and the event.
+TEST_F(GuideFailure, ReleasesAllReferencesOfADeliveredGuideTogether) {
     for (unsigned following : {0U, 8U}) {
         int deleted = StrictJni::calls("DeleteLocalRef");
         int popped = StrictJni::calls("PopLocalFrame");
@@ -90,7 +91,7 @@ TEST_F(GuideFailure, DropsWhatADeliveredGuideMadeAtOnce) {
     }
 }
 
-/// Where the guide can have no frame of its own the references go one by one.
+/// When the guide can have no frame of its own, the references are released one by one.
 TEST_F(GuideFailure, DropsReferencesOneByOneWithoutAFrame) {
     for (auto leaves : {FailJni::Leaves::exception, FailJni::Leaves::nothing}) {
         int deleted = StrictJni::calls("DeleteLocalRef");
@@ -104,8 +105,8 @@ TEST_F(GuideFailure, DropsReferencesOneByOneWithoutAFrame) {
     }
 }
 
-/// Ten thousand guides in a row that break off at another place each time, on one thread that the
-/// bridge attached.
+/// Ten thousand guides in a row that fail at another place each time, on one thread that the bridge
+/// attached.
 TEST_F(GuideFailure, TenThousandInARow) {
     const Record record = guideRecord(8);
     log.reset();
@@ -144,7 +145,7 @@ TEST_F(GuideFailure, TenThousandInARow) {
     EXPECT_EQ(most_alive, 0);
     EXPECT_EQ(callbacks->take().size(), 1U);
     log = LogRecorder::install();
-    expectGoesOn(guide);
+    expectStillDelivered(guide);
 }
 
 TEST_F(GuideFailure, TwoHundredThatThrewOrWereDelivered) {

@@ -36,7 +36,7 @@ TEST_P(Guide, CallbackThatThrowsWasCalled) {
 
 class GuideCounts : public EventTest {
 protected:
-    /// The lines before the size is judged, of guideRecord(count).
+    /// The lines before the size is checked, of guideRecord(count).
     static std::string fields(unsigned count) {
         return "DEBUG |handle = 3\n"
                "DEBUG |EPG_INFO : svc_id = 101, after_prg_infoCnt = " +
@@ -60,7 +60,7 @@ protected:
         }
         return lines;
     }
-    /// What is logged once the programmes are there.
+    /// The lines after the programmes have been built.
     static constexpr const char* rest = "NEW 151 84\nNEW 96 28\nSTATIC 28\nEND |ret = 0\n";
 
     static std::string event(const std::string& count, const std::string& following) {
@@ -90,10 +90,10 @@ TEST_F(GuideCounts, NineAreRefused) {
         expectRefused(guide, guideRecord(count),
                       fields(count) + "DEBUG |ERROR after_prg_infoCnt is over count\n");
     }
-    expectGoesOn(guide);
+    expectStillDelivered(guide);
 }
 
-TEST_F(GuideCounts, TheSizeIsJudgedFirst) {
+TEST_F(GuideCounts, TheSizeIsCheckedFirst) {
     Record record = guideRecord(9);
     expect(guide, record.bytes(), 6379, 1, "",
            "START\n" + fields(9) + "DEBUG |recv_size err!, recv_size = 6379\n");

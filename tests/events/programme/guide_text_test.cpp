@@ -49,8 +49,8 @@ TEST_F(GuideText, OfSizeZeroIsEmpty) {
                "name_size = 0, name = |B0D0F0|, text_size = 0, text = |T|", "0, \"\", 0, \"\"");
 }
 
-/// The size alone says where a text ends: neither a NUL nor the text's own length does.
-TEST_F(GuideText, EndsWhereItsSizeSays) {
+/// Only the size determines where a text ends, not a NUL and not the text's own length.
+TEST_F(GuideText, EndsAtItsSize) {
     expectNext(guideRecord(0).u32(nameAt, 1).u32(textAt, 4),
                "name_size = 1, name = |B0D0F0|, text_size = 4, text = |T|",
                "3, \"\\u3042\", 4, \"Text\"");
@@ -59,12 +59,12 @@ TEST_F(GuideText, EndsWhereItsSizeSays) {
                "12, \"\\u3042\\u3044\\u3046\\u0000D\", 10, \"Text of it\"");
 }
 
-TEST_F(GuideText, UnitsAreHandedOverAsTheyAre) {
+TEST_F(GuideText, UnitsArePassedUnchanged) {
     Record record = guideRecord(0);
     // A NUL first, halves of pairs in the wrong order, a pair, a byte-order mark, a unit that is no
     // character.
     putText(record, nameAt, {0x0000, 0xDE00, 0xD83D, 0xD83D, 0xDE00, 0xFEFF, 0xFFFF});
-    // Halves without their others, at both ends, and NULs between and behind.
+    // Single halves of pairs at both ends, and NULs between and after the units.
     putText(record, textAt, {0xD83D, 0x0041, 0x0000, 0x0000, 0xDC00, 0x00E9, 0x0000});
     expectNext(record, "name_size = 7, name = ||, text_size = 7, text = |=\\xD8A|",
                "20, \"\\u0000\\ude00\\ud83d\\ud83d\\ude00\\ufeff\\uffff\", "

@@ -43,7 +43,7 @@ TEST_P(Network, ArrayThatCannotBeMade) {
         expectRefused(GetParam(), GetParam().record, GetParam().fields);
         EXPECT_TRUE(fail.fired());
     }
-    expectGoesOn(GetParam());
+    expectStillDelivered(GetParam());
 }
 
 TEST_P(Network, CallbackThatThrowsWasCalled) {
@@ -64,7 +64,7 @@ protected:
 };
 
 TEST_F(NetworkInfo, TakesSevenPartialServicesAndNotEight) {
-    expectGoesOn(network);
+    expectStillDelivered(network);
     expectRefused(network, Record(network.record).u16(106, 8),
                   fields(8) + "DEBUG |ERROR partialsvc_cnt is over count\n");
     expectRefused(network, Record(network.record).u16(106, 9),
@@ -100,8 +100,8 @@ TEST_F(NetworkInfo, CountComesBeforeTheArray) {
     EXPECT_EQ(StrictJni::calls("NewIntArray"), before);
 }
 
-/// A size of 0 says that there is no name, whatever stands in its place; the log shows what stands
-/// there.
+/// A size of 0 means that there is no name, whatever its field contains; the log shows what the
+/// field contains.
 TEST_F(NetworkInfo, NamesOfSizeZeroAreEmpty) {
     expectDelivered(
         network, Record(network.record).u16(10, 0).u16(58, 0),
@@ -115,8 +115,8 @@ TEST_F(NetworkInfo, NamesOfSizeZeroAreEmpty) {
             network.delivered());
 }
 
-/// Else a name ends at its NUL, whatever its size says.
-TEST_F(NetworkInfo, SizesOfNamesMayLie) {
+/// Otherwise a name ends at its NUL, whatever its size is.
+TEST_F(NetworkInfo, SizesOfNamesMayBeWrong) {
     expectDelivered(
         network, Record(network.record).u16(10, 1).u16(58, 0xFFFF), network.callback,
         "DEBUG |handle = 65244\n"
@@ -136,7 +136,7 @@ TEST_F(NetworkInfo, SizesOfNamesMayLie) {
 }
 
 TEST_F(NetworkInfo, FullNamesEndWithTheirFields) {
-    // 44 bytes each with no NUL; what follows them are bytes that would show.
+    // 44 bytes each with no NUL; the bytes that follow would be seen in the result.
     expectDelivered(
         network,
         Record(network.record)
@@ -156,7 +156,7 @@ TEST_F(NetworkInfo, FullNamesEndWithTheirFields) {
 }
 
 /// The lengths are those of the Java strings in modified UTF-8.
-TEST_F(NetworkInfo, LengthsAreTheStrings) {
+TEST_F(NetworkInfo, LengthsAreThoseOfTheStrings) {
     expectDelivered(
         network, Record(network.record).text(12, "\xF0\x9F\x98\x80").text(60, "\xC0\x80\xFFz"),
         "onEvDtvsvNetworkInfoNotify BG_EV_DTVSV_NETWORK_INFO_NOTIFY(65244, "
@@ -217,7 +217,7 @@ protected:
 };
 
 TEST_F(Scan, TakesEightPartialServicesAndNotNine) {
-    expectGoesOn(scan);
+    expectStillDelivered(scan);
     expectRefused(scan, Record(scan.record).u16(110, 9),
                   fields(9) + "DEBUG |ERROR partialsvc_cnt is over count : 9\n");
     expectRefused(scan, Record(scan.record).u16(110, 0xFFFF),
@@ -270,7 +270,7 @@ TEST_F(Scan, FieldsSentInPartAreLoggedAsSent) {
            "DEBUG |recv_size err!, recv_size = 7\n");
 }
 
-/// Each reference is given back as soon as the callback has returned.
+/// Each reference is released as soon as the callback has returned.
 TEST_F(Scan, DeletesWhatItMade) {
     int before = StrictJni::calls("DeleteLocalRef");
     EXPECT_EQ(deliver(scan.id, scan.record.bytes()), 0);

@@ -1,4 +1,4 @@
-// The twelve events that tell of the broadcast, each with one record.
+// The twelve events about the broadcast, each with one record.
 #pragma once
 
 #include "events/event_case.h"
@@ -17,7 +17,7 @@ const Case& selectAudioCase();
 const Case& startSearchCase();
 const Case& terminateSearchCase();
 const Case& terminateScanCase();
-/// The eight of them.
+/// All eight of the cases above.
 std::vector<Case> streamCases();
 
 const Case& networkCase();
@@ -43,7 +43,7 @@ void putProgramme(Record& record, size_t at, const Programme& programme);
 /// A size at this offset, then the units and one more of 0.
 void putText(Record& record, size_t at, const std::u16string& text);
 
-/// A guide with so many following programmes, of service 101 on channel 62, of handle 3.
+/// A guide with this many following programmes, of service 101 on channel 62, of handle 3.
 Record guideRecord(unsigned following);
 /// Its programmes as they reach Java.
 extern const char* const currentTree;

@@ -41,7 +41,7 @@ TEST_F(Services, NameThatCannotBeMade) {
                           services.fields + "NEW 167 100\nNOTEXT OrgNewStringUTF\n");
         }
     }
-    expectGoesOn(services);
+    expectStillDelivered(services);
 }
 
 TEST_F(Services, ArrayThatCannotBeMade) {
@@ -50,7 +50,7 @@ TEST_F(Services, ArrayThatCannotBeMade) {
         expectRefused(services, services.record, services.fields);
         EXPECT_TRUE(fail.fired());
     }
-    expectGoesOn(services);
+    expectStillDelivered(services);
 }
 
 TEST_F(Services, None) {
@@ -96,7 +96,7 @@ TEST_F(Services, EightAndNotNine) {
                   "DEBUG |ERROR svc_cnt is over count\n");
 }
 
-TEST_F(Services, NamesOfSizeZeroAreEmptyAndOtherSizesMayLie) {
+TEST_F(Services, NamesOfSizeZeroAreEmptyAndOtherSizesMayBeWrong) {
     expectDelivered(services, Record(services.record).u32(24, 0).u32(76, 0xFFFFFFFF),
                     "onEvDtvsvServiceInfoNotify BG_EV_DTVSV_SERVICE_INFO_NOTIFY(65244, "
                     "BG_TS_DTVSVLIB_STREAM_INFO(-724315439, 2, "
@@ -108,7 +108,7 @@ TEST_F(Services, NamesOfSizeZeroAreEmptyAndOtherSizesMayLie) {
                     services.callback, services.fields + services.delivered());
 }
 
-/// 44 bytes and no NUL before the next entry, whose id would show.
+/// 44 bytes and no NUL before the next entry, whose id would be seen in the result.
 TEST_F(Services, FullNamesEndWithTheirFields) {
     expectDelivered(
         services,
@@ -124,7 +124,7 @@ TEST_F(Services, FullNamesEndWithTheirFields) {
         services.fields + services.delivered());
 }
 
-/// There is no size to be wrong: what was not sent is nothing.
+/// No size is refused: a part of the record that was not sent is read as zero.
 TEST_F(Services, EntriesThatWereNotSent) {
     auto sent = [&](int size, const std::string& callback, const std::string& fields,
                     const std::string& rest) {
@@ -132,7 +132,7 @@ TEST_F(Services, EntriesThatWereNotSent) {
         std::vector<uint8_t> bytes = services.record.bytes();
         expect(services, bytes, size, 0, callback,
                "START |recv_size = " + std::to_string(size) + "\n" + fields + rest);
-        // And with nothing behind them.
+        // And with nothing after them.
         if (size >= 0) {
             bytes.resize(static_cast<size_t>(size));
             expect(services, bytes, size, 0, callback,

@@ -1,5 +1,5 @@
 // All threads that a receiver may have, at once: twenty deliver events and eight of Java's send
-// commands. In the build with the thread sanitizer it finds what they share.
+// commands. The build with the thread sanitizer finds data races between them.
 #include "harness/harness.h"
 
 #include <atomic>
@@ -13,7 +13,7 @@ constexpr int eventThreads = 20;
 constexpr int javaThreads = 8;
 constexpr int rounds = 100;
 
-/// One event of each kind of handler: with a result alone, with a record, with an object in it.
+/// One event of each kind of handler: with only a result, with a record, with an object in it.
 int deliverSome(int thread) {
     const auto handle = static_cast<uint8_t>(thread);
     int failed = deliver(0x1000004f, {handle, 0, 0, 0, 1, 0, 0, 0});
@@ -46,7 +46,7 @@ TEST(ConcurrentUse, OfTwentyEventThreadsAndEightJavaThreads) {
     std::atomic<int> failed{0};
     std::vector<std::unique_ptr<EventThread>> threads;
     for (int i = 0; i < eventThreads; ++i) {
-        // The first event of each thread comes alone.
+        // The first event of each thread is delivered alone.
         threads.push_back(std::make_unique<EventThread>());
         threads.back()->run([&failed, i] { failed += deliverSome(i); });
     }

@@ -124,7 +124,7 @@ TEST_F(ErrorOutput, NoOtherLevelIsCopied) {
     CallbackRecorder callbacks;
     StdoutCapture output;
     EXPECT_EQ(deliver(0x1000004f, fromHex("0300 0000 00000000")), 0);
-    EXPECT_EQ(deliver(0x10000051, std::vector<uint8_t>(16)), 1) << "a size that is told at DEBUG";
+    EXPECT_EQ(deliver(0x10000051, std::vector<uint8_t>(16)), 1) << "a size that is logged at DEBUG";
     {
         FailJni fail("NewObjectV");
         EXPECT_EQ(deliver(0x1000004f, fromHex("0300 0000 00000000")), 1);

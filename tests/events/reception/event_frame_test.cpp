@@ -1,4 +1,4 @@
-// What an event leaves on its thread: no local reference and no exception, whatever happened.
+// What remains on an event's thread: no local reference and no exception, whatever happened.
 #include "entry/java_tables.h"
 #include "harness/harness.h"
 
@@ -50,7 +50,7 @@ TEST_P(EventFrame, EveryEventHasAFrameOfItsOwn) {
     onThread([] {
         EXPECT_EQ(createReply(), 0);
         EXPECT_EQ(terminateRecReply(), 0);
-        EXPECT_EQ(deliver(0x10000041, {}), 1) << "an id that nobody handles";
+        EXPECT_EQ(deliver(0x10000041, {}), 1) << "an id without a handler";
     });
     EXPECT_EQ(pushed.made(), 3);
     EXPECT_EQ(popped.made(), 3);
@@ -88,7 +88,7 @@ TEST_P(EventFrame, CallbackThatThrowsCountsAsCalled) {
         JNIDtvSvLibListener|256|5|FUNCEND  |recvEventFromServer|
     )");
     onThread([] { EXPECT_EQ(createReply(), 0); });
-    EXPECT_EQ(callbacks.take().size(), 2U) << "the thread is not spoilt";
+    EXPECT_EQ(callbacks.take().size(), 2U) << "the thread delivers further events";
 }
 
 TEST_P(EventFrame, CallbackThatThrowsAnErrorIsNoDifferent) {
@@ -143,7 +143,7 @@ TEST_P(EventFrame, ReferencesOfAFailedHandlerEndWithTheEvent) {
     EXPECT_EQ(callbacks.take().size(), 1U);
 }
 
-TEST_P(EventFrame, FrameThatCannotBeHadEndsTheEvent) {
+TEST_P(EventFrame, FrameThatCannotBePushedEndsTheEvent) {
     CallbackRecorder callbacks;
     onThread([] { ASSERT_EQ(createReply(), 0); });
     callbacks.take();
@@ -169,7 +169,7 @@ TEST_P(EventFrame, FrameThatCannotBeHadEndsTheEvent) {
     EXPECT_EQ(callbacks.take().size(), 1U);
 }
 
-TEST_P(EventFrame, ManyEventsHoldNoMoreThanOne) {
+TEST_P(EventFrame, ManyEventsHoldNoMoreReferencesThanOne) {
     CallbackRecorder callbacks;
     onThread([] { EXPECT_EQ(terminateRecReply(), 0); });
     StrictJni::resetPeakLocals();

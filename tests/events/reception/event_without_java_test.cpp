@@ -1,5 +1,5 @@
-// Events whose class, constructor or callback the Java side lacks: that event fails, all others
-// live on. Each test loads the bridge anew.
+// Events whose class, constructor or callback the Java side lacks: that event fails, all others are
+// delivered. Each test loads the bridge in a process of its own.
 #include "harness/event_trace.h"
 
 namespace events {
@@ -99,8 +99,8 @@ TEST_F(EventWithoutJava, AllCallbacksAreMissing) {
                      failed);
 }
 
-// The look-ups are made in the order of the registry, so the number that succeed first names the
-// one that fails.
+// The look-ups are made in the order of the registry, so the number of those that succeed first
+// determines the one that fails.
 TEST_F(EventWithoutJava, CallbackOfAReplyIsMissing) {
     {
         FailJni fails("GetStaticMethodID", 45);

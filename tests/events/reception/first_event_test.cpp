@@ -1,4 +1,4 @@
-// The threads that bring events: the first of all, those the VM does not know, those that get no
+// The threads that deliver events: the first of all, those the VM does not know, those that get no
 // environment, and several at once. Each test needs a process in which no event has come yet.
 #include "harness/event_trace.h"
 
@@ -111,7 +111,7 @@ TEST_F(FirstEvent, ThatCannotBeAttachedIsDropped) {
     ASSERT_EQ(lines.size(), 4U);
     EXPECT_EQ(output.take(), onStandardOutput(lines[2]));
     EXPECT_TRUE(callbacks->take().empty());
-    EXPECT_EQ(eventOn(thread), 0) << "the next event has another try";
+    EXPECT_EQ(eventOn(thread), 0) << "the next event tries again";
     EXPECT_EQ(callbacks->take(), Texts{callback});
 }
 
@@ -154,7 +154,7 @@ TEST_F(FirstEvent, TwentyFirstThreadGetsNoEnvironment) {
         EXPECT_TRACE(log->take(), beforeEnvironment() + listenerTrace("getJNIEnv", "END") +
                                       withoutEnvironment());
     }
-    EXPECT_EQ(event(), -1) << "this thread is one too many too";
+    EXPECT_EQ(event(), -1) << "there is no slot for this thread either";
     EXPECT_EQ(output.take(), "");
     EXPECT_TRUE(callbacks->take().empty());
     log->clear();

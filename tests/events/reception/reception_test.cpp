@@ -1,4 +1,4 @@
-// One event's way through the listener, and what it leaves behind on its thread.
+// The path of one event through the listener, and what remains on its thread afterwards.
 #include "harness/event_trace.h"
 
 #include <pthread.h>
@@ -59,7 +59,7 @@ TEST_F(Reception, WholeTraceOfADeliveredEvent) {
     EXPECT_EQ(lines.front().message, start);
 }
 
-TEST_F(Reception, SizeIsShownAsItCame) {
+TEST_F(Reception, SizeIsLoggedAsReceived) {
     EXPECT_EQ(deliver(0x10000041, {}, -2147483647 - 1), 1);
     EXPECT_TRACE(log->take(), refused(0x10000041, -2147483647 - 1, ""));
     EXPECT_EQ(deliver(0x10000041, {}, 2147483647), 1);
@@ -95,7 +95,7 @@ TEST_F(Reception, EveryEventHasAFrameOfItsOwn) {
 TEST_F(Reception, ThousandFailingEventsLeaveNoReference) {
     log->clear();
     for (int i = 0; i < 1000; i++) {
-        // The second object cannot be built, so the first is left to the frame.
+        // The second object cannot be built, so the first stays until the frame ends.
         FailJni fails("NewObjectV", 1, FailJni::Leaves::nothing);
         ASSERT_EQ(deliver(0x1000009b, fromHex("0300 0000 00 000000 00000000 00 000000")), 1);
         ASSERT_EQ(StrictJni::liveLocals(), 0);

@@ -1,4 +1,4 @@
-// Replies with a session handle and a result alone, which one handler serves.
+// Replies with only a session handle and a result, which one handler serves.
 #include "harness/event_trace.h"
 
 #include <ostream>
@@ -119,7 +119,7 @@ protected:
 INSTANTIATE_TEST_SUITE_P(All, CommonReplies, testing::ValuesIn(replies),
                          [](const auto& info) { return std::string(info.param.callback); });
 
-TEST_P(CommonReplies, ReachesJavaWhateverItsSizeSays) {
+TEST_P(CommonReplies, ReachesJavaWithAnySize) {
     CallbackRecorder callbacks;
     for (int size : {8, 0, 3, 7, 9, 4096, -1, -2147483647 - 1}) {
         SCOPED_TRACE(size);
@@ -127,7 +127,7 @@ TEST_P(CommonReplies, ReachesJavaWhateverItsSizeSays) {
         Calls deleted("DeleteLocalRef");
         LiveAtEnd at_end(*log, handler);
         EXPECT_EQ(deliver(GetParam().event_id, record, size), 0);
-        EXPECT_EQ(at_end.count(), 0) << "references are let go before FUNCEND";
+        EXPECT_EQ(at_end.count(), 0) << "references are released before FUNCEND";
         EXPECT_TRACE(log->take(), wholeTrace(size));
         EXPECT_EQ(callbacks.take(), std::vector<std::string>{callback()});
         EXPECT_EQ(output.take(), "");

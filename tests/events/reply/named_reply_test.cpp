@@ -1,6 +1,6 @@
-// Replies that carry more than the session handle and the result. Every byte of a record differs
-// from its neighbours and the padding is not zero, so that a field read a byte off, or widened with
-// the wrong sign, reaches Java as another number.
+// Replies with more than the session handle and the result. Every byte of a record differs from its
+// neighbours and the padding is not zero, so that a field read a byte off, or widened with the
+// wrong sign, reaches Java as another number.
 #include "events/record_event.h"
 
 namespace events {

@@ -48,7 +48,7 @@ TEST_F(RequestArrays, OfABlockToWrite) {
         expectRefused(of, of.record, of.fields);
         EXPECT_TRUE(fail.fired());
     }
-    expectGoesOn(of);
+    expectStillDelivered(of);
 }
 
 TEST_F(RequestArrays, OfALinksAffiliations) {
@@ -58,12 +58,12 @@ TEST_F(RequestArrays, OfALinksAffiliations) {
         expectRefused(of, of.record, of.fields + "DEBUG |affiliation_id is NULL\n");
         EXPECT_TRUE(fail.fired());
     }
-    expectGoesOn(of);
+    expectStillDelivered(of);
 }
 
 class RequestReferences : public EventTest {};
 
-/// Objects, texts and arrays are given back one by one when the callback has returned.
+/// Objects, texts and arrays are released one by one when the callback has returned.
 TEST_F(RequestReferences, AreDeleted) {
     struct Row {
         const Case& of;
@@ -83,7 +83,7 @@ TEST_F(RequestReferences, AreDeleted) {
 }
 
 /// Failed and delivered requests in a row, on one thread that the bridge attached.
-TEST_F(RequestReferences, NoneLivesOn) {
+TEST_F(RequestReferences, NoneRemains) {
     const std::vector<Case> all = requestCases();
     log.reset();
     dtv::setLogSink(nullptr);

@@ -1,4 +1,4 @@
-// Texts of requests: 8-bit fields of fixed width, whatever a broadcaster put into them.
+// Texts of requests: 8-bit fields of fixed width, whatever bytes a broadcaster sends in them.
 #include "events/request/request_cases.h"
 
 #include <utility>
@@ -77,7 +77,7 @@ TEST_F(RequestText, OverlongFormsAreBytes) {
     expectText("\xE0\x9F\xBF", "\\xE0\\x9F\\xBF", "\\ufffd\\ufffd\\ufffd");
 }
 
-TEST_F(RequestText, StrayBytesAreOneEach) {
+TEST_F(RequestText, InvalidBytesAreOneCharacterEach) {
     expectText("\x80", "\\x80", "\\ufffd");
     expectText("a\xBF"
                "b",
@@ -89,7 +89,7 @@ TEST_F(RequestText, StrayBytesAreOneEach) {
     expectText("\x82\xA0", "\\x82\\xA0", "\\ufffd\\ufffd");
 }
 
-TEST_F(RequestText, SequencesThatBreakOff) {
+TEST_F(RequestText, SequencesThatAreCut) {
     expectText("\xC3", "\\xC3", "\\ufffd");
     expectText("\xC3(", "\\xC3(", "\\ufffd(");
     expectText("\xE3\x81", "\\xE3\\x81", "\\ufffd\\ufffd");
@@ -114,19 +114,19 @@ TEST_F(RequestText, FullFieldsEndWithTheRecord) {
     expectNumber(full("abcdefghij"), ninety + "abcdefghij", ninety + "abcdefghij");
     // The last byte may be the NUL.
     expectNumber(full(std::string("abcdefghi") + '\0'), ninety + "abcdefghi", ninety + "abcdefghi");
-    // A sequence may break off at the field's end.
+    // A sequence may be cut at the field's end.
     expectNumber(full("abcdefghi\xC3"), ninety + "abcdefghi\\xC3", ninety + "abcdefghi\\ufffd");
     expectNumber(full("abcdefgh\xE3\x81"), ninety + "abcdefgh\\xE3\\x81",
                  ninety + "abcdefgh\\ufffd\\ufffd");
     expectNumber(full("abcdefg\xF0\x9F\x98"), ninety + "abcdefg\\xF0\\x9F\\x98",
                  ninety + "abcdefg\\ufffd\\ufffd\\ufffd");
-    // And may end there.
+    // Or it may be complete there.
     expectNumber(full("abcdef\xF0\x9F\x98\x80"), ninety + "abcdef\\xF0\\x9F\\x98\\x80",
                  ninety + "abcdef\\ud83d\\ude00");
 }
 
-/// What a field holds grows threefold at most.
-TEST_F(RequestText, LongFieldOfStrayBytes) {
+/// The text of a field becomes at most three times as long.
+TEST_F(RequestText, LongFieldOfInvalidBytes) {
     const Case& of = startFepCase();
     std::string logged;
     std::string to_java;
@@ -146,7 +146,7 @@ TEST_F(RequestText, LongFieldOfStrayBytes) {
 }
 
 /// Fields that fill up to their last byte end where the next one begins.
-TEST_F(RequestText, NeighboursDoNotRunTogether) {
+TEST_F(RequestText, AdjacentFieldsStaySeparate) {
     const Case& browser = browserCase();
     expectDelivered(browser, Record(browser.record).fill(6, 1025, 'r').fill(1031, 1025, 'c'),
                     "onEvDtvsvBmlBrowserReq BG_EV_DTVSV_BML_BROWSER_REQ(65244, "
@@ -194,7 +194,7 @@ TEST_F(RequestText, NeighboursDoNotRunTogether) {
                         std::string(400, 'm') + "|\n" + phonebook.delivered());
 }
 
-TEST_F(RequestText, NeighboursOfNumbersDoNotRunTogether) {
+TEST_F(RequestText, FieldsBesideNumbersStaySeparate) {
     const Case& write = writeNvramCase();
     std::string block = write.callback.substr(write.callback.find("bytes["));
     expectDelivered(
@@ -238,7 +238,7 @@ TEST_F(RequestText, NeighboursOfNumbersDoNotRunTogether) {
             enrol.delivered());
 }
 
-/// The lengths that a picture to save brings to Java are the strings', in modified UTF-8; the
+/// The lengths that a picture to save has in Java are those of the strings, in modified UTF-8; the
 /// record's are only logged.
 TEST_F(RequestText, LengthsOfAPicturesNames) {
     const Case& of = savePictureCase();
@@ -249,14 +249,14 @@ TEST_F(RequestText, LengthsOfAPicturesNames) {
                "|, filename_size = " + file_size +
                ", image_data_size = -505224220, overwrite = 161\n";
     };
-    // The record says that there are none.
+    // The record gives their lengths as 0.
     expectDelivered(of, Record(of.record).u32(4, 0).u32(8, 0), of.callback,
                     logged("src.png", "0", "file.jpeg", "0") + of.delivered());
     expectDelivered(of, Record(of.record).u32(4, 0xFFFFFFFF).u32(8, 3).text(12, "").text(792, ""),
                     "onEvDtvsvBmlSavePictureReq BG_EV_DTVSV_BML_SAVE_PICTURE_REQ(65244, "
                     "BG_TS_DTVSVLIB_SAVE_PICTURE_REQ(\"\", \"\", -505224220, 161, 0L, 0L))",
                     logged("", "-1", "", "3") + of.delivered());
-    // Six for a pair, two for a NUL, three for what is no text.
+    // Six for a pair, two for a NUL, three for an invalid byte.
     expectDelivered(
         of,
         Record(of.record)

@@ -1,4 +1,4 @@
-// How recording and playback go.
+// The progress of recording and playback.
 #include "events/record_event.h"
 
 namespace events {

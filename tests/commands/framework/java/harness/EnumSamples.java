@@ -2,7 +2,7 @@ package harness;
 
 /** Enumerations, and objects with fields of them, of the kinds that no class of the service has. */
 public class EnumSamples {
-    /** Its getters are what getters can be, and what they must not be. */
+    /** Its getters are of the kinds that are accepted and of kinds that are not. */
     public enum Gauge {
         LOW(Integer.MIN_VALUE),
         ZERO(0),

@@ -2,7 +2,7 @@ package tenrik.service.dtvserver;
 
 import tenrik.service.dtvserver.type.BG_TE_DTVSVLIB_RESULT;
 
-/** A proxy older than the bridge: of the natives that are registered it has the first two alone. */
+/** A proxy older than the bridge: of the natives that are registered it has only the first two. */
 public final class DtvServerProxy {
     public DtvServerProxy() {}
 
