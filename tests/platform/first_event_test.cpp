@@ -1,5 +1,5 @@
 // The first event of each thread is delivered alone.
-#include "platform/listener_double.h"
+#include "platform/calling_listener.h"
 
 #include "harness/harness.h"
 
@@ -24,28 +24,6 @@ using std::chrono::milliseconds;
 using std::chrono::seconds;
 using std::chrono::steady_clock;
 using testing::ElementsAre;
-
-/// Longer than anything here takes, shorter than the limit of a test.
-constexpr seconds kPatience{20};
-
-/// A point that threads reach, and that others wait for.
-class Point {
-public:
-    void reach() {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        reached_ = true;
-        changed_.notify_all();
-    }
-    bool wait() {
-        std::unique_lock<std::mutex> lock(mutex_);
-        return changed_.wait_for(lock, kPatience, [this] { return reached_; });
-    }
-
-private:
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    bool reached_ = false;
-};
 
 /// A listener that counts the events that are under way at once.
 class OverlapRecorder : public DtvSvLibListener {
@@ -85,11 +63,6 @@ private:
     int under_way_ = 0;
     int first_under_way_ = 0;
 };
-
-int deliver(int event_id) {
-    char record[8] = {};
-    return dtv::deliverEvent(event_id, record, 8);
-}
 
 /// Starts threads that all begin `body` at the same moment, and waits for their end.
 void atOnce(int count, const std::function<void(int)>& body) {
@@ -147,19 +120,6 @@ TEST(FirstEvent, IsTheFirstForEachListener) {
         EXPECT_EQ(listener->overlaps, 0);
     }
 }
-
-/// Calls `body` with the event's number for each event.
-class CallingListener : public DtvSvLibListener {
-public:
-    explicit CallingListener(std::function<void(int)> body) : body_(std::move(body)) {}
-    int recvEventFromServer(int event_id, void*, int) override {
-        body_(event_id);
-        return 0;
-    }
-
-private:
-    std::function<void(int)> body_;
-};
 
 TEST(FirstEvent, LetsOthersBeginAfterAWhileWhenItsCallbackWaitsForThem) {
     Point inside;
@@ -301,34 +261,6 @@ TEST(LaterEvents, RunInParallel) {
     EXPECT_EQ(met, 2 * kRounds);
     EXPECT_LT(steady_clock::now() - begun, kRounds * dtv::firstEventLimit / 2)
         << "they wait for each other";
-}
-
-TEST(FirstEvent, IsNotDeliveredWhenDeliveryStopsWhileItWaits) {
-    // In a process of its own: delivery that was stopped cannot be started again.
-    testing::FLAGS_gtest_death_test_style = "threadsafe";
-    EXPECT_EXIT(
-        {
-            Point inside;
-            std::atomic<bool> other_began{false};
-            int result = 0;
-            const sp<CallingListener> listener = new CallingListener([&](int event) {
-                if (event == 1) {
-                    inside.reach();
-                    usleep(200000);
-                } else {
-                    other_began = true;
-                }
-            });
-            std::thread first([] { deliver(1); });
-            inside.wait();
-            std::thread other([&] { result = deliver(2); });
-            usleep(50000);
-            dtv::stopDelivery();
-            other.join();
-            first.join();
-            _exit(!other_began && result == dtv::noListener ? 0 : 1);
-        },
-        testing::ExitedWithCode(0), "^$");
 }
 
 } // namespace

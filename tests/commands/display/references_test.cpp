@@ -1,4 +1,4 @@
-// When a command releases what is in its carrier: after its last line, the second group first, each
+// When a command releases its TS_DTVSV_SP: after its last line, the second group first, each
 // group from its last slot.
 #include "commands/drawing_places.h"
 #include "commands/watched_surface.h"
@@ -80,7 +80,7 @@ TEST_F(SurfaceReferences, OfACommandThatWaitsEndsAfterItsAnswer) {
     EXPECT_LT(placeOf(steps, "FUNCEND dtvSvLibControlBML_Sync|"), gone);
     EXPECT_LT(placeOf(steps, "FUNCEND makeComReplyObjSync|"), gone);
     EXPECT_EQ(gone + 1, steps.size());
-    // The others were not in the carrier, and nothing else drops them.
+    // The others were not in it, and nothing else drops them.
     callNative("DtvSvLib_SetDisplayAll",
                {3, screen_info, cap_info, bmlInfo(javaSurface(0), 1, 2, 0)});
 }
