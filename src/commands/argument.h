@@ -45,6 +45,7 @@ public:
     Argument& operator=(const Argument&) = delete;
 
     bool refused() const { return call_ != nullptr ? call_->refused() : refused_; }
+
     /// Refuses a null object.
     void requireObject(FieldLine null, int line = __builtin_LINE());
     /// Takes the object's class, which all fields are looked up in. Refuses an object without one.
