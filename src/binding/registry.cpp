@@ -109,7 +109,7 @@ void JNIDtvSvLibListener::setJavaMethod(int method_id, TS_DTVSV_METHODINFO& info
 }
 
 void JNIDtvSvLibListener::storeConstructed(MethodEntry& entry, jobject object) {
-    // The rest of the entry is as it was: the line is that of a whole one being stored.
+    // Only two words change, but the log line is that of storing a whole entry.
     TRACE_LISTENER(kInfo, "setJavaMethod", "setJavaMethod");
     entry.cached_object.store(object, std::memory_order_relaxed);
     entry.tid.store(pthread_self(), std::memory_order_relaxed);

@@ -108,7 +108,7 @@ void Argument::copyBytes(const BytesField& field, uint8_t* target, jsize limit, 
     jbyte* const elements = env_->GetByteArrayElements(array, nullptr);
     if (elements == nullptr) {
         // The VM has no memory for them, and its exception is pending.
-        call_->abandon();
+        abandon();
         return;
     }
     const jsize length = env_->GetArrayLength(array);
@@ -183,9 +183,13 @@ bool Argument::threw() {
     if (!env_->ExceptionCheck()) {
         return false;
     }
+    abandon();
+    return true;
+}
+
+void Argument::abandon() {
     refused_ = true;
     if (call_ != nullptr) {
         call_->abandon();
     }
-    return true;
 }

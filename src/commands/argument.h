@@ -113,6 +113,8 @@ private:
     void refuse(ValueLine value_line, int line, jint value);
     /// Whether Java code threw. The argument is refused then, without a line.
     bool threw();
+    /// Refuses the argument without a line: an exception is pending.
+    void abandon();
 
     JNIEnv* const env_;
     const char* const function_;
