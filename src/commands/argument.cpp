@@ -86,7 +86,7 @@ jsize Argument::copyText(const TextField& field, char* target, int size, jsize l
         return 0;
     }
     jsize length = 0;
-    if (field.too_long != nullptr) {
+    if (field.too_long.format != nullptr) {
         length = env_->GetStringUTFLength(text);
         if (length > limit) {
             refuse(field.too_long, line, length);
@@ -134,7 +134,7 @@ jobject Argument::readReference(const char* name, const char* type, FieldLine mi
         return nullptr;
     }
     const jobject reference = env_->GetObjectField(object_, id);
-    if (reference == nullptr && null != nullptr) {
+    if (reference == nullptr && null.format != nullptr) {
         refuse(null, line);
     }
     return reference;
@@ -164,7 +164,7 @@ bool Argument::readConstant(const EnumField& field, int line, jint* value) {
     }
     if (ret != 0) {
         // The line shows what getEnumValue answered.
-        refuse([&] { field.unreadable(function_, line, ret); });
+        refuseWith(field.unreadable.format, line, ret);
         return false;
     }
     *value = read;
@@ -172,11 +172,20 @@ bool Argument::readConstant(const EnumField& field, int line, jint* value) {
 }
 
 void Argument::refuse(FieldLine field_line, int line) {
-    refuse([&] { field_line(function_, line, shown_ret_); });
+    refuseWith(field_line.format, line, shown_ret_);
 }
 
 void Argument::refuse(ValueLine value_line, int line, jint value) {
-    refuse([&] { value_line(function_, line, value, shown_ret_); });
+    refuseWith(value_line.format, line, value, shown_ret_);
+}
+
+void Argument::refuseWith(const char* format, int line, int first, int second) {
+    refused_ = true;
+    if (call_ != nullptr) {
+        call_->refuseFor(function_, format, line, first, second);
+    } else {
+        writeLine(format, function_, line, first, second);
+    }
 }
 
 bool Argument::threw() {

@@ -52,6 +52,9 @@ public:
     void requireClass(FieldLine missing, int line = __builtin_LINE());
     jclass clazz() const { return class_; }
 
+    /// What the lines from now on show as "ret".
+    void showRet(int ret) { shown_ret_ = ret; }
+
     /// Refuses an object that lacks a field. The field is not read.
     void requireField(const IntField& field, int line = __builtin_LINE());
 
@@ -99,16 +102,8 @@ private:
     ReadInt acceptedOr(jint unread, bool accepted, jint value, ValueLine value_line, int line);
     bool readValue(const IntField& field, int line, jint* value);
     bool readConstant(const EnumField& field, int line, jint* value);
-    /// Refuses the argument; `trace` writes the line.
-    template <class Trace>
-    void refuse(const Trace& trace) {
-        refused_ = true;
-        if (call_ != nullptr) {
-            call_->refuse(trace);
-        } else {
-            trace();
-        }
-    }
+    /// Refuses the argument with a line in the name of its function.
+    void refuseWith(const char* format, int line, int first, int second = 0);
     void refuse(FieldLine field_line, int line);
     void refuse(ValueLine value_line, int line, jint value);
     /// Whether Java code threw. The argument is refused then, without a line.
@@ -120,7 +115,7 @@ private:
     const char* const function_;
     NativeCall* const call_;
     const jobject object_;
-    const int shown_ret_;
+    int shown_ret_;
     jclass class_ = nullptr;
     bool refused_ = false;
 };

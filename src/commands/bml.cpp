@@ -132,7 +132,7 @@ jobject dtvSvLibBMLFepReply(JNIEnv* env, jobject, jint handle, jobject reply_obj
 jobject dtvSvLibBMLReadNvramReply(JNIEnv* env, jobject, jint handle, jobject reply_object) {
     Command command(env, __func__, command_row::kBMLReadNvramReply, handle);
     Argument reply(command, reply_object);
-    reply.requireClass(RET_LINE("ERROR bml_nvram_clazz is null, ret = %d"));
+    reply.requireClass(INT_LINE("ERROR bml_nvram_clazz is null, ret = %d"));
     TS_READ_NVRAM_REPLY_REQ& record = command.record;
     record.bml_end_type = reply.readEnum(nvram_reply::bml_end_type);
     reply.readText(nvram_reply::ts_name, record.ts_name);
@@ -149,17 +149,15 @@ jobject dtvSvLibBMLStartTvLinkReq(JNIEnv* env, jobject, jint handle, jint bml_co
                                   jobject start_object) {
     Command command(env, __func__, command_row::kBMLStartTvLinkReq, handle);
     Argument start(command, start_object);
-    start.requireObject(RET_LINE("bml_start_info_obj is NULL, ret = %d"));
+    start.requireObject(INT_LINE("bml_start_info_obj is NULL, ret = %d"));
     TS_START_TV_LINK_REQ& record = command.record;
-    record.bml_control_type =
-        readControlType(command, bml_control_type,
-                        REFUSAL_LINE(command, "bml_control_type is too large : %d, ret = %d",
-                                     bml_control_type, kResultParamNg));
-    start.requireClass(RET_LINE("bml_start_info_clazz class is NULL, ret = %d"));
+    record.bml_control_type = readControlType(
+        command, bml_control_type, TWO_INTS_LINE("bml_control_type is too large : %d, ret = %d"));
+    start.requireClass(INT_LINE("bml_start_info_clazz class is NULL, ret = %d"));
 
     TS_DTVSV_SP surfaces;
     takePlane(command, start.readObject(start_info::drawing_info), setBMLDrawingInfo, &record.bml,
-              surfaces, RET_LINE("bml drawing_info_clazz class is NULL, ret = %d"));
+              surfaces, INT_LINE("bml drawing_info_clazz class is NULL, ret = %d"));
     record.network_id = start.readInt(start_info::network_id);
     record.service_id = start.readInt(start_info::service_id);
     start.readBytes(start_info::affiliation_id, record.affiliation_id);

@@ -11,12 +11,12 @@ namespace broadcast_info = field::BG_TS_DTVSVLIB_BROADCAST_INFO;
 constexpr jint kLastPhysicalChannel = 62;
 constexpr jint kLastServiceNo = 2;
 
-constexpr FieldLine kNullInfo = RET_LINE("broadcast_info is NULL, ret = %d");
+constexpr FieldLine kNullInfo = INT_LINE("broadcast_info is NULL, ret = %d");
 
 /// Reads a BG_TS_DTVSVLIB_BROADCAST_INFO into the fields that the records have in common.
 template <typename Record>
 void readBroadcastInfo(Argument& info, Record& record) {
-    info.requireClass(RET_LINE("broadcast_info class is NULL, ret = %d"));
+    info.requireClass(INT_LINE("broadcast_info class is NULL, ret = %d"));
     record.physical_channel =
         info.readIntUpTo(kLastPhysicalChannel, broadcast_info::physical_channel);
     record.service_no = info.readIntUpTo(kLastServiceNo, broadcast_info::service_no);

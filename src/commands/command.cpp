@@ -116,6 +116,15 @@ void NativeCall::refuseWithoutLine() {
     }
 }
 
+jobject NativeCall::refuseFor(const char* function, const char* format, int source_line, int first,
+                              int second, int third) {
+    refuseWithoutLine();
+    if (!env_->ExceptionCheck()) {
+        writeLine(format, function, source_line, first, second, third);
+    }
+    return answer_;
+}
+
 void NativeCall::traceStart(int line) const {
     TRACE_NATIVE_AT(line, kFuncStart, function_, "hdl = %d", session_);
 }
@@ -134,8 +143,8 @@ jobject NativeCall::sendRecord(void* record, int size, TS_DTVSV_SP* surfaces) co
 }
 
 jobject sendHandle(JNIEnv* env, const char* function, const CommandRowOf<TS_HANDLE_REQ>& row,
-                   jint session, TraceHandle trace_send) {
+                   jint session, Line<1> send_line, int source_line) {
     Command command(env, function, row, session);
-    trace_send(function, command.record.handle);
+    writeLine(send_line.format, function, source_line, command.record.handle);
     return command.send();
 }

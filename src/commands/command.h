@@ -7,6 +7,7 @@
 #pragma once
 
 #include "binding/JNIDtvSvLibListener.h"
+#include "commands/line.h"
 #include "entry/trace.h"
 #include "records/messages.h"
 
@@ -54,16 +55,22 @@ public:
     /// What a refused native answers: a local reference, or null when an exception is pending.
     jobject answer() const { return answer_; }
 
-    /// Refuses an argument: takes the answer, then has `trace` write the line that says why, but
-    /// not when making the answer threw. Returns the answer.
-    template <class Trace>
-    jobject refuse(const Trace& trace) {
-        refuseWithoutLine();
-        if (!env_->ExceptionCheck()) {
-            trace();
-        }
-        return answer_;
+    /// Refuses an argument: takes the answer, then writes the line that says why, but not when
+    /// making the answer threw. Returns the answer.
+    jobject refuse(Line<1> line, int value, int source_line = __builtin_LINE()) {
+        return refuseFor(function_, line.format, source_line, value);
     }
+    jobject refuse(Line<2> line, int first, int second, int source_line = __builtin_LINE()) {
+        return refuseFor(function_, line.format, source_line, first, second);
+    }
+    jobject refuse(Line<3> line, int first, int second, int third,
+                   int source_line = __builtin_LINE()) {
+        return refuseFor(function_, line.format, source_line, first, second, third);
+    }
+
+    /// The same with a line in the name of `function`, whose format has been checked.
+    jobject refuseFor(const char* function, const char* format, int source_line, int first = 0,
+                      int second = 0, int third = 0);
 
     /// Refuses an argument that has had its line. When Java code threw, the answer is null.
     void refuseWithoutLine();
@@ -115,14 +122,8 @@ public:
     Record record = {};
 };
 
-/// What refuse() is given: writes one line.
-#define REFUSAL_LINE(call, ...) [&] { TRACE_NATIVE(trace::kDebug, (call).function(), __VA_ARGS__); }
-
-/// Writes the SEND line of a command that carries its session handle alone.
-using TraceHandle = void (*)(const char* function, int handle);
-#define HANDLE_LINE(text)                                                                          \
-    [](const char* function, int handle) { TRACE_NATIVE(trace::kDebug, function, text, handle); }
-
-/// Sends a command that carries its session handle alone, and returns what the native answers.
+/// Sends a command that carries its session handle alone, and returns what the native answers. The
+/// SEND line shows the handle.
 jobject sendHandle(JNIEnv* env, const char* function, const CommandRowOf<TS_HANDLE_REQ>& row,
-                   jint session, TraceHandle trace_send = HANDLE_LINE("SEND, dtvsv_handle = %d"));
+                   jint session, Line<1> send_line = INT_LINE("SEND, dtvsv_handle = %d"),
+                   int source_line = __builtin_LINE());

@@ -13,31 +13,29 @@ namespace component_setting = field::BG_TS_DTVSVLIB_COMPONENT_SETTING;
 constexpr jint kLastCapLang = 8;
 constexpr jint kLastStartType = 1;
 
-constexpr FieldLine kNoVideoClass = RET_LINE("video drawing_info_clazz class is NULL, ret = %d");
+constexpr FieldLine kNoVideoClass = INT_LINE("video drawing_info_clazz class is NULL, ret = %d");
 constexpr FieldLine kNoCaptionClass =
-    RET_LINE("caption drawing_info_clazz class is NULL, ret = %d");
-constexpr FieldLine kNoBmlClass = RET_LINE("BML drawing_info_clazz class is NULL, ret = %d");
+    INT_LINE("caption drawing_info_clazz class is NULL, ret = %d");
+constexpr FieldLine kNoBmlClass = INT_LINE("BML drawing_info_clazz class is NULL, ret = %d");
 
-constexpr FieldLine kNullDrawingInfo = RET_LINE("drawing_info_obj is NULL, ret = %d");
+constexpr FieldLine kNullDrawingInfo = INT_LINE("drawing_info_obj is NULL, ret = %d");
 
 // ---- Captions and BML: the command and its synchronous variant.
 
 jobject controlCap(Command<TS_CONTROL_CAP_REQ>& command, jint cap_control_type, jint cap_lang,
                    jobject info) {
     TS_CONTROL_CAP_REQ& record = command.record;
-    Argument(command, info).requireObject(RET_LINE("cap_drawing_info_obj is NULL, ret = %d"));
-    record.cap_control_type =
-        readControlType(command, cap_control_type,
-                        REFUSAL_LINE(command, "cap_control_type is too large : %d, ret = %d",
-                                     cap_control_type, kResultParamNg));
+    Argument(command, info).requireObject(INT_LINE("cap_drawing_info_obj is NULL, ret = %d"));
+    record.cap_control_type = readControlType(
+        command, cap_control_type, TWO_INTS_LINE("cap_control_type is too large : %d, ret = %d"));
     if (!command.refused() && cap_lang > kLastCapLang) {
-        command.refuse(REFUSAL_LINE(command, "cap_lang is too large : %d, ret = %d", cap_lang,
-                                    kResultParamNg));
+        command.refuse(TWO_INTS_LINE("cap_lang is too large : %d, ret = %d"), cap_lang,
+                       kResultParamNg);
     }
     record.cap_lang = static_cast<uint8_t>(cap_lang);
     TS_DTVSV_SP surfaces;
     takePlane(command, info, setCapDrawingInfo, &record.cap, surfaces,
-              RET_LINE("cap drawing_info_clazz class is NULL, ret = %d"));
+              INT_LINE("cap drawing_info_clazz class is NULL, ret = %d"));
     if (command.refused()) {
         return command.answer();
     }
@@ -51,14 +49,12 @@ jobject controlCap(Command<TS_CONTROL_CAP_REQ>& command, jint cap_control_type, 
 
 jobject controlBML(Command<TS_CONTROL_BML_REQ>& command, jint bml_control_type, jobject info) {
     TS_CONTROL_BML_REQ& record = command.record;
-    Argument(command, info).requireObject(RET_LINE("bml_drawing_info_obj is NULL, ret = %d"));
-    record.bml_control_type =
-        readControlType(command, bml_control_type,
-                        REFUSAL_LINE(command, "bml_control_type is too large : %d, ret = %d",
-                                     bml_control_type, kResultParamNg));
+    Argument(command, info).requireObject(INT_LINE("bml_drawing_info_obj is NULL, ret = %d"));
+    record.bml_control_type = readControlType(
+        command, bml_control_type, TWO_INTS_LINE("bml_control_type is too large : %d, ret = %d"));
     TS_DTVSV_SP surfaces;
     takePlane(command, info, setBMLDrawingInfo, &record.bml, surfaces,
-              RET_LINE("bml drawing_info_clazz class is NULL, ret = %d"));
+              INT_LINE("bml drawing_info_clazz class is NULL, ret = %d"));
     if (command.refused()) {
         return command.answer();
     }
@@ -79,14 +75,14 @@ void readComponents(Command<TS_COMPONENT_SETTING_REQ>& command, Argument& settin
     record.dualmono = setting.readEnum(component_setting::dualmono);
     const jint cap_start_type = setting.readEnum(component_setting::cap_start_type);
     if (cap_start_type > kLastStartType) {
-        command.refuse(REFUSAL_LINE(
-            command, "cap_start_type out of value Error, cap_start_type = %d", cap_start_type));
+        command.refuse(INT_LINE("cap_start_type out of value Error, cap_start_type = %d"),
+                       cap_start_type);
     }
     record.cap_start_type = static_cast<uint8_t>(cap_start_type);
     const jint bml_start_type = setting.readEnum(component_setting::bml_start_type);
     if (bml_start_type > kLastStartType) {
-        command.refuse(REFUSAL_LINE(
-            command, "bml_start_type out of value Error, bml_start_type = %d", bml_start_type));
+        command.refuse(INT_LINE("bml_start_type out of value Error, bml_start_type = %d"),
+                       bml_start_type);
     }
     record.bml_start_type = static_cast<uint8_t>(bml_start_type);
 }
@@ -191,9 +187,9 @@ jobject dtvSvLibControlBML_Sync(JNIEnv* env, jobject, jint handle, jint bml_cont
 jobject dtvSvLibSetFirstComponent(JNIEnv* env, jobject, jint handle, jobject setting_object) {
     Command command(env, __func__, command_row::kSetFirstComponent, handle);
     Argument setting(command, setting_object);
-    setting.requireObject(RET_LINE("component_setting_obj is NULL, ret = %d"));
+    setting.requireObject(INT_LINE("component_setting_obj is NULL, ret = %d"));
     readComponents(command, setting);
-    setting.requireClass(RET_LINE("component_setting_clazz class is NULL, ret = %d"));
+    setting.requireClass(INT_LINE("component_setting_clazz class is NULL, ret = %d"));
     TS_COMPONENT_SETTING_REQ& record = command.record;
     TS_DTVSV_SP surfaces;
     takePlane(command, setting.readObject(component_setting::video_drawing_info),

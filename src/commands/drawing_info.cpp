@@ -37,7 +37,7 @@ int endRoutine(const char* routine, const Argument& info) {
 int setScreenDrawingInfo(JNIEnv* env, jobject info_object, SCREEN_DRAWING_INFO* out) {
     TRACE_NATIVE(kFuncStart, __func__, "");
     Argument info(env, __func__, info_object, kFailed);
-    info.requireClass(RET_LINE("screen_drawing_info_clazz class is NULL, ret = %d"));
+    info.requireClass(INT_LINE("screen_drawing_info_clazz class is NULL, ret = %d"));
     const LocalReference clazz(env, info.clazz());
     out->screen_rotate =
         info.readEnumUpTo(kLastRotate, screen_plane::screen_rotate, out->screen_rotate);
@@ -50,11 +50,9 @@ int setScreenDrawingInfo(JNIEnv* env, jobject info_object, SCREEN_DRAWING_INFO* 
 
 int setCapDrawingInfo(JNIEnv* env, jobject info_object, CAP_DRAWING_INFO* out) {
     TRACE_NATIVE(kFuncStart, __func__, "");
-    Argument info(env, __func__, info_object, kResultParamNg);
-    info.requireClass([](const char* function, int line, int) {
-        TRACE_NATIVE_AT(line, kDebug, function,
-                        "caption drawing_info_clazz class is NULL, ret = %d", kFailed);
-    });
+    Argument info(env, __func__, info_object, kFailed);
+    info.requireClass(INT_LINE("caption drawing_info_clazz class is NULL, ret = %d"));
+    info.showRet(kResultParamNg);
     const LocalReference clazz(env, info.clazz());
     out->screen_rotate =
         info.readEnumUpTo(kLastRotate, cap_plane::screen_rotate, out->screen_rotate);
@@ -73,7 +71,7 @@ int setCapDrawingInfo(JNIEnv* env, jobject info_object, CAP_DRAWING_INFO* out) {
 
 int setCapDisplayInfo(JNIEnv* env, jobject display_info_object, CAP_DISPLAY_INFO* out) {
     Argument info(env, __func__, display_info_object, kFailed);
-    info.requireClass(RET_LINE("display_info_clazz class is NULL, ret = %d"));
+    info.requireClass(INT_LINE("display_info_clazz class is NULL, ret = %d"));
     const LocalReference clazz(env, info.clazz());
     out->font_size = info.readInt(cap_layout::font_size, out->font_size);
     out->characters_num = info.readInt(cap_layout::characters_num, out->characters_num);
@@ -91,7 +89,7 @@ int setCapDisplayInfo(JNIEnv* env, jobject display_info_object, CAP_DISPLAY_INFO
 int setBMLDrawingInfo(JNIEnv* env, jobject info_object, BML_DRAWING_INFO* out) {
     TRACE_NATIVE(kFuncStart, __func__, "");
     Argument info(env, __func__, info_object, kFailed);
-    info.requireClass(RET_LINE("BML drawing_info_clazz class is NULL, ret = %d"));
+    info.requireClass(INT_LINE("BML drawing_info_clazz class is NULL, ret = %d"));
     const LocalReference clazz(env, info.clazz());
     out->screen_rotate =
         info.readEnumUpTo(kLastRotate, bml_plane::screen_rotate, out->screen_rotate);
@@ -138,7 +136,7 @@ void takeSurface(NativeCall& call, jobject info_object, TS_DTVSV_SP& surfaces,
                  FieldLine missing_class, int line) {
     const jclass info_class = classOf(call.env(), info_object);
     if (info_class == nullptr) {
-        call.refuse([&] { missing_class(call.function(), line, kFailed); });
+        call.refuseFor(call.function(), missing_class.format, line, kFailed);
         return;
     }
     if (setSurface(call.env(), info_class, info_object,
@@ -147,6 +145,15 @@ void takeSurface(NativeCall& call, jobject info_object, TS_DTVSV_SP& surfaces,
         return;
     }
     ++surfaces.surface_count;
+}
+
+uint8_t readControlType(NativeCall& call, jint type, Line<2> line, int source_line) {
+    constexpr jint kLastControlType = 4;
+    constexpr jint kUnchanged = 255;
+    if (!call.refused() && type != kUnchanged && type > kLastControlType) {
+        call.refuse(line, type, kResultParamNg, source_line);
+    }
+    return static_cast<uint8_t>(type);
 }
 
 void traceScreenDrawingInfo(const char* function, const SCREEN_DRAWING_INFO& info) {

@@ -43,14 +43,9 @@ void takePlane(NativeCall& call, jobject info_object, int (*read)(JNIEnv*, jobje
 }
 
 /// Checks a control type of the captions or of the BML browser: 255, or anything up to 4, is
-/// accepted. Otherwise the call is refused with the line.
-template <class Trace>
-uint8_t readControlType(NativeCall& call, jint type, const Trace& trace) {
-    if (!call.refused() && type != 255 && type > 4) {
-        call.refuse(trace);
-    }
-    return static_cast<uint8_t>(type);
-}
+/// accepted. Otherwise the call is refused with the line, which shows the type and "ret".
+uint8_t readControlType(NativeCall& call, jint type, Line<2> line,
+                        int source_line = __builtin_LINE());
 
 void traceScreenDrawingInfo(const char* function, const SCREEN_DRAWING_INFO& info);
 void traceCapDrawingInfo(const char* function, const CAP_DRAWING_INFO& info);

@@ -3,13 +3,7 @@
 #pragma once
 
 #include "binding/java_names.h"
-#include "entry/trace.h"
-
-/// Writes the line of a field that cannot be read, on behalf of a source line of `function`.
-/// `number` is what the line shows as "ret".
-using FieldLine = void (*)(const char* function, int line, int number);
-/// Writes the line of a value that is not accepted.
-using ValueLine = void (*)(const char* function, int line, int value, int number);
+#include "commands/line.h"
 
 /// An int of a Java object.
 struct IntField {
@@ -53,50 +47,30 @@ struct ObjectField {
     FieldLine null; ///< null: the object may be null
 };
 
-// ---- The lines of the rows: with a value, with "ret", with both, or with neither.
-
-#define LINE(text)                                                                                 \
-    [](const char* function, int line, int) {                                                      \
-        TRACE_NATIVE_AT(line, trace::kDebug, function, text);                                      \
-    }
-#define RET_LINE(text)                                                                             \
-    [](const char* function, int line, int number) {                                               \
-        TRACE_NATIVE_AT(line, trace::kDebug, function, text, number);                              \
-    }
-#define VALUE_LINE(text)                                                                           \
-    [](const char* function, int line, int value, int) {                                           \
-        TRACE_NATIVE_AT(line, trace::kDebug, function, text, value);                               \
-    }
-#define VALUE_AND_RET_LINE(text)                                                                   \
-    [](const char* function, int line, int value, int number) {                                    \
-        TRACE_NATIVE_AT(line, trace::kDebug, function, text, value, number);                       \
-    }
-
 /// The lines about an argument that is null or has no class.
 struct ObjectLines {
     FieldLine null;
     FieldLine no_class;
 };
 #define OBJECT_LINES(name)                                                                         \
-    ObjectLines {                                                                                  \
-        RET_LINE(name "_obj is NULL, ret = %d"), RET_LINE(name " class is NULL, ret = %d")         \
-    }
+    (ObjectLines{INT_LINE(name "_obj is NULL, ret = %d"),                                          \
+                 INT_LINE(name " class is NULL, ret = %d")})
 
 namespace field {
 #define INT_FIELD(java_class, name)                                                                \
     namespace java_class {                                                                         \
-    inline constexpr IntField name = {#name, RET_LINE(#name " fieldID is NULL, ret = %d")};        \
+    inline constexpr IntField name = {#name, INT_LINE(#name " fieldID is NULL, ret = %d")};        \
     }
 #define LIMITED_INT_FIELD(java_class, name)                                                        \
     namespace java_class {                                                                         \
     inline constexpr LimitedIntField name = {                                                      \
-        {#name, RET_LINE(#name " fieldID is NULL, ret = %d")},                                     \
-        VALUE_AND_RET_LINE(#name " is too large : %d, ret = %d")};                                 \
+        {#name, INT_LINE(#name " fieldID is NULL, ret = %d")},                                     \
+        TWO_INTS_LINE(#name " is too large : %d, ret = %d")};                                      \
     }
 #define NAMED_ENUM_FIELD(java_class, name, text, enumeration, getter)                              \
     namespace java_class {                                                                         \
     inline constexpr EnumField name = {#name, VALUE_TYPE(enumeration), #getter,                    \
-                                       RET_LINE(text " getEnumValue Error, ret = %d")};            \
+                                       INT_LINE(text " getEnumValue Error, ret = %d")};            \
     }
 #define ENUM_FIELD(java_class, name, enumeration, getter)                                          \
     NAMED_ENUM_FIELD(java_class, name, #name, enumeration, getter)
@@ -104,8 +78,8 @@ namespace field {
     namespace java_class {                                                                         \
     inline constexpr LimitedEnumField name = {                                                     \
         {#name, VALUE_TYPE(enumeration), #getter,                                                  \
-         RET_LINE(#name " getEnumValue Error, ret = %d")},                                         \
-        VALUE_AND_RET_LINE(#name " is too large : %d, ret = %d")};                                 \
+         INT_LINE(#name " getEnumValue Error, ret = %d")},                                         \
+        TWO_INTS_LINE(#name " is too large : %d, ret = %d")};                                      \
     }
 #define TEXT_FIELD(java_class, name, missing, null, too_long)                                      \
     namespace java_class {                                                                         \
@@ -129,7 +103,3 @@ namespace field {
     }
 #include "commands/field_table.def"
 } // namespace field
-
-#undef LINE
-#undef VALUE_LINE
-#undef VALUE_AND_RET_LINE

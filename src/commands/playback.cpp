@@ -74,15 +74,15 @@ jobject dtvSvLibChangePlaySpeed(JNIEnv* env, jobject, jint handle, jobject speci
         return command.answer();
     }
     if (numerator < 0 || denominator < 0) {
-        return command.refuse(REFUSAL_LINE(
-            command, "numerator or denominator is Negative, numerator = %d, denominator = %d",
-            numerator, denominator));
+        return command.refuse(
+            TWO_INTS_LINE("numerator or denominator is Negative, numerator = %d, denominator = %d"),
+            numerator, denominator);
     }
     const jint ans = playSpeed(numerator, denominator);
     if (!isPlaySpeed(ans)) {
         return command.refuse(
-            REFUSAL_LINE(command, "PlaySpeed Err, ans = %d, numerator = %d, denominator = %d", ans,
-                         numerator, denominator));
+            THREE_INTS_LINE("PlaySpeed Err, ans = %d, numerator = %d, denominator = %d"), ans,
+            numerator, denominator);
     }
     record.denominator = static_cast<uint16_t>(denominator);
     record.numerator = static_cast<uint16_t>(numerator);

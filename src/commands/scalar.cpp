@@ -27,47 +27,39 @@ bool isTunerLogMode(jint mode) {
     return mode == 1 || mode == 2;
 }
 
-using TraceRefusal = void (*)(const char* function, jint value);
-using TraceSend = void (*)(const char* function, int handle, int value);
+/// What is written when the record is sent: a line that shows the handle, and the value after it
+/// when it has a place for it, then one that shows the value.
+struct SendLines {
+    constexpr SendLines(Line<1> handle_line) : with_handle(handle_line.format) {}
+    constexpr SendLines(Line<2> handle_and_value_line)
+        : with_handle(handle_and_value_line.format) {}
+    constexpr SendLines(Line<1> handle_line, Line<1> value_line)
+        : with_handle(handle_line.format), with_value(value_line.format) {}
 
-#define REFUSAL_WITH_RET(text)                                                                     \
-    [](const char* function, jint value) {                                                         \
-        TRACE_NATIVE(kDebug, function, text, value, kResultParamNg);                               \
-    }
-#define REFUSAL(text)                                                                              \
-    [](const char* function, jint value) { TRACE_NATIVE(kDebug, function, text, value); }
+    const char* with_handle;
+    const char* with_value = nullptr; ///< null: there is no such line
+};
 
-#define HANDLE_AND_VALUE_LINE(text)                                                                \
-    [](const char* function, int handle, int value) {                                              \
-        TRACE_NATIVE(kDebug, function, text, handle, value);                                       \
-    }
-/// The value is not shown.
-#define HANDLE_ALONE_LINE(text)                                                                    \
-    [](const char* function, int handle, int) { TRACE_NATIVE(kDebug, function, text, handle); }
 /// An answer to the BML browser: the handle in a line of its own, then the value after a label.
 #define BML_REPLY_LINES(label)                                                                     \
-    [](const char* function, int handle, int value) {                                              \
-        TRACE_NATIVE(kDebug, function, "SEND, dtvsv_handle = %d", handle);                         \
-        TRACE_NATIVE(kDebug, function, "SEND, " label " : bml_end_type = %d", value);              \
-    }
+    (SendLines{INT_LINE("SEND, dtvsv_handle = %d"),                                                \
+               INT_LINE("SEND, " label " : bml_end_type = %d")})
 
 // ---- The mechanism.
 
-struct OneValueRow {
-    const CommandRowOf<TS_ONE_VALUE_REQ>& command;
-    bool (*accepts)(jint value);
-    TraceRefusal trace_refusal;
-    TraceSend trace_send;
-};
-
-jobject sendOneValue(JNIEnv* env, const char* function, const OneValueRow& row, jint handle,
-                     jint value) {
-    Command command(env, function, row.command, handle);
-    if (!row.accepts(value)) {
-        return command.refuse([&] { row.trace_refusal(function, value); });
+/// What a row states comes as arguments: a table of it would be addresses for the loader to adjust.
+jobject sendOneValue(JNIEnv* env, const char* function,
+                     const CommandRowOf<TS_ONE_VALUE_REQ>& command_row, jint handle, jint value,
+                     bool (*accepts)(jint), ValueLine refusal, SendLines send_lines,
+                     int source_line = __builtin_LINE()) {
+    Command command(env, function, command_row, handle);
+    if (!accepts(value)) {
+        return command.refuseFor(function, refusal.format, source_line, value, kResultParamNg);
     }
-    command.record.value = static_cast<uint8_t>(value);
-    row.trace_send(function, command.record.handle, command.record.value);
+    TS_ONE_VALUE_REQ& record = command.record;
+    record.value = static_cast<uint8_t>(value);
+    writeLine(send_lines.with_handle, function, source_line, record.handle, record.value);
+    writeLine(send_lines.with_value, function, source_line, record.value);
     return command.send();
 }
 
@@ -76,8 +68,8 @@ jobject sendOneValue(JNIEnv* env, const char* function, const OneValueRow& row, 
 /// ONE_VALUE(function, command, which values are accepted, line of a refusal, line when it is sent)
 #define ONE_VALUE(function, command, accepts, refusal, sending)                                    \
     jobject function(JNIEnv* env, jobject, jint handle, jint value) {                              \
-        static constexpr OneValueRow row = {command_row::command, accepts, refusal, sending};      \
-        return sendOneValue(env, __func__, row, handle, value);                                    \
+        return sendOneValue(env, __func__, command_row::command, handle, value, accepts, refusal,  \
+                            sending);                                                              \
     }
 
 /// NO_VALUE(function, command, line when it is sent)
@@ -91,84 +83,84 @@ jobject sendOneValue(JNIEnv* env, const char* function, const OneValueRow& row, 
 // Planes, decoding and sound.
 
 ONE_VALUE(dtvSvLibReleaseDisplay, kReleaseDisplay, atMost<2>,
-          REFUSAL_WITH_RET("drawing_destination is too large : %d, ret = %d"),
-          HANDLE_AND_VALUE_LINE("SEND, dtvsv_handle = %d, drawing_destination = %d"))
+          TWO_INTS_LINE("drawing_destination is too large : %d, ret = %d"),
+          TWO_INTS_LINE("SEND, dtvsv_handle = %d, drawing_destination = %d"))
 // The label is that of another command, and the value is not shown.
 ONE_VALUE(dtvSvLibControlScreenDisplay, kControlScreenDisplay, atMost<1>,
-          REFUSAL_WITH_RET("onoff too large : %d, ret = %d"),
-          HANDLE_ALONE_LINE("SEND, TERMINATE_PLAY : dtvsv_handle = %d"))
+          TWO_INTS_LINE("onoff too large : %d, ret = %d"),
+          INT_LINE("SEND, TERMINATE_PLAY : dtvsv_handle = %d"))
 ONE_VALUE(dtvSvLibControlDecodeScreen, kControlDecodeScreen, atMost<1>,
-          REFUSAL_WITH_RET("onoff too large : %d, ret = %d"),
-          HANDLE_AND_VALUE_LINE("SEND, CONTROL_DECODE_SCREEN : dtvsv_handle = %d, onoff = %d"))
+          TWO_INTS_LINE("onoff too large : %d, ret = %d"),
+          TWO_INTS_LINE("SEND, CONTROL_DECODE_SCREEN : dtvsv_handle = %d, onoff = %d"))
 ONE_VALUE(dtvSvLibChangeAudioComponent, kChangeAudioComponent, atMost<1>,
-          REFUSAL_WITH_RET("audio_component is too large : %d, ret = %d"),
-          HANDLE_AND_VALUE_LINE("SEND, dtvsv_handle = %d, audio_component = %d"))
+          TWO_INTS_LINE("audio_component is too large : %d, ret = %d"),
+          TWO_INTS_LINE("SEND, dtvsv_handle = %d, audio_component = %d"))
 ONE_VALUE(dtvSvLibChangeSoundDualMono, kChangeSoundDualMono, atMost<4>,
-          REFUSAL_WITH_RET("dualmono is too large : %d, ret = %d"),
-          HANDLE_AND_VALUE_LINE("SEND, dtvsv_handle = %d, dualmono = %d"))
+          TWO_INTS_LINE("dualmono is too large : %d, ret = %d"),
+          TWO_INTS_LINE("SEND, dtvsv_handle = %d, dualmono = %d"))
 ONE_VALUE(dtvSvLibControlDecodeAudio, kControlDecodeAudio, atMost<1>,
-          REFUSAL_WITH_RET("onoff too large : %d, ret = %d"),
-          HANDLE_AND_VALUE_LINE("SEND, CONTROL_DECODE_AUDIO : dtvsv_handle = %d, onoff = %d"))
+          TWO_INTS_LINE("onoff too large : %d, ret = %d"),
+          TWO_INTS_LINE("SEND, CONTROL_DECODE_AUDIO : dtvsv_handle = %d, onoff = %d"))
 ONE_VALUE(dtvSvLibChangeCapLang, kChangeCapLang, atMost<8>,
-          REFUSAL_WITH_RET("cap_lang is too large : %d, ret = %d"),
-          HANDLE_AND_VALUE_LINE("SEND, dtvsv_handle = %d, cap_lang = %d"))
+          TWO_INTS_LINE("cap_lang is too large : %d, ret = %d"),
+          TWO_INTS_LINE("SEND, dtvsv_handle = %d, cap_lang = %d"))
 
 // The tuner.
 
 ONE_VALUE(dtvSvLibControlLNA, kControlLNA, isLnaMode,
-          REFUSAL("lna_mode is over, lna_mode = %d"),
-          HANDLE_AND_VALUE_LINE("SEND, LNA_MODE : dtvsv_handle = %d, lna_mode = %d"))
+          INT_LINE("lna_mode is over, lna_mode = %d"),
+          TWO_INTS_LINE("SEND, LNA_MODE : dtvsv_handle = %d, lna_mode = %d"))
 ONE_VALUE(dtvSvLibSetTunerLog, kSetTunerLog, isTunerLogMode,
-          REFUSAL("set_log is over, set_log = %d"),
-          HANDLE_AND_VALUE_LINE("SEND, TUNER_LOG : dtvsv_handle = %d, set_log = %d"))
+          INT_LINE("set_log is over, set_log = %d"),
+          TWO_INTS_LINE("SEND, TUNER_LOG : dtvsv_handle = %d, set_log = %d"))
 NO_VALUE(dtvSvLibGetTunerLogStatus, kGetTunerLogStatus,
-         HANDLE_LINE("SEND, TUNER_LOG_STATUS : dtvsv_handle = %d"))
+         INT_LINE("SEND, TUNER_LOG_STATUS : dtvsv_handle = %d"))
 
 // The BML browser, and answers to it.
 
-NO_VALUE(dtvSvLibBMLEndTvLinkReq, kBMLEndTvLinkReq, HANDLE_LINE("SEND, dtvsv_handle = %d"))
+NO_VALUE(dtvSvLibBMLEndTvLinkReq, kBMLEndTvLinkReq, INT_LINE("SEND, dtvsv_handle = %d"))
 NO_VALUE(dtvSvLibBMLRebootBrowserReq, kBMLRebootBrowserReq,
-         HANDLE_LINE("SEND, BML_REBOOT_BROWSER_REQ : dtvsv_handle = %d"))
+         INT_LINE("SEND, BML_REBOOT_BROWSER_REQ : dtvsv_handle = %d"))
 ONE_VALUE(dtvSvLibBMLWriteNvramReply, kBMLWriteNvramReply, anyValue,
           nullptr,
-          HANDLE_AND_VALUE_LINE("SEND, dtvsv_handle = %d, bml_end_type = %d"))
+          TWO_INTS_LINE("SEND, dtvsv_handle = %d, bml_end_type = %d"))
 ONE_VALUE(dtvSvLibBMLMailReply, kBMLMailReply, atMost<1>,
-          REFUSAL_WITH_RET("mail_reply is too large : %d, ret = %d"),
+          TWO_INTS_LINE("mail_reply is too large : %d, ret = %d"),
           BML_REPLY_LINES("BML_MAIL_REPLY"))
 ONE_VALUE(dtvSvLibBMLPhonebookReply, kBMLPhonebookReply, atMost<1>,
-          REFUSAL_WITH_RET("phonebook_reply is too large : %d, ret = %d"),
+          TWO_INTS_LINE("phonebook_reply is too large : %d, ret = %d"),
           BML_REPLY_LINES("BML_PHONEBOOK_REPLY"))
 ONE_VALUE(dtvSvLibBMLCallReply, kBMLCallReply, atMost<1>,
-          REFUSAL_WITH_RET("call_reply is too large : %d, ret = %d"),
+          TWO_INTS_LINE("call_reply is too large : %d, ret = %d"),
           BML_REPLY_LINES("BML_CALL_REPLY"))
 ONE_VALUE(dtvSvLibBMLScheduleReply, kBMLScheduleReply, atMost<1>,
-          REFUSAL_WITH_RET("schedule_reply is too large : %d, ret = %d"),
+          TWO_INTS_LINE("schedule_reply is too large : %d, ret = %d"),
           BML_REPLY_LINES("BML_SCHEDULE_REPLY"))
 ONE_VALUE(dtvSvLibBMLBrowserReply, kBMLBrowserReply, atMost<1>,
-          REFUSAL_WITH_RET("browser_reply is too large : %d, ret = %d"),
+          TWO_INTS_LINE("browser_reply is too large : %d, ret = %d"),
           BML_REPLY_LINES("BML_BROWSER_REPLY"))
 ONE_VALUE(dtvSvLibBMLStartTvLinkReply, kBMLStartTvlinkReply, atMost<1>,
-          REFUSAL_WITH_RET("tvlink_reply is too large : %d, ret = %d"),
+          TWO_INTS_LINE("tvlink_reply is too large : %d, ret = %d"),
           BML_REPLY_LINES("BML_START_TVLINK_REPLY"))
 ONE_VALUE(dtvSvLibBMLEnrolTvlinkReply, kBMLEnrolTvlinkReply, atMost<1>,
-          REFUSAL_WITH_RET("tvlink_reply is too large : %d, ret = %d"),
+          TWO_INTS_LINE("tvlink_reply is too large : %d, ret = %d"),
           BML_REPLY_LINES("BML_ENROL_TVLINK_REPLY"))
 
 // Recording and playback.
 
 ONE_VALUE(dtvSvLibStartRec, kStartRec, atMost<1>,
-          REFUSAL_WITH_RET("medium is too large : %d, ret = %d"),
-          HANDLE_AND_VALUE_LINE("SEND, dtvsv_handle = %d, medium = %d"))
-NO_VALUE(dtvSvLibPausePlay, kPausePlay, HANDLE_LINE("SEND, PAUSE_PLAY : dtvsv_handle = %d"))
-NO_VALUE(dtvSvLibReStartPlay, kReStartPlay, HANDLE_LINE("SEND, RESTART_PLAY : dtvsv_handle = %d"))
+          TWO_INTS_LINE("medium is too large : %d, ret = %d"),
+          TWO_INTS_LINE("SEND, dtvsv_handle = %d, medium = %d"))
+NO_VALUE(dtvSvLibPausePlay, kPausePlay, INT_LINE("SEND, PAUSE_PLAY : dtvsv_handle = %d"))
+NO_VALUE(dtvSvLibReStartPlay, kReStartPlay, INT_LINE("SEND, RESTART_PLAY : dtvsv_handle = %d"))
 ONE_VALUE(dtvSvLibFrameSlidePlay, kFrameSlidePlay, atMost<1>,
-          REFUSAL("direction is over, direction = %d"),
-          HANDLE_AND_VALUE_LINE("SEND, FRAME_SLIDE_PLAY : dtvsv_handle = %d, direction = %d"))
+          INT_LINE("direction is over, direction = %d"),
+          TWO_INTS_LINE("SEND, FRAME_SLIDE_PLAY : dtvsv_handle = %d, direction = %d"))
 NO_VALUE(dtvSvLibTerminatePlay, kTerminatePlay,
-         HANDLE_LINE("SEND, TERMINATE_PLAY : dtvsv_handle = %d"))
+         INT_LINE("SEND, TERMINATE_PLAY : dtvsv_handle = %d"))
 ONE_VALUE(dtvSvLibMovePausePosition, kMovePausePosition, atMost<1>,
-          REFUSAL("move_pos is over, move_pos = %d"),
-          HANDLE_AND_VALUE_LINE("SEND, MOVE_PAUSE_POSITION : dtvsv_handle = %d, move_pos = %d"))
+          INT_LINE("move_pos is over, move_pos = %d"),
+          TWO_INTS_LINE("SEND, MOVE_PAUSE_POSITION : dtvsv_handle = %d, move_pos = %d"))
 
 // clang-format on
 
@@ -178,12 +170,12 @@ jobject dtvSvLibControlDisplayModeReq(JNIEnv* env, jobject, jint handle, jint sc
                                       jint screen_rotate) {
     Command command(env, __func__, command_row::kControlDisplayModeReq, handle);
     if (!atMost<3>(screen_mode)) {
-        return command.refuse(REFUSAL_LINE(command, "screen_mode is too large : %d, ret = %d",
-                                           screen_mode, kResultParamNg));
+        return command.refuse(TWO_INTS_LINE("screen_mode is too large : %d, ret = %d"), screen_mode,
+                              kResultParamNg);
     }
     if (!atMost<3>(screen_rotate)) {
-        return command.refuse(REFUSAL_LINE(command, "screen_rotate is too large : %d, ret = %d",
-                                           screen_rotate, kResultParamNg));
+        return command.refuse(TWO_INTS_LINE("screen_rotate is too large : %d, ret = %d"),
+                              screen_rotate, kResultParamNg);
     }
     TS_DISPLAY_MODE_REQ& record = command.record;
     record.screen_mode = static_cast<uint8_t>(screen_mode);
@@ -201,14 +193,14 @@ jobject dtvSvLibSetSoundVideoDelay(JNIEnv* env, jobject, jint handle, jint video
     const int longest = g_max_delay_time;
     if (video_viltime > longest) {
         return command.refuse(
-            REFUSAL_LINE(command, "video_viltime is too large : %d, max_delat_time = %d, ret = %d",
-                         video_viltime, longest, kResultParamNg));
+            THREE_INTS_LINE("video_viltime is too large : %d, max_delat_time = %d, ret = %d"),
+            video_viltime, longest, kResultParamNg);
     }
     const auto audio_viltime = static_cast<int16_t>(audio_viltime_int);
     if (audio_viltime > longest) {
         return command.refuse(
-            REFUSAL_LINE(command, "audio_viltime is too large : %d, max_delat_time = %d, ret = %d",
-                         audio_viltime, longest, kResultParamNg));
+            THREE_INTS_LINE("audio_viltime is too large : %d, max_delat_time = %d, ret = %d"),
+            audio_viltime, longest, kResultParamNg);
     }
     TS_SOUND_VIDEO_DELAY_REQ& record = command.record;
     record.video_viltime = static_cast<uint16_t>(video_viltime);

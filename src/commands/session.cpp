@@ -19,12 +19,12 @@ jobject dtvSvLibCreate(JNIEnv* env, jobject, jint start_type, jint max_delay_tim
     TRACE_NATIVE(kFuncStart, __func__, "");
     Command command(env, __func__, command_row::kCreate);
     if (start_type > kLastStartType) {
-        return command.refuse(REFUSAL_LINE(command, "start_type is too large : %d, ret = %d",
-                                           start_type, kResultParamNg));
+        return command.refuse(TWO_INTS_LINE("start_type is too large : %d, ret = %d"), start_type,
+                              kResultParamNg);
     }
     if (max_delay_time > kLongestDelay) {
-        return command.refuse(REFUSAL_LINE(command, "max_delay_time is too large : %d, ret = %d",
-                                           max_delay_time, kResultParamNg));
+        return command.refuse(TWO_INTS_LINE("max_delay_time is too large : %d, ret = %d"),
+                              max_delay_time, kResultParamNg);
     }
     TS_CREATE_REQ& record = command.record;
     record.start_type = static_cast<uint8_t>(start_type);

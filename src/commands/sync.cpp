@@ -37,7 +37,7 @@ jobject dtvSvLibBMLEndTvLinkReq_Sync(JNIEnv* env, jobject, jint handle) {
 
 jobject dtvSvLibTerminatePlay_Sync(JNIEnv* env, jobject, jint handle) {
     return sendHandle(env, __func__, command_row::kTerminatePlay_Sync, handle,
-                      HANDLE_LINE("SEND, TERMINATE_PLAY : dtvsv_handle = %d"));
+                      INT_LINE("SEND, TERMINATE_PLAY : dtvsv_handle = %d"));
 }
 
 jobject dtvSvLibControlDecodeScreen_Sync(JNIEnv* env, jobject, jint handle, jint onoff) {

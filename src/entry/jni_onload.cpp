@@ -1,8 +1,10 @@
 // What happens when Java loads the library, and what the library keeps.
 #include "binding/JNIDtvSvLibListener.h"
+#include "binding/packed_texts.h"
 #include "entry/native_methods.h"
 #include "entry/trace.h"
 
+#include <cstdint>
 #include <new>
 
 using trace::kDebug;
@@ -19,6 +21,62 @@ int registration_result = 0;
 /// Room for the local references that the look-up of the classes leaves.
 constexpr jint kLoadFrame = kClassCount + 16;
 
+// ---- The class and method tables, as the load reads them.
+
+struct ClassNames {
+    static constexpr int kCount = kClassCount;
+    static constexpr const char* at(int id) { return kClassTable[id].name; }
+};
+struct MethodNames {
+    static constexpr int kCount = kMethodCount;
+    static constexpr const char* at(int id) { return kMethodTable[id].name; }
+};
+struct MethodSignatures {
+    static constexpr int kCount = kMethodCount;
+    static constexpr const char* at(int id) { return kMethodTable[id].signature; }
+};
+constexpr PackedTexts<ClassNames> kClassNames;
+constexpr PackedTexts<MethodNames> kMethodNames;
+constexpr PackedTexts<MethodSignatures> kMethodSignatures;
+
+/// What a row of the method table says besides its texts.
+struct MethodKinds {
+    uint8_t class_id[kMethodCount] = {};
+    uint8_t attr_id[kMethodCount] = {};
+
+    constexpr MethodKinds() {
+        for (int id = 0; id < kMethodCount; ++id) {
+            class_id[id] = static_cast<uint8_t>(kMethodTable[id].class_id);
+            attr_id[id] = static_cast<uint8_t>(kMethodTable[id].attr_id);
+        }
+    }
+};
+static_assert(kClassCount <= 256);
+constexpr MethodKinds kMethodKinds;
+
+/// Resolves every class. One that is missing stays unresolved.
+void resolveClasses(JNIEnv* env) {
+    char name[kClassNames.kLongest + 1];
+    for (int id = 0; id < kClassCount; ++id) {
+        kClassNames.read(id, name);
+        if (g_listener->setJavaClass(env, id, name) != 0) {
+            env->ExceptionClear();
+        }
+    }
+}
+
+/// Resolves every method of the classes that were resolved.
+void resolveMethods(JNIEnv* env) {
+    char name[kMethodNames.kLongest + 1];
+    char signature[kMethodSignatures.kLongest + 1];
+    for (int id = 0; id < kMethodCount; ++id) {
+        kMethodNames.read(id, name);
+        kMethodSignatures.read(id, signature);
+        g_listener->setJavaMethod(env, kMethodKinds.class_id[id], id, kMethodKinds.attr_id[id],
+                                  kReturnsVoid, name, signature);
+    }
+}
+
 /// Fills the registries. A class or method that is missing is logged and passed over: its events
 /// will fail, the others will not.
 int DtvSvLibListenerInit(JNIEnv* env) {
@@ -30,16 +88,8 @@ int DtvSvLibListenerInit(JNIEnv* env) {
     if (!framed) {
         env->ExceptionClear();
     }
-    for (int id = 0; id < kClassCount; ++id) {
-        if (g_listener->setJavaClass(env, id, kClassTable[id].name) != 0) {
-            env->ExceptionClear();
-        }
-    }
-    for (int id = 0; id < kMethodCount; ++id) {
-        const MethodRow& row = kMethodTable[id];
-        g_listener->setJavaMethod(env, row.class_id, id, row.attr_id, row.type_id, row.name,
-                                  row.signature);
-    }
+    resolveClasses(env);
+    resolveMethods(env);
     if (framed) {
         env->PopLocalFrame(nullptr);
     }

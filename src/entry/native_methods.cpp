@@ -1,6 +1,7 @@
 #include "entry/native_methods.h"
 
 #include "binding/class_table.h"
+#include "binding/packed_texts.h"
 #include "commands/natives.h"
 #include "entry/trace.h"
 #include "records/messages.h"
@@ -38,18 +39,29 @@ enum {
 static_assert(kNativeMethodCount == sizeof(kCommandRows) / sizeof(kCommandRows[0]),
               "every command has its native method");
 
-struct NativeMethod {
-    const char* name;
-    const char* signature;
-    void* function;
+constexpr const char* kNames[] = {
+#define NATIVE(command, function, parameters, result) "DtvSvLib_" #command,
+#include "commands/native_table.def"
 };
-
-const NativeMethod kNativeMethods[kNativeMethodCount] = {
+constexpr const char* kSignatures[] = {
 #define INT "I"
 #define OBJECT(java_class) VALUE_TYPE(java_class)
-#define NATIVE(command, function, parameters, result)                                              \
-    {"DtvSvLib_" #command, "(" parameters ")" VALUE_TYPE(result),                                  \
-     reinterpret_cast<void*>(function)},
+#define NATIVE(command, function, parameters, result) "(" parameters ")" VALUE_TYPE(result),
+#include "commands/native_table.def"
+};
+struct NativeNames {
+    static constexpr int kCount = kNativeMethodCount;
+    static constexpr const char* at(int index) { return kNames[index]; }
+};
+struct NativeSignatures {
+    static constexpr int kCount = kNativeMethodCount;
+    static constexpr const char* at(int index) { return kSignatures[index]; }
+};
+constexpr PackedTexts<NativeNames> kNativeNames;
+constexpr PackedTexts<NativeSignatures> kNativeSignatures;
+
+void* const kNativeFunctions[kNativeMethodCount] = {
+#define NATIVE(command, function, parameters, result) reinterpret_cast<void*>(function),
 #include "commands/native_table.def"
 };
 
@@ -57,15 +69,20 @@ const NativeMethod kNativeMethods[kNativeMethodCount] = {
 
 int registerNatives(JNIEnv* env) {
     TRACE_NATIVE(kFuncStart, __func__, "");
-    // The JDK's JNINativeMethod has names that are not const, the platform's has.
+    // The VM keeps none of the texts.
+    char texts[packed_text::unpackedBytes<NativeNames>() +
+               packed_text::unpackedBytes<NativeSignatures>()];
+    char* end = texts;
     JNINativeMethod methods[kNativeMethodCount];
-    for (size_t i = 0; i < kNativeMethodCount; ++i) {
-        methods[i].name = const_cast<char*>(kNativeMethods[i].name);
-        methods[i].signature = const_cast<char*>(kNativeMethods[i].signature);
-        methods[i].fnPtr = kNativeMethods[i].function;
+    for (int i = 0; i < kNativeMethodCount; ++i) {
+        methods[i].name = end;
+        end = kNativeNames.read(i, end);
+        methods[i].signature = end;
+        end = kNativeSignatures.read(i, end);
+        methods[i].fnPtr = kNativeFunctions[i];
     }
-    const int ret = android::AndroidRuntime::registerNativeMethods(
-        env, kNativeClassName, methods, static_cast<int>(kNativeMethodCount));
+    const int ret = android::AndroidRuntime::registerNativeMethods(env, kNativeClassName, methods,
+                                                                   kNativeMethodCount);
     if (ret < 0) {
         // A VM binds the rows before the one that it refuses. The library is unloaded after this:
         // a row that stayed bound would be called in memory that is gone.
