@@ -114,6 +114,7 @@ jint load(JavaVM* vm) {
     }
     g_listener->setVM(vm);
     DtvSvLibListenerInit(env);
+    trace::keepProcessId();
     return JNI_VERSION_1_4;
 }
 
@@ -121,7 +122,7 @@ jint load(JavaVM* vm) {
 
 extern "C" JNIEXPORT jint JNICALL JNI_OnLoad(JavaVM* vm, void* /*reserved*/) {
     TRACE_NATIVE(kFuncStart, __func__, "");
-    TRACE_NATIVE(kDebug, __func__, "pid = %d, threadid = %x", static_cast<int>(getpid()),
+    TRACE_NATIVE(kDebug, __func__, "pid = %d, threadid = %x", trace::processId(),
                  trace::threadId());
     const jint result = load(vm);
     TRACE_NATIVE(kFuncEnd, __func__, "");

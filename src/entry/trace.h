@@ -6,9 +6,10 @@
 // line has a second copy on standard output.
 #pragma once
 
+#include "entry/process_id.h"
+
 #include <DtvSvCom.h>
 #include <pthread.h>
-#include <unistd.h>
 
 #include <cstdint>
 #include <cstdio>
@@ -79,11 +80,11 @@ inline unsigned int threadId() {
 #define TRACE_LISTENER(level, ...) TRACE(level, trace::kListener, __LINE__, __VA_ARGS__)
 
 #define TRACE_COPY_TEXT(module, function, text)                                                    \
-    std::printf(TRACE_COPY_PREFIX text "\n", module, static_cast<int>(getpid()),                   \
-                DtvSvCom_GetMyTaskName(), trace::kError.word, function, __LINE__)
+    std::printf(TRACE_COPY_PREFIX text "\n", module, trace::processId(), DtvSvCom_GetMyTaskName(), \
+                trace::kError.word, function, __LINE__)
 #define TRACE_COPY_VALUE(module, function, text, value)                                            \
-    std::printf(TRACE_COPY_PREFIX text "\n", module, static_cast<int>(getpid()),                   \
-                DtvSvCom_GetMyTaskName(), trace::kError.word, function, __LINE__, value)
+    std::printf(TRACE_COPY_PREFIX text "\n", module, trace::processId(), DtvSvCom_GetMyTaskName(), \
+                trace::kError.word, function, __LINE__, value)
 
 /// An ERROR line of the listener without values, and its copy on standard output.
 #define TRACE_LISTENER_ERROR(function, text)                                                       \

@@ -47,7 +47,7 @@ void describeAndClearException(JNIEnv* env) {
 
 int JNIDtvSvLibListener::recvEventFromServer(int id, void* data, int size) {
     TRACE_LISTENER(kFuncStart, __func__, "pid = %d, threadid = %x, event_id = %x, recv_size = %d",
-                   static_cast<int>(getpid()), trace::threadId(), static_cast<unsigned>(id), size);
+                   trace::processId(), trace::threadId(), static_cast<unsigned>(id), size);
     JNIEnv* const env = getJNIEnv();
     if (env == nullptr) {
         TRACE_LISTENER(kDebug, __func__, "env is NULL!");
