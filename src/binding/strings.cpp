@@ -11,19 +11,38 @@ using trace::kDebug;
 using trace::kFuncEnd;
 using trace::kFuncStart;
 
+namespace {
+
+/// A text is in a record, where nothing is aligned: the VM gets a copy that is. Those of a guide
+/// are no longer than the copy on the stack.
+jstring newStringOfUnaligned(JNIEnv* env, const char* text, int length) {
+    constexpr size_t kUsual = 256;
+    const size_t units = static_cast<size_t>(length);
+    jchar usual[kUsual];
+    jchar* copy = usual;
+    if (units > kUsual) {
+        copy = static_cast<jchar*>(std::malloc(units * sizeof(jchar)));
+        if (copy == nullptr) {
+            return nullptr;
+        }
+    }
+    std::memcpy(copy, text, units * sizeof(jchar));
+    const jstring string = env->NewString(copy, length);
+    if (copy != usual) {
+        std::free(copy);
+    }
+    return string;
+}
+
+} // namespace
+
 jstring JNIDtvSvLibListener::OrgNewString(JNIEnv* env, const char* text, int length) {
     jstring string = nullptr;
     if (text == nullptr || length == 0) {
         const jchar none = 0;
         string = env->NewString(&none, 0);
     } else if (length > 0) {
-        // The text is in a record, where nothing is aligned: the VM gets a copy that is.
-        const size_t units = static_cast<size_t>(length);
-        if (auto* const copy = static_cast<jchar*>(std::malloc(units * sizeof(jchar)))) {
-            std::memcpy(copy, text, units * sizeof(jchar));
-            string = env->NewString(copy, length);
-            std::free(copy);
-        }
+        string = newStringOfUnaligned(env, text, length);
     }
     if (string == nullptr) {
         TRACE_LISTENER(kDebug, __func__, "Failure, ret is NULL");

@@ -122,6 +122,7 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_service_info_notify(JNIEnv* env, void* 
                        FAILURE_LINE("ERROR find class"))) {
         return 1;
     }
+    event.openFrame();
     const auto services = event.array<class_id::kBG_TS_DTVSVLIB_SERVICE_INFO>(count);
     for (int i = 0; i < count; ++i) {
         event.put(services, i, buildService(event, event->service[i]));

@@ -69,6 +69,23 @@ TEST_F(Strings, OrgNewStringReadsFromAnyAddress) {
     EXPECT_EQ(tree(listener.OrgNewString(text.get() + 1, 2)), R"("A\u3042")");
 }
 
+TEST_F(Strings, OrgNewStringTakesLongTextsWhole) {
+    Listener listener = Listener::loaded();
+    for (int length : {255, 256, 257, 5000}) {
+        std::string units;
+        std::string expected = "\"";
+        for (int i = 0; i < length; ++i) {
+            char letter = static_cast<char>('a' + i % 26);
+            units += {letter, '\0'};
+            expected += letter;
+        }
+        std::unique_ptr<char[]> text(new char[units.size()]);
+        std::memcpy(text.get(), units.data(), units.size());
+        EXPECT_EQ(tree(listener.OrgNewString(text.get(), length)), expected + "\"");
+    }
+    EXPECT_TRACE(log->take(), "");
+}
+
 TEST_F(Strings, OrgNewStringOfNullIsEmpty) {
     EXPECT_EQ(tree(Listener::loaded().OrgNewString(nullptr, 5)), R"("")");
     EXPECT_EQ(tree(Listener::loaded().OrgNewString(nullptr, 0)), R"("")");

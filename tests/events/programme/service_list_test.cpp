@@ -188,10 +188,21 @@ TEST_F(Services, LongerRecordsAreTaken) {
            "START |recv_size = 500\n" + services.fields + services.delivered());
 }
 
-TEST_F(Services, DeletesWhatItMade) {
-    int before = StrictJni::calls("DeleteLocalRef");
+/// With one frame of its own, or one by one where that cannot be had.
+TEST_F(Services, LetsGoWhatItMade) {
+    int deleted = StrictJni::calls("DeleteLocalRef");
+    int popped = StrictJni::calls("PopLocalFrame");
     EXPECT_EQ(deliver(services.id, services.record.bytes()), 0);
-    EXPECT_EQ(StrictJni::calls("DeleteLocalRef") - before, 7);
+    EXPECT_EQ(StrictJni::calls("DeleteLocalRef") - deleted, 0);
+    EXPECT_EQ(StrictJni::calls("PopLocalFrame") - popped, 2) << "its own and the event's";
+    for (auto leaves : {FailJni::Leaves::exception, FailJni::Leaves::nothing}) {
+        deleted = StrictJni::calls("DeleteLocalRef");
+        popped = StrictJni::calls("PopLocalFrame");
+        FailJni fails("PushLocalFrame", 1, leaves);
+        EXPECT_EQ(deliver(services.id, services.record.bytes()), 0);
+        EXPECT_EQ(StrictJni::calls("DeleteLocalRef") - deleted, 7);
+        EXPECT_EQ(StrictJni::calls("PopLocalFrame") - popped, 1) << "the event's";
+    }
 }
 
 } // namespace
