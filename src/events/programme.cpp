@@ -59,6 +59,7 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_network_info_notify(JNIEnv* env, void* 
                                               Reports::kSizeAsError);
     TRACE_LISTENER(kDebug, __func__, "handle = %d", event->handle);
     traceNetwork(__func__, event->network);
+    event.openFrame();
     const NetworkNames names(event, event->network);
     const int count = event->network.partialsvc_cnt;
     if (!event.accepts(count <= kMostServicesOfNetwork,
@@ -76,6 +77,7 @@ int JNIDtvSvLibListener::dtvsv_msgid_lib_scan_notify(JNIEnv* env, void* data, in
                    event->handle, asLong(event->result), event->result_channnel_num);
     TRACE_LISTENER(kDebug, __func__, "SCAN_RESULT : channnel = %ld", asLong(event->channnel));
     traceNetwork(__func__, event->network);
+    event.openFrame();
     const NetworkNames names(event, event->network);
     const int count = event->network.partialsvc_cnt;
     if (!event.accepts(count <= kMostServicesOfScan, [&](const char* handler) {

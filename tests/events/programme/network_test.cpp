@@ -270,14 +270,28 @@ TEST_F(Scan, FieldsSentInPartAreLoggedAsSent) {
            "DEBUG |recv_size err!, recv_size = 7\n");
 }
 
-/// Each reference is released as soon as the callback has returned.
-TEST_F(Scan, DeletesWhatItMade) {
-    int before = StrictJni::calls("DeleteLocalRef");
-    EXPECT_EQ(deliver(scan.id, scan.record.bytes()), 0);
-    EXPECT_EQ(StrictJni::calls("DeleteLocalRef") - before, 6);
-    before = StrictJni::calls("DeleteLocalRef");
-    EXPECT_EQ(deliver(network.id, network.record.bytes()), 0);
-    EXPECT_EQ(StrictJni::calls("DeleteLocalRef") - before, 5);
+/// With one frame of its own, or one by one where that cannot be had.
+TEST_F(Scan, LetsGoWhatItMade) {
+    const struct {
+        int id;
+        std::vector<uint8_t> bytes;
+        int made;
+    } events[] = {{scan.id, scan.record.bytes(), 6}, {network.id, network.record.bytes(), 5}};
+    for (const auto& event : events) {
+        int deleted = StrictJni::calls("DeleteLocalRef");
+        int popped = StrictJni::calls("PopLocalFrame");
+        EXPECT_EQ(deliver(event.id, event.bytes), 0);
+        EXPECT_EQ(StrictJni::calls("DeleteLocalRef") - deleted, 0);
+        EXPECT_EQ(StrictJni::calls("PopLocalFrame") - popped, 2) << "its own and the event's";
+        for (auto leaves : {FailJni::Leaves::exception, FailJni::Leaves::nothing}) {
+            deleted = StrictJni::calls("DeleteLocalRef");
+            popped = StrictJni::calls("PopLocalFrame");
+            FailJni fails("PushLocalFrame", 1, leaves);
+            EXPECT_EQ(deliver(event.id, event.bytes), 0);
+            EXPECT_EQ(StrictJni::calls("DeleteLocalRef") - deleted, event.made);
+            EXPECT_EQ(StrictJni::calls("PopLocalFrame") - popped, 1) << "the event's";
+        }
+    }
 }
 
 } // namespace
