@@ -46,14 +46,20 @@ inline uint32_t supplementaryCodePoint(const unsigned char* text) {
 /// Whether a zero-terminated text is modified UTF-8 already.
 inline bool isWellFormed(const char* text) {
     const auto* in = reinterpret_cast<const unsigned char*>(text);
-    while (*in != 0) {
+    for (;;) {
+        // Most texts are ASCII for the most part.
+        while (*in != 0 && *in < 0x80) {
+            ++in;
+        }
+        if (*in == 0) {
+            return true;
+        }
         const size_t length = sequenceLength(in);
         if (length == 0) {
             return false;
         }
         in += length;
     }
-    return true;
 }
 
 /// One byte of a text becomes at most this many: a stray byte turns into the three of U+FFFD.
