@@ -108,6 +108,7 @@ class Ending(DeskTest):
         environ = {**os.environ, "TMPDIR": str(temporary), "TERM": "xterm"}
         shell = pexpect.spawn(str(ROOT / "run"), ["shell", "--build", str(BUILD)], env=environ,
                               encoding="utf-8", timeout=LIMIT, dimensions=(24, 80))
+        shell.delaybeforesend = None
         self.addCleanup(shell.close, force=True)
         shell.expect("desk> ")
         self.assertEqual([], list(temporary.iterdir()))

@@ -50,6 +50,8 @@ class Terminal(ShellTest):
         self.shell = pexpect.spawn(
             arguments[0], arguments[1:], env=self.environment(), dimensions=(24, WIDTH),
             encoding="utf-8", timeout=LIMIT)
+        # Its delay before each line is for programs that ask for passwords.
+        self.shell.delaybeforesend = None
         self.shell.logfile_read = self.output
         self.addCleanup(self.shell.close, force=True)
         self.prompt()

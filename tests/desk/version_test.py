@@ -3,7 +3,7 @@ import re
 import subprocess
 import unittest
 
-from desk import BUILD, ROOT, DeskTest, environment
+from desk import BUILD, ROOT, VM, DeskTest, environment
 
 
 class Version(DeskTest):
@@ -16,7 +16,7 @@ class Version(DeskTest):
                 run = self.run_desk(name, "--version")
                 self.assertEqual((0, wanted, ""), (run.returncode, run.stdout, run.stderr))
         run = subprocess.run(
-            ["java", "-cp", f"{BUILD}/java/desk.jar", "tenrik.desk.Main", "--version"],
+            ["java", *VM, "-cp", f"{BUILD}/java/desk.jar", "tenrik.desk.Main", "--version"],
             env=environment(), capture_output=True, text=True, timeout=60, check=False)
         self.assertEqual((0, wanted, ""), (run.returncode, run.stdout, run.stderr))
 

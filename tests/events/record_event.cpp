@@ -174,4 +174,10 @@ TEST_P(RecordEvents, CallbackThatThrowsCountsAsCalled) {
     EXPECT_EQ(described.made(), 1);
 }
 
+std::vector<std::string> afterDelivering(int event_id, const char* record) {
+    harness::CallbackRecorder callbacks;
+    EXPECT_EQ(deliver(event_id, harness::fromHex(record)), 0);
+    return callbacks.take();
+}
+
 } // namespace events

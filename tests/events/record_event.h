@@ -41,6 +41,9 @@ struct RecordEvent {
 std::ostream& operator<<(std::ostream& out, const RecordEvent& event);
 std::string nameOf(const testing::TestParamInfo<RecordEvent>& info);
 
+/// What reaches Java of a record, given in hexadecimal, that is delivered.
+std::vector<std::string> afterDelivering(int event_id, const char* record);
+
 /// The later handlers' FUNCSTART prints the size that was received, which is not always the right
 /// one.
 constexpr const char* says_size = "recv_size = ";

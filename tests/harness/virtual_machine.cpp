@@ -71,7 +71,9 @@ bool VirtualMachine::exists() {
 VirtualMachine::VirtualMachine() {
     std::vector<std::string> texts = {"-Djava.class.path=" DTV_TEST_CLASS_PATH, "-Xmx256m",
                                       "-XX:+UseSerialGC", "-Xshare:auto",
-                                      "-XX:-CreateCoredumpOnCrash"};
+                                      // The process ends before a second compiler is of use.
+                                      "-XX:TieredStopAtLevel=1", "-XX:CICompilerCount=1",
+                                      "-XX:-UsePerfData", "-XX:-CreateCoredumpOnCrash"};
     if (mode() == Mode::checkJni) {
         texts.emplace_back("-Xcheck:jni");
     }

@@ -31,16 +31,16 @@ const std::vector<uint8_t> kCapture = fromHex(R"(
 /// Where its blocks begin, and where it ends.
 constexpr size_t kEdges[] = {0, 44, 88, 172, 260, 340};
 
-struct Contents {
+struct DamagedFile {
     size_t messages = 0;
     std::string lines;
     std::string error;
 };
 
-Contents read(const std::vector<uint8_t>& bytes) {
+DamagedFile readDamaged(const std::vector<uint8_t>& bytes) {
     std::istringstream file(asString(bytes));
     show::CaptureReader reader(file);
-    Contents contents;
+    DamagedFile contents;
     while (const auto packet = reader.next()) {
         const auto message = show::readMessage(*packet, contents.error);
         if (!message) {
@@ -64,7 +64,7 @@ std::vector<uint8_t> withNumberAt(size_t offset, uint32_t number) {
 }
 
 TEST(DamagedFile, IsWholeBeforeTheDamage) {
-    const Contents whole = read(kCapture);
+    const DamagedFile whole = readDamaged(kCapture);
     EXPECT_EQ(whole.error, "");
     EXPECT_EQ(whole.messages, 3u);
     EXPECT_EQ(whole.lines, "-  sample (28929)  -> Release 0x10000001, 2 bytes, TS_HANDLE_REQ\n"
@@ -77,10 +77,11 @@ TEST(DamagedFile, IsWholeBeforeTheDamage) {
 }
 
 TEST(DamagedFile, KeepsTheMessagesBeforeACut) {
-    const Contents whole = read(kCapture);
+    const DamagedFile whole = readDamaged(kCapture);
     for (size_t size = 0; size < kCapture.size(); ++size) {
         SCOPED_TRACE(size);
-        const Contents cut = read({kCapture.begin(), kCapture.begin() + static_cast<long>(size)});
+        const DamagedFile cut =
+            readDamaged({kCapture.begin(), kCapture.begin() + static_cast<long>(size)});
         const size_t* after = std::upper_bound(std::begin(kEdges), std::end(kEdges), size);
         const size_t begin = *(after - 1);
         const auto blocks = static_cast<size_t>(after - std::begin(kEdges) - 1);
@@ -106,7 +107,7 @@ TEST(DamagedFile, ChecksEveryLength) {
         for (const uint32_t number :
              {0u, 1u, 12u, 0xffffu, 0x01000000u, 0x7fffffffu, 0xffffffffu}) {
             SCOPED_TRACE(std::to_string(length.offset) + ": " + std::to_string(number));
-            const Contents damaged = read(withNumberAt(length.offset, number));
+            const DamagedFile damaged = readDamaged(withNumberAt(length.offset, number));
             EXPECT_EQ(damaged.messages, length.messages_before);
             EXPECT_NE(damaged.error, "");
         }
@@ -120,25 +121,25 @@ TEST(DamagedFile, BoundsTheLengthsOfOptions) {
             bytes[offset] = static_cast<uint8_t>(number);
             bytes[offset + 1] = static_cast<uint8_t>(number >> 8);
             SCOPED_TRACE(std::to_string(offset) + ": " + std::to_string(number));
-            const Contents damaged = read(bytes);
+            const DamagedFile damaged = readDamaged(bytes);
             EXPECT_TRUE(damaged.messages == 0 || damaged.messages == 3) << damaged.messages;
             EXPECT_EQ(damaged.messages == 0, !damaged.error.empty());
         }
     }
     // The options of a packet are not read.
-    EXPECT_EQ(read(withNumberAt(156, 0xffff0002)).messages, 3u);
+    EXPECT_EQ(readDamaged(withNumberAt(156, 0xffff0002)).messages, 3u);
 }
 
 TEST(DamagedFile, AcceptsAnySizeThatIsOnlyReported) {
     // The size before a cut, and the size that the sender gave.
     for (const size_t offset : {112u, 132u}) {
         for (const uint32_t number : {0u, 1u, 0x80000000u, 0xffffffffu}) {
-            const Contents damaged = read(withNumberAt(offset, number));
+            const DamagedFile damaged = readDamaged(withNumberAt(offset, number));
             EXPECT_EQ(damaged.messages, 3u);
             EXPECT_EQ(damaged.error, "");
         }
     }
-    EXPECT_THAT(read(withNumberAt(112, 0xffffffff)).lines,
+    EXPECT_THAT(readDamaged(withNumberAt(112, 0xffffffff)).lines,
                 testing::StartsWith("-  sample (28929)  -> Release 0x10000001,\n"
                                     "                 4294967259 bytes, told 2, TS_HANDLE_REQ\n"
                                     "    handle  3\n"
@@ -152,7 +153,7 @@ TEST(DamagedFile, IsReadSafelyWithAnyByteChanged) {
         for (const int value : {0x00, 0x01, 0x7f, 0x80, 0xff}) {
             std::vector<uint8_t> bytes = kCapture;
             bytes[offset] = static_cast<uint8_t>(value);
-            const Contents damaged = read(bytes);
+            const DamagedFile damaged = readDamaged(bytes);
             EXPECT_GE(damaged.messages, blocks < 2 ? 0 : blocks - 2) << offset;
             EXPECT_LE(damaged.messages, 3u);
         }

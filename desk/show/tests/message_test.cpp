@@ -22,7 +22,7 @@ Packet packetOf(const std::string& hex, uint32_t left_out = 0) {
     return packet;
 }
 
-std::string errorOf(const std::string& hex) {
+std::string messageErrorOf(const std::string& hex) {
     std::string error;
     EXPECT_FALSE(show::readMessage(packetOf(hex), error).has_value());
     return error;
@@ -58,12 +58,12 @@ TEST(Message, SplitsItsHeaderIntoFields) {
 TEST(Message, RefusesOtherHeaders) {
     const std::string rest = "010000 67120000 06000010 00000000 00000000"
                              "00000000000000000000000000000000";
-    EXPECT_EQ(errorOf(""), "the packet at byte 88 is empty");
-    EXPECT_EQ(errorOf("02" + rest),
+    EXPECT_EQ(messageErrorOf(""), "the packet at byte 88 is empty");
+    EXPECT_EQ(messageErrorOf("02" + rest),
               "the packet at byte 88 has a message of version 2; this program reads version 1");
-    EXPECT_EQ(errorOf("00"),
+    EXPECT_EQ(messageErrorOf("00"),
               "the packet at byte 88 has a message of version 0; this program reads version 1");
-    EXPECT_EQ(errorOf("01" + rest.substr(0, rest.size() - 2)),
+    EXPECT_EQ(messageErrorOf("01" + rest.substr(0, rest.size() - 2)),
               "the packet at byte 88 is 35 bytes long; a message begins with 36");
 }
 

@@ -8,21 +8,21 @@ using namespace simulator;
 using catalogue::Kind;
 using Bytes = std::vector<uint8_t>;
 
-const catalogue::Record& recordOf(const char* event) {
+const catalogue::Record& layoutOf(const char* event) {
     return *catalogue::find(event)->record;
 }
 
 std::optional<Place> placeOf(const char* event, const char* path) {
     std::string error;
-    const std::optional<Place> place = locate(recordOf(event), path, error);
+    const std::optional<Place> place = locate(layoutOf(event), path, error);
     EXPECT_TRUE(place.has_value()) << error;
     EXPECT_EQ("", error);
     return place;
 }
 
-std::string errorOf(const char* event, const char* path) {
+std::string pathErrorOf(const char* event, const char* path) {
     std::string error;
-    EXPECT_FALSE(locate(recordOf(event), path, error).has_value()) << path;
+    EXPECT_FALSE(locate(layoutOf(event), path, error).has_value()) << path;
     return error;
 }
 
@@ -51,32 +51,33 @@ TEST(FieldPathTest, FindsFields) {
 
 TEST(FieldPathTest, ReportsWhatIsWrongWithAPath) {
     EXPECT_EQ("TS_COMMON_REPLY has no field \"Handle\"; it has: handle, result",
-              errorOf("CreateReply", "Handle"));
+              pathErrorOf("CreateReply", "Handle"));
     EXPECT_EQ("TS_COMMON_REPLY has no field \"\"; it has: handle, result",
-              errorOf("CreateReply", ""));
+              pathErrorOf("CreateReply", ""));
     EXPECT_EQ("TS_COMMON_REPLY has no field \"reserved_2\"; it has: handle, result",
-              errorOf("CreateReply", "reserved_2"));
+              pathErrorOf("CreateReply", "reserved_2"));
     EXPECT_EQ("SERVICE_INFO has no field \"ts_name\"; it has: service_id, name_size, name",
-              errorOf("ServiceInfoNotify", "service[0].ts_name"));
+              pathErrorOf("ServiceInfoNotify", "service[0].ts_name"));
     EXPECT_EQ("SERVICE_INFO has no field \"\"; it has: service_id, name_size, name",
-              errorOf("ServiceInfoNotify", "service[0]."));
-    EXPECT_EQ("service needs an index, [0] to [7]", errorOf("ServiceInfoNotify", "service.name"));
+              pathErrorOf("ServiceInfoNotify", "service[0]."));
     EXPECT_EQ("service needs an index, [0] to [7]",
-              errorOf("ServiceInfoNotify", "service[8].name"));
+              pathErrorOf("ServiceInfoNotify", "service.name"));
     EXPECT_EQ("service needs an index, [0] to [7]",
-              errorOf("ServiceInfoNotify", "service[999].name"));
-    EXPECT_EQ("handle takes no index", errorOf("CreateReply", "handle[0]"));
+              pathErrorOf("ServiceInfoNotify", "service[8].name"));
+    EXPECT_EQ("service needs an index, [0] to [7]",
+              pathErrorOf("ServiceInfoNotify", "service[999].name"));
+    EXPECT_EQ("handle takes no index", pathErrorOf("CreateReply", "handle[0]"));
     EXPECT_EQ("content_nibble takes no index",
-              errorOf("ReceiveEpgInfoNotify", "current.content_nibble[0]"));
-    EXPECT_EQ("handle has no fields", errorOf("CreateReply", "handle.result"));
+              pathErrorOf("ReceiveEpgInfoNotify", "current.content_nibble[0]"));
+    EXPECT_EQ("handle has no fields", pathErrorOf("CreateReply", "handle.result"));
     EXPECT_EQ("play_status is a record; name a field of it: status, current_time, eof_flag",
-              errorOf("PlayStatusNotify", "play_status"));
+              pathErrorOf("PlayStatusNotify", "play_status"));
     EXPECT_EQ("service is a record; name a field of it: service_id, name_size, name",
-              errorOf("ServiceInfoNotify", "service[0]"));
+              pathErrorOf("ServiceInfoNotify", "service[0]"));
     for (const char* path : {"service[", "service[]", "service[1", "service[1]x", "service[-1]",
                              "service[01]", "service[1000]", "service[ 1]", "service[1][1]"}) {
         EXPECT_EQ("\"" + std::string(path) + "\" is no path of a field",
-                  errorOf("ServiceInfoNotify", path));
+                  pathErrorOf("ServiceInfoNotify", path));
     }
 }
 

@@ -1,6 +1,7 @@
 // Keys, permissions and passwords for the data broadcasting browser.
 #include "commands/command_test.h"
 
+#include "commands/bml/enum_refusals.h"
 #include "commands/bytes.h"
 
 namespace {
@@ -42,9 +43,6 @@ protected:
         expectRefused(name, object, "RESULT 5\nDEBUG |" + message);
     }
 };
-
-const std::string noEnum = "DEBUG getEnumValue|enum object is NULL\nRESULT 5\nDEBUG |";
-const std::string noEnumField = "DEBUG getEnumValue|enum field ID is NULL\nRESULT 5\nDEBUG |";
 
 // BMLKeyEventNotify.
 

@@ -1,15 +1,13 @@
 // Answers with data for the data broadcasting browser: pictures, entered text, stored values.
 #include "commands/command_test.h"
 
+#include "commands/bml/enum_refusals.h"
 #include "commands/bytes.h"
 
 namespace {
 
 using namespace commands;
 using namespace harness;
-
-const std::string noEnum = "DEBUG getEnumValue|enum object is NULL\nRESULT 5\nDEBUG |";
-const std::string noEnumField = "DEBUG getEnumValue|enum field ID is NULL\nRESULT 5\nDEBUG |";
 
 class BrowserData : public CommandTest {
 protected:

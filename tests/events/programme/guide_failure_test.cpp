@@ -11,8 +11,6 @@ using harness::FailJni;
 using harness::LogRecorder;
 using harness::StrictJni;
 
-const Case& guide = guideCase();
-
 class GuideFailure : public EventTest {
 protected:
     static std::string programmes(int count) {

@@ -8,8 +8,6 @@ using harness::deliver;
 using harness::FailJni;
 using harness::StrictJni;
 
-const Case& guide = guideCase();
-
 class Guide : public EveryEvent {};
 INSTANTIATE_TEST_SUITE_P(Event, Guide, testing::Values(guide), nameOf);
 

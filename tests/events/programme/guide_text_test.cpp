@@ -5,8 +5,6 @@ namespace {
 
 using namespace events;
 
-const Case& guide = guideCase();
-
 /// Of the next programme.
 constexpr size_t nameAt = 652 + 44;
 constexpr size_t textAt = 652 + 244;

@@ -24,6 +24,7 @@ const Case& networkCase();
 const Case& scanCase();
 const Case& servicesCase(); ///< two services
 const Case& guideCase();    ///< one programme after the next one
+inline const Case& guide = guideCase();
 
 struct Programme {
     uint32_t evt_id;

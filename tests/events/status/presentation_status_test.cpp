@@ -105,12 +105,6 @@ namespace {
 
 using namespace harness;
 
-std::vector<std::string> afterDelivering(int event_id, const char* record) {
-    CallbackRecorder callbacks;
-    EXPECT_EQ(deliver(event_id, fromHex(record)), 0);
-    return callbacks.take();
-}
-
 using Texts = std::vector<std::string>;
 
 TEST(PresentationStatus, EdgesOfItsFields) {

@@ -97,12 +97,6 @@ INSTANTIATE_TEST_SUITE_P(Reception, RecordEvents, testing::ValuesIn(reception_st
 
 namespace {
 
-std::vector<std::string> afterDelivering(int event_id, const char* record) {
-    harness::CallbackRecorder callbacks;
-    EXPECT_EQ(deliver(event_id, harness::fromHex(record)), 0);
-    return callbacks.take();
-}
-
 using Texts = std::vector<std::string>;
 
 TEST(ReceptionStatus, ChannelIsALongInOneAndAnIntInTheOther) {

@@ -100,12 +100,6 @@ INSTANTIATE_TEST_SUITE_P(RecordAndPlay, RecordEvents, testing::ValuesIn(record_a
 
 namespace {
 
-std::vector<std::string> afterDelivering(int event_id, const char* record) {
-    harness::CallbackRecorder callbacks;
-    EXPECT_EQ(deliver(event_id, harness::fromHex(record)), 0);
-    return callbacks.take();
-}
-
 using Texts = std::vector<std::string>;
 
 TEST(RecordAndPlayStatus, PlayEventAloneIsSigned) {

@@ -1,0 +1,21 @@
+# A build with tests is made to run them, once: what surrounds the bridge is compiled and linked as fast
+# as it can be. The bridge and the platform's libraries are built as they are for everybody.
+option(DTV_UNITY "In a build with tests, compile several sources of what surrounds the bridge at once" ON)
+
+# The options of a target that surrounds the bridge.
+add_library(dtv_quick INTERFACE)
+if(DTV_BUILD_TESTS)
+  target_compile_options(dtv_quick INTERFACE -O0 -g1)
+  find_program(DTV_LLD ld.lld)
+  if(DTV_LLD)
+    target_link_options(dtv_quick INTERFACE -fuse-ld=lld)
+  endif()
+endif()
+
+# dtv_quicken(<target>): gives a target these options, and has its sources compiled together.
+function(dtv_quicken target)
+  target_link_libraries(${target} PRIVATE dtv_quick)
+  if(DTV_BUILD_TESTS AND DTV_UNITY)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
+  endif()
+endfunction()
