@@ -35,9 +35,6 @@ struct FieldLine {
     constexpr FieldLine(Line<0> line) : format(line.format) {}
     constexpr FieldLine(Line<1> line) : format(line.format) {}
 
-    void write(const char* function, int source_line, int ret) const {
-        writeLine(format, function, source_line, ret);
-    }
     const char* format = nullptr; ///< null: nothing is said about it
 };
 
@@ -47,8 +44,5 @@ struct ValueLine {
     constexpr ValueLine(Line<1> line) : format(line.format) {}
     constexpr ValueLine(Line<2> line) : format(line.format) {}
 
-    void write(const char* function, int source_line, int value, int ret) const {
-        writeLine(format, function, source_line, value, ret);
-    }
     const char* format = nullptr; ///< null: every value is accepted
 };
