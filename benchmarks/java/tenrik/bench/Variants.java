@@ -1,0 +1,61 @@
+package tenrik.bench;
+
+import java.io.IOException;
+import java.io.InputStream;
+import java.lang.invoke.MethodHandles;
+import java.lang.reflect.Constructor;
+
+import tenrik.service.dtvserver.DtvServerProxy;
+
+/** Makes what each variant of a bridge has of its own on the Java side. */
+final class Variants {
+    private Variants() {}
+
+    /**
+     * Loads the bridge, which finds its classes through the loader of this class.
+     *
+     * @param file the library
+     */
+    static void load(String file) {
+        System.load(file);
+    }
+
+    /**
+     * Defines the class of a hand-written bridge's natives.
+     *
+     * @return a new class, whose natives are not bound
+     */
+    static Class<?> handProxy() throws IOException, IllegalAccessException {
+        return define(HandProxy.class);
+    }
+
+    /**
+     * Makes the loops over the commands of a class.
+     *
+     * @param proxyClass the class; null for the bridge's own
+     * @param nativeSurface address of a surface
+     * @return a CommandLoop of a class of its own
+     */
+    static Object commandLoop(Class<?> proxyClass, int nativeSurface)
+            throws IOException, ReflectiveOperationException {
+        DtvServerProxy proxy = new DtvServerProxy();
+        if (proxyClass != null) {
+            Constructor<?> made = proxyClass.getDeclaredConstructor();
+            made.setAccessible(true);
+            proxy = (DtvServerProxy) made.newInstance();
+        }
+        Constructor<?> loop =
+                define(CommandLoop.class).getDeclaredConstructor(DtvServerProxy.class, int.class);
+        return loop.newInstance(proxy, nativeSurface);
+    }
+
+    /** Defines a class once more from the bytes of an existing one. */
+    private static Class<?> define(Class<?> original) throws IOException, IllegalAccessException {
+        try (InputStream bytes =
+                original.getResourceAsStream(original.getSimpleName() + ".class")) {
+            return MethodHandles.lookup()
+                    .defineHiddenClass(bytes.readAllBytes(), true)
+                    .lookupClass();
+        }
+    }
+}

@@ -1,0 +1,85 @@
+#include "runner/bridges.h"
+
+#include "libdtv/quiet.h"
+#include "runner/virtual_machine.h"
+
+#include <gui/Surface.h>
+
+#include <cstdint>
+
+namespace bench {
+namespace {
+
+struct HandVariant {
+    const char* name;
+    hand::Variant variant;
+    bool looks_up;
+};
+constexpr HandVariant kHandVariants[] = {
+    {"hand", hand::Variant::kKept, false},
+    {"floor", hand::Variant::kKeptWithLines, false},
+    {"hand-lookups", hand::Variant::kLooksUp, true},
+    {"floor-lookups", hand::Variant::kLooksUpWithLines, true},
+};
+
+/// The surface of all planes; never given back.
+jint surfaceAddress() {
+    static android::Surface* const surface = [] {
+        auto* const made = new android::Surface;
+        made->incStrong(made);
+        return made;
+    }();
+    return static_cast<jint>(reinterpret_cast<uintptr_t>(surface));
+}
+
+jobject makeLoop(jclass variants, jclass proxy) {
+    const jmethodID make =
+        findStaticMethod(variants, "commandLoop", "(Ljava/lang/Class;I)Ljava/lang/Object;");
+    const jobject loop = env()->CallStaticObjectMethod(variants, make, proxy, surfaceAddress());
+    requireNoException("commandLoop");
+    return env()->NewGlobalRef(loop);
+}
+
+} // namespace
+
+std::vector<Bridge>& bridges() {
+    static std::vector<Bridge> all;
+    return all;
+}
+
+void loadBridges(const std::string& file) {
+    const jclass variants = findClass("tenrik/bench/Variants");
+    const jmethodID load = findStaticMethod(variants, "load", "(Ljava/lang/String;)V");
+    env()->CallStaticVoidMethod(variants, load, env()->NewStringUTF(file.c_str()));
+    requireNoException(file.c_str());
+    bridges().push_back({"bridge", quiet::lastListener(), makeLoop(variants, nullptr), false});
+
+    const std::string missing = hand::load(vm(), env());
+    if (!missing.empty()) {
+        giveUp("the hand-written bridge does not find " + missing);
+    }
+    const jmethodID hand_proxy = findStaticMethod(variants, "handProxy", "()Ljava/lang/Class;");
+    for (const HandVariant& row : kHandVariants) {
+        const auto proxy = static_cast<jclass>(env()->CallStaticObjectMethod(variants, hand_proxy));
+        requireNoException("handProxy");
+        if (!hand::bind(env(), proxy, row.variant)) {
+            giveUp(std::string("the natives cannot be bound: ") + row.name);
+        }
+        bridges().push_back(
+            {row.name, hand::listener(row.variant), makeLoop(variants, proxy), row.looks_up});
+    }
+
+    const jclass counting = findClass("tenrik/bench/CountingListener");
+    env()->CallStaticVoidMethod(counting, findStaticMethod(counting, "install", "()V"));
+    requireNoException("install");
+}
+
+Counted countedEvents() {
+    static const jclass counting = findClass("tenrik/bench/CountingListener");
+    static const jmethodID count = findStaticMethod(counting, "count", "()J");
+    static const jmethodID sum = findStaticMethod(counting, "sum", "()J");
+    return {env()->CallStaticLongMethod(counting, count),
+            env()->CallStaticLongMethod(counting, sum)};
+}
+
+} // namespace bench

@@ -1,0 +1,35 @@
+// The bridge and the variants of the hand-written one, as the operations use them.
+#pragma once
+
+#include "hand/hand.h"
+
+#include <DtvSvLibListener.h>
+#include <jni.h>
+
+#include <string>
+#include <vector>
+
+namespace bench {
+
+/// One bridge, loaded.
+struct Bridge {
+    std::string name;
+    DtvSvLibListener* listener;
+    jobject loop;  ///< its CommandLoop, a global reference
+    bool looks_up; ///< at each call of a command
+};
+
+/// "bridge" first, then the hand-written ones.
+std::vector<Bridge>& bridges();
+
+/// Loads the bridge from a file and the hand-written one beside it. Gives up when that fails.
+void loadBridges(const std::string& file);
+
+/// What Java's listener has counted.
+struct Counted {
+    long long events;
+    long long sum; ///< of one field of each
+};
+Counted countedEvents();
+
+} // namespace bench
