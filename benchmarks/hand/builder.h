@@ -33,6 +33,27 @@ private:
     char copy_[Size + 1]; ///< of a text that fills its field; else not used
 };
 
+/// Whether a text is modified UTF-8 already. Most bytes are ASCII, so eight are taken at once.
+inline bool isWellFormed(const char* text) {
+    constexpr uint64_t kHighBits = 0x8080808080808080;
+    const char* const end = text + std::strlen(text);
+    while (text < end) {
+        uint64_t eight = kHighBits;
+        if (end - text >= 8) {
+            std::memcpy(&eight, text, sizeof(eight));
+        }
+        const size_t length =
+            (eight & kHighBits) == 0
+                ? sizeof(eight)
+                : modified_utf8::sequenceLength(reinterpret_cast<const unsigned char*>(text));
+        if (length == 0) {
+            return false;
+        }
+        text += length;
+    }
+    return true;
+}
+
 template <class Policy>
 class Builder {
 public:
@@ -60,7 +81,7 @@ public:
         if (failed_) {
             return nullptr;
         }
-        if (modified_utf8::isWellFormed(text)) {
+        if (isWellFormed(text)) {
             return checked(env_->NewStringUTF(text));
         }
         char converted[4096 * modified_utf8::kGrowth];

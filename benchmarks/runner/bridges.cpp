@@ -40,6 +40,12 @@ jobject makeLoop(jclass variants, jclass proxy) {
     return env()->NewGlobalRef(loop);
 }
 
+void loadBridge(jclass variants, const std::string& file) {
+    const jmethodID load = findStaticMethod(variants, "load", "(Ljava/lang/String;)V");
+    env()->CallStaticVoidMethod(variants, load, env()->NewStringUTF(file.c_str()));
+    requireNoException(file.c_str());
+}
+
 } // namespace
 
 std::vector<Bridge>& bridges() {
@@ -49,9 +55,7 @@ std::vector<Bridge>& bridges() {
 
 void loadBridges(const std::string& file) {
     const jclass variants = findClass("tenrik/bench/Variants");
-    const jmethodID load = findStaticMethod(variants, "load", "(Ljava/lang/String;)V");
-    env()->CallStaticVoidMethod(variants, load, env()->NewStringUTF(file.c_str()));
-    requireNoException(file.c_str());
+    loadBridge(variants, file);
     bridges().push_back({"bridge", quiet::lastListener(), makeLoop(variants, nullptr), false});
 
     const std::string missing = hand::load(vm(), env());
@@ -72,6 +76,31 @@ void loadBridges(const std::string& file) {
     const jclass counting = findClass("tenrik/bench/CountingListener");
     env()->CallStaticVoidMethod(counting, findStaticMethod(counting, "install", "()V"));
     requireNoException("install");
+}
+
+Result measureLoad(const std::string& what, const std::string& file) {
+    constexpr double kMicrosecond = 1000;
+    const jclass variants = findClass("tenrik/bench/Variants");
+    const auto lookUp = [] {
+        const std::string missing = hand::resolveIds(env());
+        if (!missing.empty()) {
+            giveUp("not found: " + missing);
+        }
+    };
+    double start = threadTime();
+    if (what == "bridge") {
+        loadBridge(variants, file);
+    } else {
+        lookUp();
+    }
+    const double first = threadTime() - start;
+    start = threadTime();
+    lookUp();
+    const double again = threadTime() - start;
+    return {"load",
+            "load",
+            "us",
+            {{what, 1, {first / kMicrosecond}}, {"look-ups again", 1, {again / kMicrosecond}}}};
 }
 
 Counted countedEvents() {

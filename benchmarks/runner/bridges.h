@@ -3,6 +3,8 @@
 
 #include "hand/hand.h"
 
+#include "runner/rounds.h"
+
 #include <DtvSvLibListener.h>
 #include <jni.h>
 
@@ -24,6 +26,11 @@ std::vector<Bridge>& bridges();
 
 /// Loads the bridge from a file and the hand-written one beside it. Gives up when that fails.
 void loadBridges(const std::string& file);
+
+/// Times one load in this process, which has loaded nothing before: "bridge" for the bridge from a
+/// file, "look-ups" for the same look-ups of classes and methods alone. The second series is that
+/// of the look-ups when the VM has the classes already.
+Result measureLoad(const std::string& what, const std::string& file);
 
 /// What Java's listener has counted.
 struct Counted {

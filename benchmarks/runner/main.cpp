@@ -2,12 +2,14 @@
 // figure as JSON. ./bench starts it and makes the table.
 #include "runner/bridges.h"
 #include "runner/checks.h"
+#include "runner/json.h"
+#include "runner/memory.h"
 #include "runner/operations.h"
 #include "runner/rounds.h"
+#include "runner/threads.h"
 #include "runner/virtual_machine.h"
 
 #include <cstdio>
-#include <cstring>
 #include <set>
 #include <string>
 
@@ -15,17 +17,25 @@ namespace {
 
 using bench::Operation;
 using bench::Plan;
-using bench::Series;
+using bench::Result;
 
 constexpr Plan kWholeRun = {21, 8, 400};
 /// Enough to run everything, and too short for figures.
 constexpr Plan kCheckRun = {3, 1, 5};
 
+constexpr int kManyEvents = 1'000'000;
+constexpr int kSomeEvents = 200'000;
+
 struct Options {
     std::string library;
     std::string class_path;
+    std::string load;           ///< what is loaded and timed, instead of all else
     std::set<std::string> only; ///< empty: all
     bool check = false;
+
+    bool wants(const std::string& group, const std::string& name) const {
+        return only.empty() || only.count(group) != 0 || only.count(name) != 0;
+    }
 };
 
 Options parse(int argc, char** argv) {
@@ -45,6 +55,8 @@ Options parse(int argc, char** argv) {
             options.class_path = argv[i];
         } else if (name == "--only") {
             options.only.insert(argv[i]);
+        } else if (name == "--load") {
+            options.load = argv[i];
         } else {
             bench::giveUp("unknown option " + name);
         }
@@ -52,22 +64,34 @@ Options parse(int argc, char** argv) {
     return options;
 }
 
-void print(const Operation& operation, const std::vector<Series>& all, bool is_first) {
-    std::printf("%s\n  {\"name\": \"%s\", \"group\": \"%s\", \"unit\": \"ns\", \"variants\": {",
-                is_first ? "" : ",", operation.name.c_str(), operation.group.c_str());
-    const char* separator = "";
-    for (const Series& series : all) {
-        std::printf("%s\n    \"%s\": {\"batch\": %d, \"rounds\": [", separator,
-                    series.variant.c_str(), series.batch);
-        const char* comma = "";
-        for (const double round : series.nanoseconds) {
-            std::printf("%s%.2f", comma, round);
-            comma = ", ";
-        }
-        std::printf("]}");
-        separator = ",";
+void measureOperations(const Options& options, const Plan& plan, bench::JsonResults& results) {
+    std::vector<Operation> operations = bench::eventOperations();
+    for (Operation& command : bench::commandOperations()) {
+        operations.push_back(std::move(command));
     }
-    std::printf("}}");
+    for (const Operation& operation : operations) {
+        if (options.wants(operation.group, operation.name)) {
+            std::fprintf(stderr, "%s\n", operation.name.c_str());
+            bench::checkVariants(operation);
+            results.add(bench::measure(operation, plan));
+        }
+    }
+}
+
+void measureAll(const Options& options, bench::JsonResults& results) {
+    const Plan& plan = options.check ? kCheckRun : kWholeRun;
+    bench::loadBridges(options.library);
+    measureOperations(options, plan, results);
+    if (options.wants("memory", "")) {
+        std::fprintf(stderr, "memory\n");
+        results.add(bench::measureMemory(options.check ? kSomeEvents : kManyEvents));
+    }
+    if (options.wants("threads", "")) {
+        std::fprintf(stderr, "threads\n");
+        for (const Result& result : bench::measureThreads(plan)) {
+            results.add(result);
+        }
+    }
 }
 
 } // namespace
@@ -75,28 +99,13 @@ void print(const Operation& operation, const std::vector<Series>& all, bool is_f
 int main(int argc, char** argv) {
     const Options options = parse(argc, argv);
     bench::startVm({"-Djava.class.path=" + options.class_path});
-    bench::loadBridges(options.library);
-
-    std::vector<Operation> operations = bench::eventOperations();
-    for (Operation& command : bench::commandOperations()) {
-        operations.push_back(std::move(command));
+    bench::JsonResults results;
+    if (!options.load.empty()) {
+        results.add(bench::measureLoad(options.load, options.library));
+    } else {
+        measureAll(options, results);
     }
-    std::printf("{\"operations\": [");
-    bool is_first = true;
-    for (const Operation& operation : operations) {
-        if (!options.only.empty() && options.only.count(operation.name) == 0 &&
-            options.only.count(operation.group) == 0) {
-            continue;
-        }
-        std::fprintf(stderr, "%s\n", operation.name.c_str());
-        bench::checkVariants(operation);
-        print(operation, bench::measure(operation, options.check ? kCheckRun : kWholeRun),
-              is_first);
-        is_first = false;
-    }
-    std::printf("\n],\n\"checks\": {\"held\": %d, \"failed\": %d}}\n", bench::heldChecks(),
-                bench::failedChecks());
-    std::fflush(stdout);
+    const bool is_written = results.end();
     // The VM's threads and the listeners need no orderly end.
-    std::_Exit(bench::failedChecks() == 0 && std::ferror(stdout) == 0 ? 0 : 1);
+    std::_Exit(bench::failedChecks() == 0 && is_written ? 0 : 1);
 }

@@ -57,19 +57,20 @@ double wallTime() {
     return readClock(CLOCK_MONOTONIC);
 }
 
-std::vector<Series> measure(const Operation& operation, const Plan& plan) {
+Result measure(const Operation& operation, const Plan& plan) {
     const Arrived before = operation.arrived();
     operation.variants[0].run(1);
     const Arrived one = operation.arrived();
     done = 0;
     const std::vector<int> batches = warmUp(operation, plan);
-    std::vector<Series> all;
+    Result result = {operation.name, operation.group, "ns", {}};
     for (size_t i = 0; i < operation.variants.size(); ++i) {
-        all.push_back({operation.variants[i].name, batches[i], {}});
+        result.series.push_back({operation.variants[i].name, batches[i], {}});
     }
     for (int round = 0; round < plan.rounds; ++round) {
         for (size_t i = 0; i < operation.variants.size(); ++i) {
-            all[i].nanoseconds.push_back(timeOf(operation.variants[i], batches[i]) / batches[i]);
+            result.series[i].values.push_back(timeOf(operation.variants[i], batches[i]) /
+                                              batches[i]);
         }
     }
     const Arrived after = operation.arrived();
@@ -78,7 +79,7 @@ std::vector<Series> measure(const Operation& operation, const Plan& plan) {
                                std::to_string(count) + " have arrived");
     require(after.sum - one.sum == done * (one.sum - before.sum),
             operation.name + ": what arrived has another content than what was sent");
-    return all;
+    return result;
 }
 
 } // namespace bench

@@ -36,8 +36,16 @@ struct Plan {
 
 struct Series {
     std::string variant;
-    int batch = 0;                   ///< calls
-    std::vector<double> nanoseconds; ///< a call's share of each batch
+    int batch = 0;              ///< calls
+    std::vector<double> values; ///< a call's share of each batch
+};
+
+/// What was measured of one operation.
+struct Result {
+    std::string name;
+    std::string group;
+    std::string unit;
+    std::vector<Series> series;
 };
 
 /// CPU time of the calling thread, in nanoseconds.
@@ -48,6 +56,6 @@ double wallTime();
 
 /// Warms up, then times each variant in turn, round by round. Checks that all that was done has
 /// arrived.
-std::vector<Series> measure(const Operation& operation, const Plan& plan);
+Result measure(const Operation& operation, const Plan& plan);
 
 } // namespace bench

@@ -21,6 +21,17 @@ final class Variants {
     }
 
     /**
+     * Measures the heap.
+     *
+     * @return how many bytes of it are in use after a collection
+     */
+    static long usedHeap() {
+        System.gc();
+        Runtime runtime = Runtime.getRuntime();
+        return runtime.totalMemory() - runtime.freeMemory();
+    }
+
+    /**
      * Defines the class of a hand-written bridge's natives.
      *
      * @return a new class, whose natives are not bound

@@ -1,0 +1,39 @@
+#include "runner/json.h"
+
+#include "runner/checks.h"
+
+#include <cstdio>
+
+namespace bench {
+
+JsonResults::JsonResults() {
+    std::printf("{\"operations\": [");
+}
+
+void JsonResults::add(const Result& result) {
+    std::printf("%s\n {\"name\": \"%s\", \"group\": \"%s\", \"unit\": \"%s\", \"variants\": {",
+                is_first_ ? "" : ",", result.name.c_str(), result.group.c_str(),
+                result.unit.c_str());
+    is_first_ = false;
+    const char* separator = "";
+    for (const Series& series : result.series) {
+        std::printf("%s\n  \"%s\": {\"batch\": %d, \"rounds\": [", separator,
+                    series.variant.c_str(), series.batch);
+        const char* comma = "";
+        for (const double value : series.values) {
+            std::printf("%s%.2f", comma, value);
+            comma = ", ";
+        }
+        std::printf("]}");
+        separator = ",";
+    }
+    std::printf("}}");
+}
+
+bool JsonResults::end() {
+    std::printf("\n],\n\"checks\": {\"held\": %d, \"failed\": %d}}\n", heldChecks(),
+                failedChecks());
+    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+}
+
+} // namespace bench
