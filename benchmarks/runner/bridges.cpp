@@ -32,17 +32,21 @@ jint surfaceAddress() {
     return static_cast<jint>(reinterpret_cast<uintptr_t>(surface));
 }
 
-jobject makeLoop(jclass variants, jclass proxy) {
-    const jmethodID make =
-        findStaticMethod(variants, "commandLoop", "(Ljava/lang/Class;I)Ljava/lang/Object;");
-    const jobject loop = env()->CallStaticObjectMethod(variants, make, proxy, surfaceAddress());
-    requireNoException("commandLoop");
-    return env()->NewGlobalRef(loop);
+jclass variantsClass() {
+    static const jclass variants = findClass("tenrik/bench/Variants");
+    return variants;
 }
 
-void loadBridge(jclass variants, const std::string& file) {
-    const jmethodID load = findStaticMethod(variants, "load", "(Ljava/lang/String;)V");
-    env()->CallStaticVoidMethod(variants, load, env()->NewStringUTF(file.c_str()));
+jobject makeProxy(const char* method) {
+    const jmethodID make = findStaticMethod(variantsClass(), method, "()Ljava/lang/Object;");
+    const jobject proxy = env()->CallStaticObjectMethod(variantsClass(), make);
+    requireNoException(method);
+    return proxy;
+}
+
+void loadBridge(const std::string& file) {
+    const jmethodID load = findStaticMethod(variantsClass(), "load", "(Ljava/lang/String;)V");
+    env()->CallStaticVoidMethod(variantsClass(), load, env()->NewStringUTF(file.c_str()));
     requireNoException(file.c_str());
 }
 
@@ -54,23 +58,21 @@ std::vector<Bridge>& bridges() {
 }
 
 void loadBridges(const std::string& file) {
-    const jclass variants = findClass("tenrik/bench/Variants");
-    loadBridge(variants, file);
-    bridges().push_back({"bridge", quiet::lastListener(), makeLoop(variants, nullptr), false});
+    loadBridge(file);
+    bridges().push_back(
+        {"bridge", quiet::lastListener(), makeCommandLoop(makeProxy("bridgeProxy")), false});
 
     const std::string missing = hand::load(vm(), env());
     if (!missing.empty()) {
         giveUp("the hand-written bridge does not find " + missing);
     }
-    const jmethodID hand_proxy = findStaticMethod(variants, "handProxy", "()Ljava/lang/Class;");
     for (const HandVariant& row : kHandVariants) {
-        const auto proxy = static_cast<jclass>(env()->CallStaticObjectMethod(variants, hand_proxy));
-        requireNoException("handProxy");
-        if (!hand::bind(env(), proxy, row.variant)) {
+        const jobject proxy = makeProxy("handProxy");
+        if (!hand::bind(env(), env()->GetObjectClass(proxy), row.variant)) {
             giveUp(std::string("the natives cannot be bound: ") + row.name);
         }
         bridges().push_back(
-            {row.name, hand::listener(row.variant), makeLoop(variants, proxy), row.looks_up});
+            {row.name, hand::listener(row.variant), makeCommandLoop(proxy), row.looks_up});
     }
 
     const jclass counting = findClass("tenrik/bench/CountingListener");
@@ -80,7 +82,7 @@ void loadBridges(const std::string& file) {
 
 Result measureLoad(const std::string& what, const std::string& file) {
     constexpr double kMicrosecond = 1000;
-    const jclass variants = findClass("tenrik/bench/Variants");
+    variantsClass();
     const auto lookUp = [] {
         const std::string missing = hand::resolveIds(env());
         if (!missing.empty()) {
@@ -89,7 +91,7 @@ Result measureLoad(const std::string& what, const std::string& file) {
     };
     double start = threadTime();
     if (what == "bridge") {
-        loadBridge(variants, file);
+        loadBridge(file);
     } else {
         lookUp();
     }
@@ -100,7 +102,17 @@ Result measureLoad(const std::string& what, const std::string& file) {
     return {"load",
             "load",
             "us",
-            {{what, 1, {first / kMicrosecond}}, {"look-ups again", 1, {again / kMicrosecond}}}};
+            {{what, 1, {first / kMicrosecond}}, {"look-ups again", 1, {again / kMicrosecond}}},
+            {}};
+}
+
+jobject makeCommandLoop(jobject proxy) {
+    const jmethodID make =
+        findStaticMethod(variantsClass(), "commandLoop", "(Ljava/lang/Object;I)Ljava/lang/Object;");
+    const jobject loop =
+        env()->CallStaticObjectMethod(variantsClass(), make, proxy, surfaceAddress());
+    requireNoException("commandLoop");
+    return env()->NewGlobalRef(loop);
 }
 
 Counted countedEvents() {

@@ -3,8 +3,24 @@
 #include "runner/checks.h"
 
 #include <cstdio>
+#include <string>
 
 namespace bench {
+namespace {
+
+std::string escaped(const std::string& text) {
+    std::string result;
+    for (const char character : text) {
+        if (character == '"' || character == '\\') {
+            result += '\\';
+        }
+        // Nothing that is printed here has other control characters than these.
+        result += character == '\n' || character == '\t' ? ' ' : character;
+    }
+    return result;
+}
+
+} // namespace
 
 JsonResults::JsonResults() {
     std::printf("{\"operations\": [");
@@ -26,6 +42,12 @@ void JsonResults::add(const Result& result) {
         }
         std::printf("]}");
         separator = ",";
+    }
+    std::printf("}, \"missing\": {");
+    separator = "";
+    for (const auto& [variant, reason] : result.missing) {
+        std::printf("%s\"%s\": \"%s\"", separator, variant.c_str(), escaped(reason).c_str());
+        separator = ", ";
     }
     std::printf("}}");
 }

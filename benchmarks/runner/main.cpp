@@ -29,6 +29,7 @@ constexpr int kSomeEvents = 200'000;
 struct Options {
     std::string library;
     std::string class_path;
+    std::string peers;          ///< the C library of the other technologies
     std::string load;           ///< what is loaded and timed, instead of all else
     std::set<std::string> only; ///< empty: all
     bool check = false;
@@ -53,6 +54,8 @@ Options parse(int argc, char** argv) {
             options.library = argv[i];
         } else if (name == "--class-path") {
             options.class_path = argv[i];
+        } else if (name == "--peers") {
+            options.peers = argv[i];
         } else if (name == "--only") {
             options.only.insert(argv[i]);
         } else if (name == "--load") {
@@ -69,10 +72,15 @@ void measureOperations(const Options& options, const Plan& plan, bench::JsonResu
     for (Operation& command : bench::commandOperations()) {
         operations.push_back(std::move(command));
     }
+    for (Operation& call : bench::callOperations()) {
+        operations.push_back(std::move(call));
+    }
     for (const Operation& operation : operations) {
         if (options.wants(operation.group, operation.name)) {
             std::fprintf(stderr, "%s\n", operation.name.c_str());
-            bench::checkVariants(operation);
+            if (operation.group != "calls") {
+                bench::checkVariants(operation);
+            }
             results.add(bench::measure(operation, plan));
         }
     }
@@ -98,7 +106,14 @@ void measureAll(const Options& options, bench::JsonResults& results) {
 
 int main(int argc, char** argv) {
     const Options options = parse(argc, argv);
-    bench::startVm({"-Djava.class.path=" + options.class_path});
+    bench::startVm({
+        "-Djava.class.path=" + options.class_path,
+        "-Dtenrik.bench.peers=" + options.peers,
+#ifdef BENCH_HAS_FOREIGN
+        "--add-modules=jdk.incubator.foreign",
+        "--enable-native-access=ALL-UNNAMED",
+#endif
+    });
     bench::JsonResults results;
     if (!options.load.empty()) {
         results.add(bench::measureLoad(options.load, options.library));

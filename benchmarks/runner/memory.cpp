@@ -79,7 +79,8 @@ Result measureMemory(int events) {
             {{"process before", 1, {before.process}},
              {"process after", 1, {after.process}},
              {"heap before", 1, {before.heap}},
-             {"heap after", 1, {after.heap}}}};
+             {"heap after", 1, {after.heap}}},
+            {}};
 }
 
 } // namespace bench

@@ -4,9 +4,11 @@
 #include "runner/bridges.h"
 #include "runner/checks.h"
 #include "runner/records.h"
+#include "runner/technologies.h"
 #include "runner/virtual_machine.h"
 
 #include <algorithm>
+#include <map>
 #include <memory>
 
 namespace bench {
@@ -23,6 +25,16 @@ void deliver(DtvSvLibListener& listener, const EventRecord& event, void* bytes, 
     }
 }
 
+Arrived arrivedEvents() {
+    const Counted counted = countedEvents();
+    return {counted.events, counted.sum};
+}
+
+Arrived arrivedCommands() {
+    const quiet::Sends& sends = quiet::sends();
+    return {static_cast<long long>(sends.count), static_cast<long long>(sends.bytes)};
+}
+
 struct CommandRowOfLoop {
     const char* name;
     const char* method; ///< of CommandLoop
@@ -35,12 +47,34 @@ constexpr CommandRowOfLoop kCommands[] = {
     {"BMLReadNvramReply", "readNvramReply"},
 };
 
-void call(const Bridge& bridge, const char* name, jmethodID method, int count) {
-    const jint answered = env()->CallIntMethod(bridge.loop, method, count);
-    requireNoException(name);
-    if (answered != count) {
-        giveUp(bridge.name + ": " + name + " was not answered as it should be");
+/// A loop in Java: its method gets the number of calls, and answers how many went well.
+Variant loopVariant(const std::string& name, jobject loop, const char* method_name) {
+    const jmethodID method = findMethod(env()->GetObjectClass(loop), method_name, "(I)I");
+    return {name, [name, loop, method_name, method](int count) {
+                const jint went_well = env()->CallIntMethod(loop, method, count);
+                requireNoException(method_name);
+                if (went_well != count) {
+                    giveUp(name + ": " + method_name + " was not answered as it should be");
+                }
+            }};
+}
+
+/// The loops over the commands of a technology, made once.
+jobject commandLoopOf(const Technology& technology) {
+    static std::map<std::string, jobject> made;
+    jobject& loop = made[technology.name];
+    if (loop == nullptr) {
+        loop = makeCommandLoop(technology.proxy);
     }
+    return loop;
+}
+
+/// Whether a technology is there; notes with the operation when it is not.
+bool isThere(const Technology& technology, Operation& operation) {
+    if (!technology.missing.empty()) {
+        operation.missing[technology.name] = technology.missing;
+    }
+    return technology.missing.empty();
 }
 
 /// What one run of a variant leaves.
@@ -81,10 +115,7 @@ void compareLines(const std::string& what, const std::vector<std::string>& expec
 std::vector<Operation> eventOperations() {
     std::vector<Operation> all;
     for (const EventRecord& record : eventRecords(kHandle)) {
-        Operation operation = {record.name, "events", {}, [] {
-                                   const Counted counted = countedEvents();
-                                   return Arrived{counted.events, counted.sum};
-                               }};
+        Operation operation = {record.name, "events", {}, arrivedEvents, {}};
         const auto event = std::make_shared<EventRecord>(record);
         for (const Bridge& bridge : bridges()) {
             // A look-up is a matter of commands alone.
@@ -92,6 +123,17 @@ std::vector<Operation> eventOperations() {
                 operation.variants.push_back(
                     {bridge.name, [event, listener = bridge.listener](int count) {
                          deliver(*listener, *event, event->bytes.data(), count);
+                     }});
+            }
+        }
+        for (const Technology& technology : technologies()) {
+            if (isThere(technology, operation)) {
+                operation.variants.push_back(
+                    {technology.name, [event, on_event = technology.on_event](int count) {
+                         for (int i = 0; i < count; ++i) {
+                             on_event(event->id, event->bytes.data(),
+                                      static_cast<int>(event->bytes.size()));
+                         }
                      }});
             }
         }
@@ -103,21 +145,43 @@ std::vector<Operation> eventOperations() {
 std::vector<Operation> commandOperations() {
     std::vector<Operation> all;
     for (const CommandRowOfLoop& row : kCommands) {
-        Operation operation = {row.name, "commands", {}, [] {
-                                   const quiet::Sends& sends = quiet::sends();
-                                   return Arrived{static_cast<long long>(sends.count),
-                                                  static_cast<long long>(sends.bytes)};
-                               }};
+        Operation operation = {row.name, "commands", {}, arrivedCommands, {}};
         for (const Bridge& bridge : bridges()) {
-            const jmethodID method =
-                findMethod(env()->GetObjectClass(bridge.loop), row.method, "(I)I");
-            operation.variants.push_back({bridge.name, [&bridge, &row, method](int count) {
-                                              call(bridge, row.name, method, count);
-                                          }});
+            operation.variants.push_back(loopVariant(bridge.name, bridge.loop, row.method));
+        }
+        for (const Technology& technology : technologies()) {
+            if (isThere(technology, operation)) {
+                operation.variants.push_back(
+                    loopVariant(technology.name, commandLoopOf(technology), row.method));
+            }
         }
         all.push_back(operation);
     }
     return all;
+}
+
+std::vector<Operation> callOperations() {
+    Operation calls = {"call of C", "calls", {loopVariant("jni", jniCallLoop(), "sum")}, {}, {}};
+    Operation callbacks = {"callback of Java", "calls", {}, arrivedEvents, {}};
+    const jclass counting = findClass("tenrik/bench/CountingListener");
+    const jmethodID on_ints = findStaticMethod(counting, "onInts", "(II)V");
+    callbacks.variants.push_back({"jni", [counting, on_ints](int count) {
+                                      for (int i = 0; i < count; ++i) {
+                                          env()->CallStaticVoidMethod(counting, on_ints, kHandle,
+                                                                      1);
+                                      }
+                                  }});
+    for (const Technology& technology : technologies()) {
+        if (isThere(technology, calls) && isThere(technology, callbacks)) {
+            calls.variants.push_back(loopVariant(technology.name, technology.call_loop, "sum"));
+            callbacks.variants.push_back({technology.name, [&technology](int count) {
+                                              for (int i = 0; i < count; ++i) {
+                                                  technology.on_ints(kHandle, 1);
+                                              }
+                                          }});
+        }
+    }
+    return {calls, callbacks};
 }
 
 void checkVariants(const Operation& operation) {

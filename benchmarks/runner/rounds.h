@@ -4,6 +4,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,7 @@ struct Operation {
     std::string group;
     std::vector<Variant> variants;
     std::function<Arrived()> arrived;
+    std::map<std::string, std::string> missing; ///< variants that are not there, and why
 };
 
 struct Plan {
@@ -46,6 +48,7 @@ struct Result {
     std::string group;
     std::string unit;
     std::vector<Series> series;
+    std::map<std::string, std::string> missing; ///< as of the operation
 };
 
 /// CPU time of the calling thread, in nanoseconds.

@@ -105,6 +105,7 @@ std::vector<Result> measureThreads(const Plan& plan) {
         Result result = {std::to_string(threads) + (threads == 1 ? " thread" : " threads"),
                          "threads",
                          "ns of wall clock",
+                         {},
                          {}};
         for (const Bridge* bridge : compared) {
             result.series.push_back({bridge->name, events, {}});

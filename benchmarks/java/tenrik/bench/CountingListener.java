@@ -14,7 +14,7 @@ import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_SERVICE_INFO;
  * Counts the events that reach Java and adds up one field of each. The session handle of an event
  * is the number of the thread that delivers it, from 1: each thread has counters of its own.
  */
-final class CountingListener implements DtvEventListener {
+public final class CountingListener implements DtvEventListener {
     private static final int THREADS = 32;
     /** Longs from one thread's counters to the next one's, so that no two are in one cache line. */
     private static final int STRIDE = 16;
@@ -45,6 +45,16 @@ final class CountingListener implements DtvEventListener {
      */
     static long sum() {
         return total(SUMS);
+    }
+
+    /**
+     * Counts a callback that is no event, with two ints.
+     *
+     * @param a a thread's number
+     * @param b what is added up
+     */
+    public static void onInts(int a, int b) {
+        add(a, b);
     }
 
     @Override

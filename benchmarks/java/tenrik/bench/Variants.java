@@ -32,29 +32,32 @@ final class Variants {
     }
 
     /**
-     * Defines the class of a hand-written bridge's natives.
+     * Makes the proxy of a hand-written bridge.
      *
-     * @return a new class, whose natives are not bound
+     * @return an object of a new class, whose natives are not bound
      */
-    static Class<?> handProxy() throws IOException, IllegalAccessException {
-        return define(HandProxy.class);
+    static Object handProxy() throws IOException, ReflectiveOperationException {
+        return define(HandProxy.class).getDeclaredConstructor().newInstance();
     }
 
     /**
-     * Makes the loops over the commands of a class.
+     * Makes the proxy of the bridge.
      *
-     * @param proxyClass the class; null for the bridge's own
+     * @return the proxy
+     */
+    static Object bridgeProxy() {
+        return new DtvServerProxy();
+    }
+
+    /**
+     * Makes the loops over the commands of a proxy.
+     *
+     * @param proxy whose commands are called
      * @param nativeSurface address of a surface
      * @return a CommandLoop of a class of its own
      */
-    static Object commandLoop(Class<?> proxyClass, int nativeSurface)
+    static Object commandLoop(Object proxy, int nativeSurface)
             throws IOException, ReflectiveOperationException {
-        DtvServerProxy proxy = new DtvServerProxy();
-        if (proxyClass != null) {
-            Constructor<?> made = proxyClass.getDeclaredConstructor();
-            made.setAccessible(true);
-            proxy = (DtvServerProxy) made.newInstance();
-        }
         Constructor<?> loop =
                 define(CommandLoop.class).getDeclaredConstructor(DtvServerProxy.class, int.class);
         return loop.newInstance(proxy, nativeSurface);
