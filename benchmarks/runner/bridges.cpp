@@ -1,11 +1,9 @@
 #include "runner/bridges.h"
 
+#include "binding/method_table.h"
 #include "libdtv/quiet.h"
+#include "runner/java_side.h"
 #include "runner/virtual_machine.h"
-
-#include <gui/Surface.h>
-
-#include <cstdint>
 
 namespace bench {
 namespace {
@@ -21,34 +19,6 @@ constexpr HandVariant kHandVariants[] = {
     {"hand-lookups", hand::Variant::kLooksUp, true},
     {"floor-lookups", hand::Variant::kLooksUpWithLines, true},
 };
-
-/// The surface of all planes; never given back.
-jint surfaceAddress() {
-    static android::Surface* const surface = [] {
-        auto* const made = new android::Surface;
-        made->incStrong(made);
-        return made;
-    }();
-    return static_cast<jint>(reinterpret_cast<uintptr_t>(surface));
-}
-
-jclass variantsClass() {
-    static const jclass variants = findClass("tenrik/bench/Variants");
-    return variants;
-}
-
-jobject makeProxy(const char* method) {
-    const jmethodID make = findStaticMethod(variantsClass(), method, "()Ljava/lang/Object;");
-    const jobject proxy = env()->CallStaticObjectMethod(variantsClass(), make);
-    requireNoException(method);
-    return proxy;
-}
-
-void loadBridge(const std::string& file) {
-    const jmethodID load = findStaticMethod(variantsClass(), "load", "(Ljava/lang/String;)V");
-    env()->CallStaticVoidMethod(variantsClass(), load, env()->NewStringUTF(file.c_str()));
-    requireNoException(file.c_str());
-}
 
 } // namespace
 
@@ -74,10 +44,7 @@ void loadBridges(const std::string& file) {
         bridges().push_back(
             {row.name, hand::listener(row.variant), makeCommandLoop(proxy), row.looks_up});
     }
-
-    const jclass counting = findClass("tenrik/bench/CountingListener");
-    env()->CallStaticVoidMethod(counting, findStaticMethod(counting, "install", "()V"));
-    requireNoException("install");
+    installCounting();
 }
 
 Result measureLoad(const std::string& what, const std::string& file) {
@@ -99,28 +66,11 @@ Result measureLoad(const std::string& what, const std::string& file) {
     start = threadTime();
     lookUp();
     const double again = threadTime() - start;
-    return {"load",
+    return {std::to_string(kClassCount) + " classes, " + std::to_string(kMethodCount) + " methods",
             "load",
             "us",
             {{what, 1, {first / kMicrosecond}}, {"look-ups again", 1, {again / kMicrosecond}}},
             {}};
-}
-
-jobject makeCommandLoop(jobject proxy) {
-    const jmethodID make =
-        findStaticMethod(variantsClass(), "commandLoop", "(Ljava/lang/Object;I)Ljava/lang/Object;");
-    const jobject loop =
-        env()->CallStaticObjectMethod(variantsClass(), make, proxy, surfaceAddress());
-    requireNoException("commandLoop");
-    return env()->NewGlobalRef(loop);
-}
-
-Counted countedEvents() {
-    static const jclass counting = findClass("tenrik/bench/CountingListener");
-    static const jmethodID count = findStaticMethod(counting, "count", "()J");
-    static const jmethodID sum = findStaticMethod(counting, "sum", "()J");
-    return {env()->CallStaticLongMethod(counting, count),
-            env()->CallStaticLongMethod(counting, sum)};
 }
 
 } // namespace bench

@@ -32,14 +32,4 @@ void loadBridges(const std::string& file);
 /// of the look-ups when the VM has the classes already.
 Result measureLoad(const std::string& what, const std::string& file);
 
-/// Makes the loops over the commands of a DtvServerProxy: a CommandLoop, a global reference.
-jobject makeCommandLoop(jobject proxy);
-
-/// What Java's listener has counted.
-struct Counted {
-    long long events;
-    long long sum; ///< of one field of each
-};
-Counted countedEvents();
-
 } // namespace bench

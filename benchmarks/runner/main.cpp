@@ -5,13 +5,13 @@
 #include "runner/json.h"
 #include "runner/memory.h"
 #include "runner/operations.h"
+#include "runner/options.h"
 #include "runner/rounds.h"
 #include "runner/threads.h"
 #include "runner/virtual_machine.h"
 
 #include <cstdio>
-#include <set>
-#include <string>
+#include <cstdlib>
 
 namespace {
 
@@ -26,48 +26,8 @@ constexpr Plan kCheckRun = {3, 1, 5};
 constexpr int kManyEvents = 1'000'000;
 constexpr int kSomeEvents = 200'000;
 
-struct Options {
-    std::string library;
-    std::string class_path;
-    std::string peers;          ///< the C library of the other technologies
-    std::string load;           ///< what is loaded and timed, instead of all else
-    std::set<std::string> only; ///< empty: all
-    bool check = false;
-
-    bool wants(const std::string& group, const std::string& name) const {
-        return only.empty() || only.count(group) != 0 || only.count(name) != 0;
-    }
-};
-
-Options parse(int argc, char** argv) {
-    Options options;
-    for (int i = 1; i < argc; ++i) {
-        const std::string name = argv[i];
-        if (name == "--check") {
-            options.check = true;
-            continue;
-        }
-        if (++i == argc) {
-            bench::giveUp(name + " needs a value");
-        }
-        if (name == "--library") {
-            options.library = argv[i];
-        } else if (name == "--class-path") {
-            options.class_path = argv[i];
-        } else if (name == "--peers") {
-            options.peers = argv[i];
-        } else if (name == "--only") {
-            options.only.insert(argv[i]);
-        } else if (name == "--load") {
-            options.load = argv[i];
-        } else {
-            bench::giveUp("unknown option " + name);
-        }
-    }
-    return options;
-}
-
-void measureOperations(const Options& options, const Plan& plan, bench::JsonResults& results) {
+void measureOperations(const bench::Options& options, const Plan& plan,
+                       bench::JsonResults& results) {
     std::vector<Operation> operations = bench::eventOperations();
     for (Operation& command : bench::commandOperations()) {
         operations.push_back(std::move(command));
@@ -86,7 +46,7 @@ void measureOperations(const Options& options, const Plan& plan, bench::JsonResu
     }
 }
 
-void measureAll(const Options& options, bench::JsonResults& results) {
+void measureAll(const bench::Options& options, bench::JsonResults& results) {
     const Plan& plan = options.check ? kCheckRun : kWholeRun;
     bench::loadBridges(options.library);
     measureOperations(options, plan, results);
@@ -105,7 +65,7 @@ void measureAll(const Options& options, bench::JsonResults& results) {
 } // namespace
 
 int main(int argc, char** argv) {
-    const Options options = parse(argc, argv);
+    const bench::Options options = bench::parseOptions(argc, argv);
     bench::startVm({
         "-Djava.class.path=" + options.class_path,
         "-Dtenrik.bench.peers=" + options.peers,

@@ -2,6 +2,7 @@
 
 #include "runner/bridges.h"
 #include "runner/checks.h"
+#include "runner/java_side.h"
 #include "runner/records.h"
 #include "runner/virtual_machine.h"
 
@@ -27,9 +28,8 @@ struct Memory {
 };
 
 Memory look() {
-    static const jclass variants = findClass("tenrik/bench/Variants");
-    static const jmethodID used = findStaticMethod(variants, "usedHeap", "()J");
-    const auto heap = static_cast<double>(env()->CallStaticLongMethod(variants, used));
+    static const jmethodID used = findStaticMethod(variantsClass(), "usedHeap", "()J");
+    const auto heap = static_cast<double>(env()->CallStaticLongMethod(variantsClass(), used));
     requireNoException("usedHeap");
     long pages = 0;
     std::FILE* const file = std::fopen("/proc/self/statm", "r");
@@ -65,9 +65,9 @@ void deliver(int events) {
 Result measureMemory(int events) {
     deliver(events / 5);
     const Memory before = look();
-    const Counted counted = countedEvents();
+    const Arrived counted = arrivedEvents();
     deliver(events);
-    require(countedEvents().events - counted.events == events, "not all events reached Java");
+    require(arrivedEvents().count - counted.count == events, "not all events reached Java");
     const Memory after = look();
     require(after.process - before.process <= kMostGrowthOfProcess,
             "the process has grown by " + std::to_string(after.process - before.process) + " KiB");

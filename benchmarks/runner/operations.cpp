@@ -3,6 +3,7 @@
 #include "libdtv/quiet.h"
 #include "runner/bridges.h"
 #include "runner/checks.h"
+#include "runner/java_side.h"
 #include "runner/records.h"
 #include "runner/technologies.h"
 #include "runner/virtual_machine.h"
@@ -25,11 +26,6 @@ void deliver(DtvSvLibListener& listener, const EventRecord& event, void* bytes, 
     }
 }
 
-Arrived arrivedEvents() {
-    const Counted counted = countedEvents();
-    return {counted.events, counted.sum};
-}
-
 Arrived arrivedCommands() {
     const quiet::Sends& sends = quiet::sends();
     return {static_cast<long long>(sends.count), static_cast<long long>(sends.bytes)};
@@ -46,18 +42,6 @@ constexpr CommandRowOfLoop kCommands[] = {
     {"SetDisplay_All", "setDisplayAll"},
     {"BMLReadNvramReply", "readNvramReply"},
 };
-
-/// A loop in Java: its method gets the number of calls, and answers how many went well.
-Variant loopVariant(const std::string& name, jobject loop, const char* method_name) {
-    const jmethodID method = findMethod(env()->GetObjectClass(loop), method_name, "(I)I");
-    return {name, [name, loop, method_name, method](int count) {
-                const jint went_well = env()->CallIntMethod(loop, method, count);
-                requireNoException(method_name);
-                if (went_well != count) {
-                    giveUp(name + ": " + method_name + " was not answered as it should be");
-                }
-            }};
-}
 
 /// The loops over the commands of a technology, made once.
 jobject commandLoopOf(const Technology& technology) {

@@ -19,11 +19,11 @@ double readClock(clockid_t clock) {
 /// How often the operation was done that is being measured.
 long long done = 0;
 
-double timeOf(const Variant& variant, int count) {
+double timeOf(const Operation& operation, const Variant& variant, int count) {
     done += count;
-    const double start = threadTime();
+    const double start = operation.clock();
     variant.run(count);
-    return threadTime() - start;
+    return operation.clock() - start;
 }
 
 /// Runs all variants in turn, in growing batches, until each has run for the time of the warm-up.
@@ -37,7 +37,7 @@ std::vector<int> warmUp(const Operation& operation, const Plan& plan) {
     while (!is_warm) {
         is_warm = true;
         for (size_t i = 0; i < operation.variants.size(); ++i) {
-            const double time = std::max(timeOf(operation.variants[i], batches[i]), 1.0);
+            const double time = std::max(timeOf(operation, operation.variants[i], batches[i]), 1.0);
             spent[i] += time;
             const double wanted = batches[i] * (batch_time / time);
             batches[i] = std::max(1, static_cast<int>(std::min(wanted, batches[i] * 2.0)));
@@ -51,6 +51,10 @@ std::vector<int> warmUp(const Operation& operation, const Plan& plan) {
 
 double threadTime() {
     return readClock(CLOCK_THREAD_CPUTIME_ID);
+}
+
+double processTime() {
+    return readClock(CLOCK_PROCESS_CPUTIME_ID);
 }
 
 double wallTime() {
@@ -71,7 +75,7 @@ Result measure(const Operation& operation, const Plan& plan) {
     }
     for (int round = 0; round < plan.rounds; ++round) {
         for (size_t i = 0; i < operation.variants.size(); ++i) {
-            result.series[i].values.push_back(timeOf(operation.variants[i], batches[i]) /
+            result.series[i].values.push_back(timeOf(operation, operation.variants[i], batches[i]) /
                                               batches[i]);
         }
     }

@@ -22,12 +22,20 @@ struct Arrived {
     long long sum = 0;   ///< of one field of each event, or of the bytes of the commands
 };
 
+/// CPU time of the calling thread, in nanoseconds.
+double threadTime();
+/// CPU time of all threads of the process, in nanoseconds.
+double processTime();
+/// Time that passes, in nanoseconds.
+double wallTime();
+
 struct Operation {
     std::string name;
     std::string group;
     std::vector<Variant> variants;
     std::function<Arrived()> arrived;
     std::map<std::string, std::string> missing; ///< variants that are not there, and why
+    double (*clock)() = threadTime;
 };
 
 struct Plan {
@@ -50,12 +58,6 @@ struct Result {
     std::vector<Series> series;
     std::map<std::string, std::string> missing; ///< as of the operation
 };
-
-/// CPU time of the calling thread, in nanoseconds.
-double threadTime();
-
-/// Time that passes, in nanoseconds.
-double wallTime();
 
 /// Warms up, then times each variant in turn, round by round. Checks that all that was done has
 /// arrived.

@@ -2,6 +2,7 @@
 
 #include "runner/bridges.h"
 #include "runner/checks.h"
+#include "runner/java_side.h"
 #include "runner/records.h"
 #include "runner/virtual_machine.h"
 
@@ -112,13 +113,13 @@ std::vector<Result> measureThreads(const Plan& plan) {
         }
         for (int round = 0; round < plan.rounds; ++round) {
             for (size_t i = 0; i < compared.size(); ++i) {
-                const Counted before = countedEvents();
+                const Arrived before = arrivedEvents();
                 const int share = events / threads;
                 const double start = wallTime();
                 crew.run(threads,
                          [&](int number) { deliver(*compared[i]->listener, number, share); });
                 result.series[i].values.push_back((wallTime() - start) / (share * threads));
-                require(countedEvents().events - before.events == share * threads,
+                require(arrivedEvents().count - before.count == share * threads,
                         result.name + ", " + compared[i]->name + ": not all events reached Java");
             }
         }

@@ -6,6 +6,7 @@ import tenrik.service.dtvserver.events.notify.BG_EV_DTVSV_NETWORK_INFO_NOTIFY;
 import tenrik.service.dtvserver.events.notify.BG_EV_DTVSV_RECEIVE_EPG_INFO_NOTIFY;
 import tenrik.service.dtvserver.events.notify.BG_EV_DTVSV_SERVICE_INFO_NOTIFY;
 import tenrik.service.dtvserver.events.request.BG_EV_DTVSV_BML_MAIL_REQ;
+import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_CONTROL_DECODE_AUDIO_REPLY;
 import tenrik.service.dtvserver.events.response.BG_EV_DTVSV_CREATE_REPLY;
 import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_PRG_INFO;
 import tenrik.service.dtvserver.type.BG_TS_DTVSVLIB_SERVICE_INFO;
@@ -60,6 +61,11 @@ public final class CountingListener implements DtvEventListener {
     @Override
     public void onEvDtvsvCreateReply(BG_EV_DTVSV_CREATE_REPLY event) {
         add(event.handle(), event.result());
+    }
+
+    @Override
+    public void onEvDtvsvControlDecodeAudioReply(BG_EV_DTVSV_CONTROL_DECODE_AUDIO_REPLY event) {
+        add(event.handle(), event.result() + 1);
     }
 
     @Override

@@ -33,9 +33,14 @@ final class Events {
 
     private static final int SERVICE_SIZE = 52;
     private static final int PROGRAMME_SIZE = 636;
+    /** Units of a programme's name and text at most. */
+    private static final int LONGEST_NAME = 98;
+    private static final int LONGEST_TEXT = 194;
 
     private final byte[] bytes = new byte[Peer.LONGEST];
     private final ByteBuffer record = ByteBuffer.wrap(bytes).order(ByteOrder.LITTLE_ENDIAN);
+
+    private final char[] units = new char[LONGEST_TEXT];
 
     /** Where the technology puts the record of the next event. */
     byte[] bytes() {
@@ -105,8 +110,8 @@ final class Events {
         System.arraycopy(bytes, at + 30, content, 0, nibbles);
         byte[] user = new byte[nibbles];
         System.arraycopy(bytes, at + 37, user, 0, nibbles);
-        String name = units(at + 48, Math.min(record.getInt(at + 44), 98));
-        String text = units(at + 248, Math.min(record.getInt(at + 244), 194));
+        String name = units(at + 48, Math.min(record.getInt(at + 44), LONGEST_NAME));
+        String text = units(at + 248, Math.min(record.getInt(at + 244), LONGEST_TEXT));
         return new BG_TS_DTVSVLIB_PRG_INFO(
                 record.getInt(at), new BG_TS_DTVSVLIB_DATE_TIME(date, time(at + 10)),
                 bytes[at + 18] & 0xff, time(at + 20), bytes[at + 28] & 0xff, nibbles, content, user,
@@ -140,7 +145,10 @@ final class Events {
     }
 
     private String units(int at, int count) {
-        return new String(bytes, at, 2 * count, StandardCharsets.UTF_16LE);
+        for (int i = 0; i < count; ++i) {
+            units[i] = record.getChar(at + 2 * i);
+        }
+        return new String(units, 0, count);
     }
 
     /** The length of a text in modified UTF-8, as the events carry it. */
