@@ -272,11 +272,12 @@ def cell(operation, variant, width):
 def compared_rows(group, operations):
     """The bridge beside its floor, then the others."""
     # The commands have one aim in common, and no column for it.
+    width = 6 if group == "events" else 5
     heading = group + (", ns" if group == "events" else ", ns, aim 1.10")
     yield (
-        f"{heading:{NAME_WIDTH}}{'bridge':>7}{'+-%':>4}{'floor':>7}{'ratio':>6}"
+        f"{heading:{NAME_WIDTH}}{'bridge':>6}{'+-%':>4}{'floor':>6}{'ratio':>6}"
         + (f"{'aim':>5}" if group == "events" else "")
-        + "".join(f"{heading:>6}" for heading, _ in COLUMNS[group])
+        + "".join(f"{column:>{width}}" for column, _ in COLUMNS[group])
     )
     for operation in operations:
         variants = operation["variants"]
@@ -284,10 +285,10 @@ def compared_rows(group, operations):
         floor = variants[FLOOR[group]]
         aim = GROUPS[group][operation["name"]]
         yield (
-            f"{operation['name']:{NAME_WIDTH}}{median(bridge):7.0f}{spread(bridge):4.0f}"
-            f"{median(floor):7.0f}{median(bridge) / median(floor):6.2f}"
+            f"{operation['name']:{NAME_WIDTH}}{median(bridge):6.0f}{spread(bridge):4.0f}"
+            f"{median(floor):6.0f}{median(bridge) / median(floor):6.2f}"
             + (f"{f'{aim:.2f}' if aim else '':>5}" if group == "events" else "")
-            + "".join(cell(operation, name, 6) for _, name in COLUMNS[group])
+            + "".join(cell(operation, name, width) for _, name in COLUMNS[group])
         )
 
 
@@ -375,7 +376,7 @@ def arguments():
     parser.add_argument("--small", help="a build for size, of the library alone")
     parser.add_argument("--launcher", default="", help="what a program of the build is started with")
     parser.add_argument("--only", action="append", default=[])
-    parser.add_argument("--names", action="store_true", help="checks the names and does no more")
+    parser.add_argument("--groups", action="store_true", help="prints the groups that are wanted, and does no more")
     parser.add_argument("--json")
     parser.add_argument("--page")
     parser.add_argument("--check", action="store_true")
@@ -403,7 +404,8 @@ def measure(options, groups, operations):
 def main():
     options = arguments()
     groups, operations = chosen(options.only)
-    if options.names:
+    if options.groups:
+        print(" ".join(groups))
         return
     if options.json:
         # What cannot be written is known before anything is measured.
