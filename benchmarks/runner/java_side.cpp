@@ -31,6 +31,13 @@ jclass variantsClass() {
     return variants;
 }
 
+std::string vmName() {
+    const jmethodID name = findStaticMethod(variantsClass(), "vm", "()Ljava/lang/String;");
+    const auto text = static_cast<jstring>(env()->CallStaticObjectMethod(variantsClass(), name));
+    requireNoException("vm");
+    return textOf(text);
+}
+
 void loadBridge(const std::string& file) {
     const jmethodID load = findStaticMethod(variantsClass(), "load", "(Ljava/lang/String;)V");
     env()->CallStaticVoidMethod(variantsClass(), load, env()->NewStringUTF(file.c_str()));

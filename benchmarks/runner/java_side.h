@@ -12,6 +12,9 @@ namespace bench {
 /// tenrik.bench.Variants.
 jclass variantsClass();
 
+/// The VM's name, version and architecture.
+std::string vmName();
+
 /// Loads the bridge from a file. Gives up when that fails.
 void loadBridge(const std::string& file);
 

@@ -1,6 +1,7 @@
 #include "runner/json.h"
 
 #include "runner/checks.h"
+#include "runner/java_side.h"
 
 #include <cstdio>
 #include <string>
@@ -53,8 +54,8 @@ void JsonResults::add(const Result& result) {
 }
 
 bool JsonResults::end() {
-    std::printf("\n],\n\"checks\": {\"held\": %d, \"failed\": %d}}\n", heldChecks(),
-                failedChecks());
+    std::printf("\n],\n\"vm\": \"%s\"", escaped(vmName()).c_str());
+    std::printf(",\n\"checks\": {\"held\": %d, \"failed\": %d}}\n", heldChecks(), failedChecks());
     return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
 }
 

@@ -1,4 +1,4 @@
-// What a program prints: its results and its checks, as one JSON object on standard output.
+// What a program prints: its results, the VM and its checks, as one JSON object on standard output.
 #pragma once
 
 #include "runner/rounds.h"

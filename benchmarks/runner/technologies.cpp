@@ -33,9 +33,7 @@ std::string takeReason() {
     }
     const auto text = static_cast<jstring>(jni->CallObjectMethod(
         thrown, jni->GetMethodID(throwable, "toString", "()Ljava/lang/String;")));
-    const char* const characters = jni->GetStringUTFChars(text, nullptr);
-    std::string reason = characters;
-    jni->ReleaseStringUTFChars(text, characters);
+    const std::string reason = textOf(text);
     return reason.substr(0, reason.find('\n'));
 }
 

@@ -67,6 +67,13 @@ jmethodID findStaticMethod(jclass clazz, const char* name, const char* signature
     return method;
 }
 
+std::string textOf(jstring string) {
+    const char* const characters = env()->GetStringUTFChars(string, nullptr);
+    std::string text = characters;
+    env()->ReleaseStringUTFChars(string, characters);
+    return text;
+}
+
 void requireNoException(const char* what) {
     if (env()->ExceptionCheck()) {
         env()->ExceptionDescribe();

@@ -25,6 +25,9 @@ jclass findClass(const char* name);
 jmethodID findMethod(jclass clazz, const char* name, const char* signature);
 jmethodID findStaticMethod(jclass clazz, const char* name, const char* signature);
 
+/// A Java string's text.
+std::string textOf(jstring string);
+
 /// Gives up when a Java exception is pending, after the VM has described it.
 void requireNoException(const char* what);
 

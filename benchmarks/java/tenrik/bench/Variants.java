@@ -21,6 +21,17 @@ final class Variants {
     }
 
     /**
+     * Names the VM.
+     *
+     * @return its name, version and architecture
+     */
+    static String vm() {
+        return System.getProperty("java.vm.name")
+                + " " + Runtime.version()
+                + ", " + System.getProperty("os.arch");
+    }
+
+    /**
      * Measures the heap.
      *
      * @return how many bytes of it are in use after a collection
