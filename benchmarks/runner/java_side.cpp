@@ -57,6 +57,21 @@ Arrived arrivedEvents() {
             env()->CallStaticLongMethod(countingClass(), sum)};
 }
 
+std::string describeEvent(const std::function<void()>& work) {
+    static const jmethodID describe = findStaticMethod(countingClass(), "describe", "(Z)V");
+    static const jmethodID description =
+        findStaticMethod(countingClass(), "description", "()Ljava/lang/String;");
+    env()->CallStaticVoidMethod(countingClass(), describe, JNI_TRUE);
+    work();
+    const auto text =
+        static_cast<jstring>(env()->CallStaticObjectMethod(countingClass(), description));
+    requireNoException("description");
+    std::string described = textOf(text);
+    env()->DeleteLocalRef(text);
+    env()->CallStaticVoidMethod(countingClass(), describe, JNI_FALSE);
+    return described;
+}
+
 jobject makeProxy(const char* method) {
     const jmethodID make = findStaticMethod(variantsClass(), method, "()Ljava/lang/Object;");
     const jobject proxy = env()->CallStaticObjectMethod(variantsClass(), make);

@@ -5,6 +5,7 @@
 
 #include <jni.h>
 
+#include <functional>
 #include <string>
 
 namespace bench {
@@ -23,6 +24,10 @@ void installCounting();
 
 /// What has been counted: the events, and the sum of one field of each.
 Arrived arrivedEvents();
+
+/// Has Java describe each event, while `work` runs. The last one: all its fields and those of its
+/// objects, or an empty text.
+std::string describeEvent(const std::function<void()>& work);
 
 /// Makes a proxy with a method of Variants, a local reference.
 jobject makeProxy(const char* method);

@@ -68,10 +68,12 @@ struct Outcome {
     std::vector<unsigned char> record; ///< of the last command
     int surfaces;
     std::vector<std::string> lines;
+    std::string event; ///< all fields of the Java object, for events
 };
 
 Outcome runOnce(const Operation& operation, const Variant& variant) {
-    variant.run(1); // a thread's first event has lines of its own
+    // Not the one whose lines are kept: a thread's first event has lines of its own.
+    const std::string event = describeEvent([&] { variant.run(1); });
     quiet::takeLines();
     const Arrived before = operation.arrived();
     quiet::setMask(~0UL);
@@ -79,9 +81,23 @@ Outcome runOnce(const Operation& operation, const Variant& variant) {
     quiet::setMask(0);
     const Arrived after = operation.arrived();
     const quiet::Sends& sends = quiet::sends();
-    return {after.count - before.count, after.sum - before.sum,
-            std::vector<unsigned char>(sends.record, sends.record + sends.size), sends.surfaces,
-            quiet::takeLines()};
+    return {after.count - before.count,
+            after.sum - before.sum,
+            std::vector<unsigned char>(sends.record, sends.record + sends.size),
+            sends.surfaces,
+            quiet::takeLines(),
+            event};
+}
+
+/// The place where two texts differ.
+std::string difference(const std::string& text, const std::string& expected) {
+    constexpr size_t kShown = 40;
+    const auto at = static_cast<size_t>(
+        std::mismatch(text.begin(), text.end(), expected.begin(), expected.end()).first -
+        text.begin());
+    const size_t start = at > kShown ? at - kShown : 0;
+    return "\"" + text.substr(start, 2 * kShown) + "\" in place of \"" +
+           expected.substr(start, 2 * kShown) + "\"";
 }
 
 /// Names the first line that differs.
@@ -177,9 +193,13 @@ void checkVariants(const Operation& operation) {
         if (variant.name == "bridge") {
             expected = outcome;
             require(!outcome.lines.empty(), what + ": it writes no lines");
+            require(outcome.event.empty() == (operation.group != "events"),
+                    what + ": no event has reached Java");
             continue;
         }
         require(outcome.sum == expected.sum, what + ": another content than the bridge's");
+        require(outcome.event == expected.event, what + ": another Java event than the bridge's, " +
+                                                     difference(outcome.event, expected.event));
         require(outcome.record == expected.record, what + ": another record than the bridge's");
         require(outcome.surfaces == expected.surfaces,
                 what + ": another number of surfaces than the bridge's");

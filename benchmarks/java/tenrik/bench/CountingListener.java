@@ -23,11 +23,33 @@ public final class CountingListener implements DtvEventListener {
     private static final long[] COUNTS = new long[(THREADS + 1) * STRIDE];
     private static final long[] SUMS = new long[(THREADS + 1) * STRIDE];
 
+    private static boolean describes;
+    private static String description = "";
+
     private CountingListener() {}
 
     /** Has all events counted from now on. */
     static void install() {
         BGCallBack.setListener(new CountingListener());
+    }
+
+    /**
+     * Has each event described from now on, or not; that takes longer than the event.
+     *
+     * @param wanted whether it is wanted
+     */
+    static void describe(boolean wanted) {
+        describes = wanted;
+        description = "";
+    }
+
+    /**
+     * The last event that was described.
+     *
+     * @return all its fields and those of its objects; empty when there is none
+     */
+    static String description() {
+        return description;
     }
 
     /**
@@ -55,44 +77,48 @@ public final class CountingListener implements DtvEventListener {
      * @param b what is added up
      */
     public static void onInts(int a, int b) {
-        add(a, b);
+        COUNTS[a * STRIDE]++;
+        SUMS[a * STRIDE] += b;
     }
 
     @Override
     public void onEvDtvsvCreateReply(BG_EV_DTVSV_CREATE_REPLY event) {
-        add(event.handle(), event.result());
+        add(event, event.handle(), event.result());
     }
 
     @Override
     public void onEvDtvsvControlDecodeAudioReply(BG_EV_DTVSV_CONTROL_DECODE_AUDIO_REPLY event) {
-        add(event.handle(), event.result() + 1);
+        add(event, event.handle(), event.result() + 1);
     }
 
     @Override
     public void onEvDtvsvNetworkInfoNotify(BG_EV_DTVSV_NETWORK_INFO_NOTIFY event) {
-        add(event.handle(), event.network_info().nw_name().length());
+        add(event, event.handle(), event.network_info().nw_name().length());
     }
 
     @Override
     public void onEvDtvsvServiceInfoNotify(BG_EV_DTVSV_SERVICE_INFO_NOTIFY event) {
         BG_TS_DTVSVLIB_SERVICE_INFO[] services = event.stream_info().service_info();
-        add(event.handle(), services[services.length - 1].name().length());
+        add(event, event.handle(), services[services.length - 1].name().length());
     }
 
     @Override
     public void onEvDtvsvReceiveEpgInfoNotify(BG_EV_DTVSV_RECEIVE_EPG_INFO_NOTIFY event) {
         BG_TS_DTVSVLIB_PRG_INFO[] following = event.epg_info().after_prg_info();
-        add(event.handle(), following[following.length - 1].text().length());
+        add(event, event.handle(), following[following.length - 1].text().length());
     }
 
     @Override
     public void onEvDtvsvBmlMailReq(BG_EV_DTVSV_BML_MAIL_REQ event) {
-        add(event.handle(), event.mail_req().data().length());
+        add(event, event.handle(), event.mail_req().data().length());
     }
 
-    private static void add(int handle, int value) {
+    private static void add(Record event, int handle, int value) {
         COUNTS[handle * STRIDE]++;
         SUMS[handle * STRIDE] += value;
+        if (describes) {
+            description = event.toString();
+        }
     }
 
     private static long total(long[] values) {
