@@ -20,7 +20,7 @@ def run_program(command, environment):
             command, stdout=output, stderr=subprocess.PIPE, text=True, env=environment
         ) as program:
             for line in program.stderr:
-                # The VM's word about the foreign interface is known.
+                # The VM's warning about the foreign interface says nothing new.
                 if "incubator modules" not in line:
                     print(line, end="", file=sys.stderr, flush=True)
         if program.returncode != 0:
@@ -68,8 +68,8 @@ def run_in_one(programs, groups, operations, result):
     wanted = operations + [group for group in groups if group in IN_ONE_RUN and not GROUPS[group]]
     if not wanted:
         return
-    add(result, programs.run("dtv-bench", *(word for name in wanted for word in ("--only", name))))
-    measured = {word for done in result["operations"] for word in (done["name"], done["group"])}
+    add(result, programs.run("dtv-bench", *(argument for name in wanted for argument in ("--only", name))))
+    measured = {done[key] for done in result["operations"] for key in ("name", "group")}
     missing = set(wanted) - measured
     if missing:
         raise Failure("not measured: " + ", ".join(sorted(missing)), 1)

@@ -67,7 +67,7 @@ void postEvents(int count) {
     }
 }
 
-/// The simulated service, in time that passes when it is told to.
+/// The simulated service. Its time passes when it is advanced.
 simulator::Simulator& service() {
     static const std::shared_ptr<simulator::Simulator> only = [] {
         simulator::Options options;

@@ -16,7 +16,7 @@ namespace {
 
 constexpr double kKibibyte = 1024;
 
-/// What may differ between two looks without anything being left behind: the VM compiles, and the C
+/// What may differ between two looks although nothing was left: the VM compiles, and the C
 /// library keeps what was given back. A local reference left by each event of a million takes 8
 /// bytes or more natively, and its object 16 or more in the heap.
 constexpr double kMostGrowthOfProcess = 4096; ///< KiB

@@ -1,4 +1,4 @@
-// What a long run leaves behind in memory.
+// What a long run leaves in memory.
 #pragma once
 
 #include "runner/rounds.h"
