@@ -1,4 +1,4 @@
-// Making Java objects of an event's record. After the first thing that cannot be made nothing more
+// Making Java objects of a record. After the first thing that cannot be made nothing more
 // is made.
 #pragma once
 

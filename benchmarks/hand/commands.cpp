@@ -1,4 +1,5 @@
 // The commands of the hand-written bridge, and what the outside sees of it.
+#include "hand/builder.h"
 #include "hand/display.h"
 #include "hand/hand.h"
 #include "hand/sending.h"
@@ -28,25 +29,31 @@ jobject controlDecodeAudio(JNIEnv* env, jobject, jint handle, jint onoff) {
 
 template <class Policy>
 jobject makeSyncAnswer(JNIEnv* env, jint result, jint handle) {
-    constexpr TE_DTVSV_METHODID kConstructor = kNew_BG_TS_DTVSVLIB_CONTROL_DECODE_AUDIO_SYNC_INFO;
-    const int class_id = kMethodTable[kConstructor].class_id;
-    LISTENER_LINE(kDebug, "CallMethod", "CallMethod, method_id = %d, class_id = %d, attr_id = %d",
-                  static_cast<int>(kConstructor), class_id, kInstanceMethod);
-    LISTENER_LINE(trace::kInfo, "CallMethod", "CallMethod, NewObject");
-    jvalue values[2];
-    values[0].i = result;
-    values[1].i = handle;
+    return Builder<Policy>(env).make(kNew_BG_TS_DTVSVLIB_CONTROL_DECODE_AUDIO_SYNC_INFO, result,
+                                     handle);
+}
+
+/// The answer that a reply record becomes.
+template <class Policy>
+jobject readSyncAnswer(JNIEnv* env, [[maybe_unused]] int message_id,
+                       const TS_COMMON_SYNC_REPLY& reply) {
+    constexpr const char* kMaker = "makeComReplyObjSync";
+    constexpr const char* kSubMaker = "makeComSubReplyObjSync";
+    NATIVE_LINE(kFuncStart, kMaker, "");
+    NATIVE_LINE(kFuncStart, kSubMaker, "message_id = 0x%x", static_cast<unsigned>(message_id));
+    NATIVE_LINE(kDebug, kSubMaker, "retvalue = %d", 0);
+    NATIVE_LINE(kDebug, kSubMaker, "com_data->handle = %d", reply.handle);
+    NATIVE_LINE(kDebug, kSubMaker, "com_data->return_value = %d", reply.return_value);
     const jobject answer =
-        env->NewObjectA(java.classes[class_id], java.methods[kConstructor], values);
-    LISTENER_LINE(trace::kInfo, "setJavaMethod", "setJavaMethod");
+        makeSyncAnswer<Policy>(env, static_cast<jint>(reply.return_value), jint{reply.handle});
+    NATIVE_LINE(kFuncEnd, kSubMaker, "");
+    NATIVE_LINE(kFuncEnd, kMaker, "");
     return answer;
 }
 
 template <class Policy>
 jobject controlDecodeAudioSync(JNIEnv* env, jobject, jint handle, jint onoff) {
     constexpr const char* kFunction = "dtvSvLibControlDecodeAudio_Sync";
-    constexpr const char* kMaker = "makeComReplyObjSync";
-    constexpr const char* kSubMaker = "makeComSubReplyObjSync";
     constexpr const CommandRow& kRow = command_row::kControlDecodeAudio_Sync;
     NATIVE_LINE(kFuncStart, kFunction, "hdl = %d", handle);
     if (onoff > kLastOnOff) {
@@ -71,16 +78,7 @@ jobject controlDecodeAudioSync(JNIEnv* env, jobject, jint handle, jint onoff) {
         return makeSyncAnswer<Policy>(env, kAbortNg, record.handle);
     }
     NATIVE_LINE(kFuncEnd, kFunction, "ret = %d", 0);
-    NATIVE_LINE(kFuncStart, kMaker, "");
-    NATIVE_LINE(kFuncStart, kSubMaker, "message_id = 0x%x", static_cast<unsigned>(kRow.id));
-    NATIVE_LINE(kDebug, kSubMaker, "retvalue = %d", 0);
-    NATIVE_LINE(kDebug, kSubMaker, "com_data->handle = %d", reply.handle);
-    NATIVE_LINE(kDebug, kSubMaker, "com_data->return_value = %d", reply.return_value);
-    const jobject answer =
-        makeSyncAnswer<Policy>(env, static_cast<jint>(reply.return_value), jint{reply.handle});
-    NATIVE_LINE(kFuncEnd, kSubMaker, "");
-    NATIVE_LINE(kFuncEnd, kMaker, "");
-    return answer;
+    return readSyncAnswer<Policy>(env, kRow.id, reply);
 }
 
 // ---- An object of two ints.

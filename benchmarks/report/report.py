@@ -91,6 +91,8 @@ try:
 except Failure as failure:
     print(f"bench: {failure}", file=sys.stderr)
     sys.exit(failure.status)
+except KeyboardInterrupt:
+    sys.exit(130)
 except OSError as error:
     # The table has nowhere to go.
     print(f"bench: {error.strerror}", file=sys.stderr)

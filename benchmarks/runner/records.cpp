@@ -19,7 +19,7 @@ void put(char (&field)[Size], const std::string& text) {
 template <size_t Size>
 void fillUnits(char (&field)[Size], const std::string& text) {
     for (size_t i = 0; i < Size / 2; ++i) {
-        const auto unit = static_cast<uint16_t>(text[i % text.size()]);
+        const auto unit = static_cast<uint16_t>(static_cast<unsigned char>(text[i % text.size()]));
         std::memcpy(field + 2 * i, &unit, sizeof(unit));
     }
 }

@@ -24,6 +24,7 @@ void startVm(const std::vector<std::string>& further_options) {
                                       "-XX:-UsePerfData", "-XX:-CreateCoredumpOnCrash"};
     texts.insert(texts.end(), further_options.begin(), further_options.end());
     std::vector<JavaVMOption> options;
+    options.reserve(texts.size());
     for (std::string& text : texts) {
         options.push_back({text.data(), nullptr});
     }
