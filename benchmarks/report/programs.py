@@ -32,9 +32,9 @@ def run_program(command, environment):
 class Programs:
     """The programs of a build."""
 
-    def __init__(self, build, launcher, check):
+    def __init__(self, build, library_path, check):
         self.build = build
-        self.launcher = launcher
+        self.environment = {"LD_LIBRARY_PATH": library_path} if library_path else {}
         self.check = check
 
     def run(self, program, *arguments, **environment):
@@ -43,7 +43,6 @@ class Programs:
             class_path = file.read()
         return run_program(
             [
-                *self.launcher,
                 f"{folder}/bin/{program}",
                 "--library", f"{self.build}/lib/libDtv_jni.so",
                 "--peers", f"{folder}/lib/libbench_peers.so",
@@ -51,7 +50,7 @@ class Programs:
                 *(["--check"] if self.check else []),
                 *arguments,
             ],
-            {**os.environ, **environment},
+            {**os.environ, **self.environment, **environment},
         )
 
 

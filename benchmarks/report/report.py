@@ -5,7 +5,6 @@ import argparse
 import json
 import os
 import re
-import shlex
 import sys
 
 from machine import machine
@@ -38,7 +37,7 @@ def arguments():
     parser = argparse.ArgumentParser()
     parser.add_argument("--build", required=True)
     parser.add_argument("--small", help="a build for size, of the library alone")
-    parser.add_argument("--launcher", default="", help="what a program of the build is started with")
+    parser.add_argument("--library-path", help="where a program of the build finds libraries")
     parser.add_argument("--only", action="append", default=[])
     parser.add_argument("--groups", action="store_true", help="prints the groups that are wanted, and does no more")
     parser.add_argument("--json")
@@ -53,7 +52,7 @@ def measure(options, groups, operations):
         "operations": [],
         "checks": {"held": 0, "failed": 0},
     }
-    programs = Programs(options.build, shlex.split(options.launcher), options.check)
+    programs = Programs(options.build, options.library_path, options.check)
     run_in_one(programs, groups, operations, result)
     if "load" in groups:
         run_loads(programs, result)
