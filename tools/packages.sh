@@ -35,6 +35,12 @@ lint_packages=clang-tidy
 i386_packages=g++-i686-linux-gnu
 armhf_packages="g++-arm-linux-gnueabihf qemu-user"
 
+# To build and run the benchmarks besides.
+bench_packages="
+    libjna-java
+    libjnr-ffi-java
+    python3"
+
 # Installs those of the packages that are missing, with apt-get, as root or through sudo. Silent when
 # none is; what apt-get says is shown when it fails.
 need() {
