@@ -71,7 +71,7 @@ TEST(LineFormat, WritesNumbersOfEveryLength) {
     for (const int value : {0, 1, -1, 9, 10, -10, 99, 100, 12345, -12345, INT_MAX, INT_MIN}) {
         expectSameInts(value);
     }
-    for (const long value : {0l, 1l, -1l, 10l, 4294967296l % LONG_MAX, LONG_MAX, LONG_MIN}) {
+    for (const long value : {0l, 1l, -1l, 10l, LONG_MAX, LONG_MIN}) {
         expectSameLongs(value);
     }
     long power = 1;

@@ -48,7 +48,6 @@ protected:
 
 TEST_F(LogSinks, GetEveryLineOfFourThreadsWhileTheyAreReplaced) {
     constexpr int kThreads = 4;
-    constexpr int kLines = 5000;
     std::atomic<int> lines{0};
     std::atomic<int> sinks{0};
     const auto add = [&] {
@@ -66,23 +65,29 @@ TEST_F(LogSinks, GetEveryLineOfFourThreadsWhileTheyAreReplaced) {
             });
     };
     add();
-    std::atomic<int> running{kThreads};
+    std::atomic<int> written{0};
+    std::atomic<bool> done{false};
     std::vector<std::thread> threads;
     for (int thread = 0; thread < kThreads; ++thread) {
         threads.emplace_back([&] {
-            for (int number = 0; number < kLines; ++number) {
+            for (int number = 0; !done; ++number) {
                 DtvSvCom_Log(2, 6, "module", 2, "line %d", number);
+                ++written;
             }
-            --running;
         });
     }
-    while (running > 0) {
+    for (int round = 0; round < 500; ++round) {
+        const int before = lines;
         add();
+        while (lines == before) {
+            std::this_thread::yield();
+        }
     }
+    done = true;
     for (std::thread& thread : threads) {
         thread.join();
     }
-    EXPECT_EQ(lines, kThreads * kLines);
+    EXPECT_EQ(lines, written);
     EXPECT_EQ(sinks, 1) << "the old ones are gone";
     dtv::setLogSink(nullptr);
     EXPECT_EQ(sinks, 0);
