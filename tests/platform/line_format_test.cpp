@@ -132,7 +132,7 @@ TEST(LineFormat, WritesRandomValues) {
         const auto word = static_cast<unsigned>(static_cast<uint32_t>(bits));
         const auto large = static_cast<long>(sign);
         const auto large_word = static_cast<unsigned long>(bits);
-        std::string text(random() % 40, ' ');
+        std::string text(static_cast<size_t>(random() % 40), ' ');
         for (char& character : text) {
             character = static_cast<char>(random() % 255 + 1);
         }
