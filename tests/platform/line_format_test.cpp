@@ -74,8 +74,8 @@ TEST(LineFormat, WritesNumbersOfEveryLength) {
     for (const long value : {0l, 1l, -1l, 10l, LONG_MAX, LONG_MIN}) {
         expectSameLongs(value);
     }
-    long power = 1;
-    for (size_t bit = 0; bit + 1 < sizeof(long) * 8; ++bit, power *= 2) {
+    for (size_t bit = 0; bit + 1 < sizeof(long) * 8; ++bit) {
+        const long power = 1l << bit;
         expectSameLongs(power);
         expectSameLongs(power - 1);
         expectSameLongs(-power);
