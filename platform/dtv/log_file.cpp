@@ -48,7 +48,7 @@ bool LogFile::writeWhole(const char* line, size_t size) {
         if (result >= 0) {
             done += static_cast<size_t>(result);
         } else if (errno != EINTR) {
-            fail(static_cast<off_t>(done));
+            fail(done);
             return false;
         }
     }
@@ -57,7 +57,7 @@ bool LogFile::writeWhole(const char* line, size_t size) {
 
 /// Ends the log after the first `done` bytes of a line. They are removed, so that nothing that
 /// another writer appends later continues them.
-void LogFile::fail(off_t done) {
+void LogFile::fail(size_t done) {
     const int error = errno;
     if (tally_ == nullptr) {
         return; // there is no other place to say it
@@ -73,7 +73,7 @@ void LogFile::fail(off_t done) {
     struct stat status = {};
     if (done > 0 && fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode) &&
         lseek(descriptor_, 0, SEEK_CUR) == status.st_size &&
-        ftruncate(descriptor_, status.st_size - done) != 0) {
+        ftruncate(descriptor_, status.st_size - static_cast<off_t>(done)) != 0) {
         return; // then it is the last line, and not whole
     }
 }

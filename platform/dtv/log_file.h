@@ -3,8 +3,6 @@
 
 #include "write_tally.h"
 
-#include <sys/types.h>
-
 #include <cstddef>
 
 namespace dtv {
@@ -29,7 +27,7 @@ public:
 
 private:
     bool writeWhole(const char* line, size_t size);
-    void fail(off_t done);
+    void fail(size_t done);
 
     int descriptor_;
     WriteTally* tally_ = nullptr; ///< of the file; null for standard error
