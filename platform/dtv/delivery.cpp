@@ -191,7 +191,8 @@ bool Delivery::waitUntilDelivered(std::chrono::milliseconds limit) {
     const std::chrono::milliseconds bounded =
         std::min<std::chrono::milliseconds>(limit, std::chrono::hours(24));
     const auto deadline = std::chrono::steady_clock::now() + bounded;
-    std::unique_lock<std::mutex> lock(mutex_);
+    std::unique_lock<std::mutex> lock(mutex_, std::defer_lock);
+    lockSoon(lock); // a delivery thread may just be taking the event
     const uint64_t target = next_number_;
     const auto ended = [this, target] {
         return firstUndelivered() >= target || first_dropped_ < target;

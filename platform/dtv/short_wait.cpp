@@ -9,14 +9,15 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int most_credit = 4;
-
-/// Without credit one wait of this number is a trial. It doubles with each trial in vain.
+/// While waits sleep, one wait of this number is a trial. It doubles with each trial in vain.
 constexpr int least_interval = 32;
 constexpr int most_interval = 1024;
 
+/// After this number of waits that were not in vain one that is in vain is an exception.
+constexpr int usual_successes = 8;
+
 /// The longest pause between two attempts to lock, in turns of pause().
-constexpr int longest_pause = 32;
+constexpr int longest_pause = 64;
 
 bool severalProcessors() {
     static const bool several = std::thread::hardware_concurrency() > 1;
@@ -40,7 +41,7 @@ ShortWait::Time ShortWait::limit() {
     if (!severalProcessors()) {
         return Time::zero();
     }
-    if (credit_ > 0) {
+    if (awake_) {
         return usual;
     }
     ++skipped_;
@@ -52,14 +53,18 @@ ShortWait::Time ShortWait::limit() {
 }
 
 void ShortWait::learn(bool came) {
+    const bool usually_comes = successes_ >= usual_successes;
     if (came) {
-        credit_ = std::min(credit_ + 1, most_credit);
-        interval_ = least_interval;
-    } else if (credit_ > 0) {
-        --credit_;
-    } else {
-        interval_ = std::min(interval_ * 2, most_interval);
+        successes_ += awake_ && !usually_comes ? 1 : 0;
+        awake_ = true;
+        return;
     }
+    // After an exception the next wait is a trial. It lasts until the other thread, which slept
+    // meanwhile, is awake again.
+    interval_ = usually_comes ? least_interval : std::min(interval_ * 2, most_interval);
+    skipped_ = usually_comes ? interval_ : 0;
+    successes_ = 0;
+    awake_ = false;
 }
 
 void waitAwake(std::unique_lock<std::mutex>& lock, const Signal& signal, ShortWait::Time limit) {

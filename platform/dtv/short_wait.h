@@ -43,9 +43,10 @@ public:
 
 private:
     const Time trial_;
-    int credit_ = 0;  ///< waits that may be in vain before the next ones sleep at once
-    int skipped_ = 0; ///< waits since the last trial
-    int interval_;    ///< waits from one trial to the next, while there is no credit
+    bool awake_ = false; ///< the next wait is to stay awake
+    int successes_ = 0;  ///< waits awake, one after the other, that were not in vain
+    int skipped_ = 0;    ///< waits asleep since the last trial
+    int interval_;       ///< waits from one trial to the next
 };
 
 /// Releases the lock and waits until `signal` is given, for `limit` at most.
