@@ -153,6 +153,10 @@ JNIEXPORT jintArray JNICALL Java_tenrik_desk_core_Simulator_arrivals(JNIEnv* env
     return result;
 }
 
+JNIEXPORT jlong JNICALL Java_tenrik_desk_core_Simulator_mostEventsWaiting(JNIEnv*, jclass) {
+    return static_cast<jlong>(dtv::mostWaiting());
+}
+
 JNIEXPORT jint JNICALL Java_tenrik_desk_core_Simulator_newSurface(JNIEnv*, jclass) {
     // The program's own reference is never dropped: Java objects may hold the address for ever.
     auto* surface = new android::Surface;

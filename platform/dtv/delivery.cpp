@@ -27,8 +27,10 @@ std::unique_ptr<unsigned char[]> copyRecord(const void* data, int size) {
         return nullptr;
     }
     const size_t length = size > 0 ? static_cast<size_t>(size) : 0;
-    auto record = std::make_unique<unsigned char[]>(std::max(length, smallest_record));
+    const size_t room = std::max(length, smallest_record);
+    std::unique_ptr<unsigned char[]> record(new unsigned char[room]); // not filled with zeros first
     std::memcpy(record.get(), data, length);
+    std::memset(record.get() + length, 0, room - length);
     return record;
 }
 
@@ -90,7 +92,9 @@ bool Delivery::begin(std::unique_lock<std::mutex>& lock, Call& call) {
 /// With the lock held: the callback has returned.
 void Delivery::end(const Call& call) {
     admission_.end(call.ticket);
-    progress_.notify_all();
+    if (closed_) {
+        progress_.notify_all(); // somebody waits for the last one
+    }
 }
 
 /// Without the lock: delivers what begin() began, and lets the listener go.
@@ -111,7 +115,8 @@ int Delivery::callListener(Call& call, int event_id, void* data, int size) {
 }
 
 bool Delivery::post(Event event) {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    std::unique_lock<std::mutex> lock(mutex_, std::defer_lock);
+    lockSoon(lock);
     if (closed_ || !hasOwnedListener()) {
         return false;
     }
@@ -122,7 +127,13 @@ bool Delivery::post(Event event) {
     }
     event.number = next_number_++;
     queue_.push_back(std::move(event));
-    work_.notify_one();
+    most_waiting_ = std::max(most_waiting_, queue_.size());
+    const bool wake = wakeIsNeeded();
+    work_signal_.give();
+    lock.unlock();
+    if (wake) {
+        work_.notify_one();
+    }
     return true;
 }
 
@@ -147,13 +158,23 @@ void Delivery::deliverPosted(std::unique_lock<std::mutex>& lock, Event event) {
         lock.unlock();
         callListener(call, event.id, event.record.get(), event.size);
         event.record.reset();
-        lock.lock();
+        lockSoon(lock);
         end(call);
     } else if (closed_) {
         first_dropped_ = std::min(first_dropped_, event.number);
     } // else its listener was destroyed meanwhile, and the event is lost
     in_delivery_.erase(std::find(in_delivery_.begin(), in_delivery_.end(), event.number));
-    progress_.notify_all();
+    noteProgress();
+}
+
+/// With the lock held: a posted event is no longer in delivery. Wakes those who wait for that, when
+/// it is the last one that they wait for.
+void Delivery::noteProgress() {
+    progress_signal_.give();
+    if (closed_ || (awaited_ != none && firstUndelivered() >= awaited_)) {
+        awaited_ = none; // who still has to wait says so again
+        progress_.notify_all();
+    }
 }
 
 /// With the lock held: every event with a smaller number has been delivered.
@@ -169,12 +190,34 @@ bool Delivery::waitUntilDelivered(std::chrono::milliseconds limit) {
     // A day is for ever, and does not overflow the clock.
     const std::chrono::milliseconds bounded =
         std::min<std::chrono::milliseconds>(limit, std::chrono::hours(24));
-    std::unique_lock<std::mutex> lock(mutex_);
+    const auto deadline = std::chrono::steady_clock::now() + bounded;
+    std::unique_lock<std::mutex> lock(mutex_, std::defer_lock);
+    lockSoon(lock); // a delivery thread may just be taking the event
     const uint64_t target = next_number_;
-    progress_.wait_for(lock, bounded, [this, target] {
+    const auto ended = [this, target] {
         return firstUndelivered() >= target || first_dropped_ < target;
-    });
+    };
+    // Several events take too long to stay awake for.
+    if (!ended() && target - firstUndelivered() == 1 && bounded.count() > 0) {
+        const ShortWait::Time awake = short_wait_for_progress_.limit();
+        if (awake.count() > 0) {
+            ++progress_awaited_;
+            waitAwake(lock, progress_signal_, awake);
+            --progress_awaited_;
+            short_wait_for_progress_.learn(ended());
+        }
+    }
+    bool in_time = true;
+    while (!ended() && in_time) {
+        awaited_ = std::min(awaited_, target);
+        in_time = progress_.wait_until(lock, deadline) == std::cv_status::no_timeout;
+    }
     return firstUndelivered() >= target;
+}
+
+size_t Delivery::mostWaiting() {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    return most_waiting_;
 }
 
 void registerListener(DtvSvLibListener* listener) {
@@ -204,6 +247,10 @@ void setDeliveryThreads(int count) {
 
 bool waitUntilDelivered(std::chrono::milliseconds limit) {
     return Delivery::instance().waitUntilDelivered(limit);
+}
+
+size_t mostWaiting() {
+    return Delivery::instance().mostWaiting();
 }
 
 void stopDelivery() {

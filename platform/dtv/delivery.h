@@ -6,6 +6,7 @@
 #pragma once
 
 #include "admission.h"
+#include "short_wait.h"
 
 #include <DtvSvLibListener.h>
 
@@ -51,6 +52,7 @@ public:
     int deliver(int event_id, void* data, int size);
     void setThreads(int count);
     bool waitUntilDelivered(std::chrono::milliseconds limit);
+    size_t mostWaiting();
     void stop();
     void closeAtExit();
 
@@ -70,13 +72,20 @@ private:
 
     static int runThread(void* number);
     void run();
+    void waitForWork(std::unique_lock<std::mutex>& lock);
+    bool wakeIsNeeded();
+    bool hasWork() const { return ending_ || (!closed_ && !queue_.empty()); }
     void deliverPosted(std::unique_lock<std::mutex>& lock, Event event);
     bool hasOwnedListener() const;
     bool begin(std::unique_lock<std::mutex>& lock, Call& call);
     void end(const Call& call);
     int callListener(Call& call, int event_id, void* data, int size);
     void startThreads();
+    void noteProgress();
     uint64_t firstUndelivered() const;
+
+    static constexpr uint64_t none =
+        std::numeric_limits<uint64_t>::max(); ///< the number of no event
 
     static thread_local int deliveries_here; ///< under way on this thread, one inside the other
     /// The number of the last listener that this thread has delivered to; 0: to none yet.
@@ -85,7 +94,16 @@ private:
 
     std::mutex mutex_; ///< guards everything below; never held while the listener runs or goes
     std::condition_variable work_;     ///< there may be something to do for a delivery thread
-    std::condition_variable progress_; ///< a delivery or a delivery thread has ended
+    std::condition_variable progress_; ///< what somebody waits for may have been reached
+    Signal work_signal_;               ///< the same, for those who wait without sleeping
+    Signal progress_signal_;
+    ShortWait short_wait_for_work_{ShortWait::usual};
+    /// Trials are as long as a delivery thread needs to wake and to deliver an event.
+    ShortWait short_wait_for_progress_{ShortWait::Time(100)};
+    int progress_awaited_ = 0;  ///< threads that wait for progress without sleeping
+    bool work_awaited_ = false; ///< a delivery thread waits for work without sleeping
+    int sleepers_ = 0;          ///< delivery threads that sleep until there is work
+    bool waking_ = false;       ///< one of them has been woken and has not come yet
 
     const DtvSvLibListener* listener_address_ = nullptr;
     android::wp<DtvSvLibListener> listener_;
@@ -93,8 +111,10 @@ private:
     std::deque<Event> queue_;
     std::vector<uint64_t> in_delivery_; ///< numbers of the posted events that left the queue
     uint64_t next_number_ = 0;
-    uint64_t first_dropped_ = std::numeric_limits<uint64_t>::max();
-    Admission admission_; ///< of all deliveries, those on foreign threads included
+    uint64_t first_dropped_ = none;
+    uint64_t awaited_ = none; ///< the least number of events that somebody waits for asleep
+    size_t most_waiting_ = 0; ///< the longest that the queue has been
+    Admission admission_;     ///< of all deliveries, those on foreign threads included
     int wanted_threads_ = 1;
     int started_threads_ = 0;
     int live_threads_ = 0;

@@ -65,15 +65,51 @@ int Delivery::runThread(void* number) {
 void Delivery::run() {
     std::unique_lock<std::mutex> lock(mutex_);
     for (;;) {
-        // Closed without ending is the end of the process: the thread stays where it is.
-        work_.wait(lock, [this] { return ending_ || (!closed_ && !queue_.empty()); });
+        waitForWork(lock);
         if (ending_) {
             return;
         }
         Event event = std::move(queue_.front());
         queue_.pop_front();
+        if (wakeIsNeeded()) {
+            work_.notify_one();
+        }
         deliverPosted(lock, std::move(event));
     }
+}
+
+/// With the lock held, which it releases while it waits.
+void Delivery::waitForWork(std::unique_lock<std::mutex>& lock) {
+    // One thread at a time: the next event needs no more. A thread that waits awake for the event
+    // just delivered is likely to post the next one at once.
+    if (!hasWork() && !work_awaited_) {
+        const ShortWait::Time awake =
+            progress_awaited_ > 0 ? ShortWait::usual : short_wait_for_work_.limit();
+        if (awake.count() > 0) {
+            work_awaited_ = true;
+            waitAwake(lock, work_signal_, awake);
+            work_awaited_ = false;
+            short_wait_for_work_.learn(hasWork());
+        }
+    }
+    // Closed without ending is the end of the process: the thread stays where it is.
+    while (!hasWork()) {
+        ++sleepers_;
+        work_.wait(lock);
+        --sleepers_;
+        waking_ = false;
+    }
+}
+
+/// With the lock held, after each change of the queue: whether the caller has to wake a delivery
+/// thread. Only one is on its way at a time. When it has taken its event and others are left, it
+/// wakes the next one: so no thread is woken for an event that another takes before it has come.
+bool Delivery::wakeIsNeeded() {
+    if (queue_.empty() || sleepers_ == 0 || work_awaited_ || waking_) {
+        return false;
+    }
+    waking_ = true;
+    return true;
 }
 
 void Delivery::stop() {
@@ -85,7 +121,9 @@ void Delivery::stop() {
         first_dropped_ = std::min(first_dropped_, queue_.front().number);
         dropped.swap(queue_);
     }
+    work_signal_.give();
     work_.notify_all();
+    progress_signal_.give();
     progress_.notify_all();
     admission_.wake();
     // From inside a delivery there is nothing to wait for that could come.

@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <cstdarg>
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -75,6 +76,11 @@ constexpr std::chrono::milliseconds firstEventLimit{1000};
 
 /// Waits until every event posted so far has been delivered. False when `limit` has passed before.
 DTV_EXPORT bool waitUntilDelivered(std::chrono::milliseconds limit);
+
+/// How many posted events have waited for a delivery thread at most, since the process began. It
+/// tells how slow the listener was: more than a few mean that events come faster than it takes
+/// them.
+DTV_EXPORT size_t mostWaiting();
 
 /// Lets no further event begin, waits for those under way, and ends the delivery threads (which
 /// detach from the VM as they end). Final: nothing is delivered afterwards. To be called before the

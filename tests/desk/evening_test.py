@@ -105,6 +105,7 @@ class Evening(DeskTest):
         self.assertEqual(REFUSALS, figures["refusals"])
         self.assertEqual(66, figures["replies"])
         self.assertGreater(figures["clock"], 40)
+        self.assertGreater(figures["most_events_waiting"], 0)
 
     def test_same_seed_same_evening(self):
         text, trace = self.traced(7)

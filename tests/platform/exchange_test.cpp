@@ -101,6 +101,30 @@ TEST_F(Exchange, FillsAShortRecordUpToEightBytes) {
     EXPECT_EQ(listener->events[1].size, -1);
 }
 
+TEST_F(Exchange, CountsTheEventsThatWait) {
+    std::atomic<bool> inside{false};
+    std::atomic<bool> may_end{false};
+    listener->before = [&] {
+        inside = true;
+        while (!may_end) {
+            usleep(100);
+        }
+    };
+    int value = 0;
+    ASSERT_TRUE(dtv::postEvent(5, &value, 4));
+    while (!inside) {
+        usleep(100);
+    }
+    for (int i = 0; i < 1000; ++i) {
+        ASSERT_TRUE(dtv::postEvent(5, &value, 4));
+    }
+    EXPECT_EQ(dtv::mostWaiting(), 1000u) << "no other test has more";
+    may_end = true;
+    ASSERT_TRUE(dtv::waitUntilDelivered(seconds(20)));
+    EXPECT_EQ(dtv::mostWaiting(), 1000u);
+    EXPECT_EQ(listener->events.size(), 1001u);
+}
+
 TEST_F(Exchange, KeepsAListenerWhileItIsCalled) {
     std::atomic<bool> inside{false};
     std::atomic<bool> may_end{false};

@@ -88,6 +88,13 @@ public final class Simulator {
     }
 
     /**
+     * How many events have waited at most, for the callbacks of those before them.
+     *
+     * @return events that were posted and not yet given to the bridge
+     */
+    public static native long mostEventsWaiting();
+
+    /**
      * Makes a native surface that lasts as long as the process.
      *
      * @return its address, for {@link android.view.Surface}

@@ -54,7 +54,8 @@ public final class EveningCommand implements Callable<Integer> {
             showChannelTable(screen, desk.plan());
             boolean complete = play(desk, screen, summary);
             Summary.Result result = summary.result(Simulator.calls(), desk.events().received(),
-                    complete, options.city(), options.seed(), Simulator.now() / 1e3);
+                    complete, options.city(), options.seed(), Simulator.now() / 1e3,
+                    Simulator.mostEventsWaiting());
             showSummary(result);
             return result.ok() ? ExitStatus.OK : ExitStatus.FAILED;
         } catch (DeskException failure) {

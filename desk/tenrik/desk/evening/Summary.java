@@ -9,6 +9,7 @@ import java.util.Map;
 import java.util.Set;
 
 import com.google.gson.GsonBuilder;
+import com.google.gson.annotations.SerializedName;
 
 import tenrik.desk.core.Columns;
 import tenrik.service.dtvserver.DtvEventListener;
@@ -49,7 +50,7 @@ final class Summary {
      * @param complete whether no part was left out: then all natives and callbacks are required
      */
     Result result(Map<String, Integer> calls, Map<String, Integer> received, boolean complete,
-            String city, Integer seed, double clock) {
+            String city, Integer seed, double clock, long mostEventsWaiting) {
         List<String> notCalled = calls.entrySet().stream().filter(call -> call.getValue() == 0)
                 .map(Map.Entry::getKey).toList();
         List<String> callbacks = Arrays.stream(DtvEventListener.class.getMethods())
@@ -67,7 +68,7 @@ final class Summary {
                 new Callbacks(received.size(), callbacks.size(),
                         NEVER_CALLED.stream().sorted().toList(), notReceived,
                         received.values().stream().mapToInt(Integer::intValue).sum()),
-                replies, refusals, (System.nanoTime() - begun) / 1e9, clock);
+                replies, refusals, (System.nanoTime() - begun) / 1e9, clock, mostEventsWaiting);
     }
 
     /** Which natives' commands have reached the service. */
@@ -83,10 +84,12 @@ final class Summary {
      * @param failure what was not; null when everything was
      * @param seconds real time
      * @param clock seconds on the service's clock
+     * @param mostEventsWaiting how many events have waited at most until a callback was free
      */
     record Result(boolean ok, String failure, String city, Integer seed, Natives natives,
             Callbacks callbacks, int replies, Map<String, String> refusals, double seconds,
-            double clock) {
+            double clock,
+            @SerializedName("most_events_waiting") long mostEventsWaiting) {
         /** The figures as a table. */
         List<String> lines() {
             List<String> lines = new ArrayList<>();
