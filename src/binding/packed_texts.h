@@ -65,27 +65,31 @@ constexpr size_t length(const char* text) {
     return length;
 }
 
-/// Packs a text and its end into `out`, or only counts its bytes when that is null. Returns their
-/// number.
-constexpr size_t pack(const char* text, char* out) {
-    size_t bytes = 0;
-    while (*text != '\0') {
-        char byte = *text;
-        size_t taken = 1;
-        for (int word = 0; word < kWordCount; ++word) {
-            if (*text == kWords[word].text[0] && match(text, kWords[word]) != 0) {
-                byte = static_cast<char>(word + 1);
-                taken = match(text, kWords[word]);
-                break;
+/// What comes first in a text: the byte that is packed for it, and how many characters that is.
+struct Step {
+    char byte;
+    size_t taken;
+};
+
+constexpr Step firstOf(const char* text) {
+    for (int number = 0; number < kWordCount; ++number) {
+        if (*text == kWords[number].text[0]) {
+            if (const size_t taken = match(text, kWords[number]); taken != 0) {
+                return {static_cast<char>(number + 1), taken};
             }
         }
-        if (out != nullptr) {
-            out[bytes] = byte;
-        }
-        ++bytes;
-        text += taken;
     }
-    return bytes + 1;
+    return {*text, 1};
+}
+
+/// How many bytes a text takes when it is packed, with its end.
+constexpr size_t packedLength(const char* text) {
+    size_t bytes = 1;
+    while (*text != '\0') {
+        text += firstOf(text).taken;
+        ++bytes;
+    }
+    return bytes;
 }
 
 /// Unpacks a text and its end into `out`. Returns where the next byte would go.
@@ -95,7 +99,7 @@ template <class Table>
 constexpr size_t packedBytes() {
     size_t bytes = 0;
     for (int i = 0; i < Table::kCount; ++i) {
-        bytes += pack(Table::at(i), nullptr);
+        bytes += packedLength(Table::at(i));
     }
     return bytes;
 }
@@ -133,7 +137,12 @@ public:
         size_t end = 0;
         for (int i = 0; i < Table::kCount; ++i) {
             begin_[i] = static_cast<uint16_t>(end);
-            end += packed_text::pack(Table::at(i), bytes_ + end);
+            for (const char* text = Table::at(i); *text != '\0';) {
+                const packed_text::Step step = packed_text::firstOf(text);
+                bytes_[end++] = step.byte;
+                text += step.taken;
+            }
+            bytes_[end++] = '\0';
         }
     }
 
