@@ -6,6 +6,9 @@ option(DTV_UNITY "In a build with tests, compile several sources of what surroun
 add_library(dtv_quick INTERFACE)
 if(DTV_BUILD_TESTS)
   target_compile_options(dtv_quick INTERFACE -O0 -g1)
+  # ccache takes precompiled headers of these kinds alone.
+  target_compile_options(dtv_quick INTERFACE
+    $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess> "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
   find_program(DTV_LLD ld.lld)
   if(DTV_LLD)
     target_link_options(dtv_quick INTERFACE -fuse-ld=lld)
