@@ -10,7 +10,8 @@ if(DTV_BUILD_TESTS)
   target_compile_options(dtv_quick INTERFACE
     $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess> "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
   find_program(DTV_LLD ld.lld)
-  if(DTV_LLD)
+  # The cross compilers look for their own linker alone.
+  if(DTV_LLD AND NOT CMAKE_CROSSCOMPILING)
     target_link_options(dtv_quick INTERFACE -fuse-ld=lld)
   endif()
 endif()
