@@ -6,15 +6,15 @@
 stage_budget() {
     case $1 in
     format) echo 5 ;;
-    clang-tidy) echo 120 ;;
+    clang-tidy) echo 90 ;;
     gcc) echo 150 ;;
-    gcc-sanitized) echo 110 ;;
+    gcc-sanitized) echo 100 ;;
     gcc-thread) echo 15 ;;
     clang) echo 80 ;;
-    clang-sanitized) echo 70 ;;
+    clang-sanitized) echo 80 ;;
     i386) echo 70 ;;
-    armhf) echo 90 ;;
-    benchmarks) echo 15 ;;
+    armhf) echo 100 ;;
+    benchmarks) echo 30 ;;
     *) echo - ;;
     esac
 }
