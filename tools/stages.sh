@@ -9,11 +9,11 @@ stage_budget() {
     clang-tidy) echo 90 ;;
     gcc) echo 150 ;;
     gcc-sanitized) echo 100 ;;
-    gcc-thread) echo 15 ;;
+    gcc-thread) echo 20 ;;
     clang) echo 80 ;;
     clang-sanitized) echo 80 ;;
     i386) echo 70 ;;
-    armhf) echo 100 ;;
+    armhf) echo 95 ;;
     benchmarks) echo 30 ;;
     *) echo - ;;
     esac
