@@ -6,8 +6,12 @@ option(DTV_UNITY "In a build with tests, compile several sources of what surroun
 add_library(dtv_quick INTERFACE)
 if(DTV_BUILD_TESTS)
   target_compile_options(dtv_quick INTERFACE -O0 -g1)
+  # ccache takes precompiled headers of these kinds alone.
+  target_compile_options(dtv_quick INTERFACE
+    $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess> "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
   find_program(DTV_LLD ld.lld)
-  if(DTV_LLD)
+  # The cross compilers look for their own linker alone.
+  if(DTV_LLD AND NOT CMAKE_CROSSCOMPILING)
     target_link_options(dtv_quick INTERFACE -fuse-ld=lld)
   endif()
 endif()

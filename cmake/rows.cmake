@@ -29,7 +29,7 @@ file(MAKE_DIRECTORY ${rows_folder})
 add_custom_command(
   OUTPUT ${rows_folder}/classes.stamp
   COMMAND ${CMAKE_COMMAND} -E rm -rf ${rows_classes}
-  COMMAND ${Java_JAVAC_EXECUTABLE} --release 17 -encoding UTF-8 -Xlint:all -Werror
+  COMMAND ${Java_JAVAC_EXECUTABLE} -J-XX:TieredStopAtLevel=1 --release 17 -encoding UTF-8 -Xlint:all -Werror
     -d ${rows_classes} ${rows_java}
   COMMAND ${CMAKE_COMMAND} -E touch ${rows_folder}/classes.stamp
   DEPENDS ${rows_java}

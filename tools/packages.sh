@@ -18,12 +18,14 @@ build_packages="
 
 # To build and run the tests besides.
 test_packages="
+    ccache
     clang
     clang-format
     libclang-rt-dev
     libffi-dev
     libgmock-dev
     libgtest-dev
+    lld
     junit4
     python3-pexpect
     tcpdump"

@@ -5,6 +5,7 @@
 
 #include "harness/harness.h"
 
+#include <cstdio>
 #include <utility>
 
 namespace harness {
@@ -115,5 +116,12 @@ private:
     android::sp<JNIDtvSvLibListener> held;
     bool own; ///< made by this object, which also destroys it
 };
+
+/// A pointer as it is logged.
+inline std::string pointer(const void* value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%p", value);
+    return text;
+}
 
 } // namespace harness

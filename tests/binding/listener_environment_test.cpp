@@ -22,12 +22,6 @@ std::string low32(pthread_t thread) {
     return text;
 }
 
-std::string pointer(const void* value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%p", value);
-    return text;
-}
-
 /// The number after "index=" in a line.
 std::string indexIn(const std::string& message) {
     size_t at = message.find("index=") + 6;

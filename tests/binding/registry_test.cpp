@@ -15,12 +15,6 @@ namespace {
 using namespace harness;
 using testing::HasSubstr;
 
-std::string pointer(const void* value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%p", value);
-    return text;
-}
-
 template <typename Record>
 bool isZero(const Record& record) {
     const Record zero = Record();

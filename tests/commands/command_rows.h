@@ -9,6 +9,10 @@
 
 namespace commands {
 
+/// The edges of a Java int.
+constexpr int lowest = -2147483647 - 1;
+constexpr int highest = 2147483647;
+
 const std::string ok = "BG_TE_DTVSVLIB_RESULT.DTVSVLIB_RESULT_OK";
 const std::string ng = "BG_TE_DTVSVLIB_RESULT.DTVSVLIB_RESULT_NG";
 const std::string param_ng = "BG_TE_DTVSVLIB_RESULT.DTVSVLIB_RESULT_PARAM_NG";

@@ -12,10 +12,12 @@ from stated_numbers import CALLBACKS, NATIVES
 BUSY = [sys.executable, "-c", "while True: pass"]
 
 
-class Live(DeskTest):
+class LiveTest(DeskTest):
     def live(self, *speed, more=()):
         return self.run_desk("evening", "--quiet", *more, "--live", *speed)
 
+
+class Busy(LiveTest):
     def test_every_speed_on_a_busy_machine(self):
         for _ in range(2):
             busy = subprocess.Popen(BUSY)
@@ -28,6 +30,8 @@ class Live(DeskTest):
                 self.assertIn(f"natives called          {NATIVES} of {NATIVES}\n", run.stdout)
                 self.assertIn(f"callbacks received      {CALLBACKS - 2} of {CALLBACKS}, ", run.stdout)
 
+
+class Live(LiveTest):
     def test_an_invalid_speed_is_refused(self):
         for speed in ["0", "-1", "-0.5", "nan", "NaN", "inf", "Infinity", "-Infinity", "1e999",
                       "1e-999", "abc", "10f", "0x10", "1,5", ""]:

@@ -6,6 +6,8 @@ import unittest
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 BUILDS = ["gcc", "gcc-sanitized", "gcc-thread", "clang", "clang-sanitized"]
 ABIS = ["i386", "armhf"]
+FOLDERS = ["src", "java", "platform", "simulator", "desk", "tests"]
+BENCHMARKS = ["benchmarks"] if (ROOT / "bench").exists() else []
 
 
 def run(*arguments):
@@ -33,15 +35,24 @@ class Arguments(unittest.TestCase):
                 for name, commands in stages.items() for command in commands
                 if command.startswith("ctest ")}
 
-    def test_everything_by_default(self):
-        stages = self.plan()
-        self.assertEqual(["format", "clang-tidy", *BUILDS, *ABIS], list(stages))
+    def test_one_compiler_by_default(self):
+        for arguments in ([], ["--only", "gcc"]):
+            stages = self.plan(*arguments)
+            self.assertEqual(["format", "gcc"], list(stages))
+            self.assertEqual(["check_format"], stages["format"])
+            self.assertEqual({"gcc": "-LE '^long$'"}, self.given_to_ctest(stages))
+
+    def test_all(self):
+        stages = self.plan("--all")
+        self.assertEqual(["format", "clang-tidy", *BUILDS, *ABIS, *BENCHMARKS], list(stages))
         self.assertEqual(["check_format"], stages["format"])
         self.assertEqual("run_clang_tidy build/lint 2 yes",
-                         self.plan("--jobs", "2")["clang-tidy"][-1])
+                         self.plan("--all", "--jobs", "2")["clang-tidy"][-1])
+        self.assertEqual("", self.given_to_ctest(stages)["gcc"])
         self.assertIn("--target concurrent_use_test", stages["gcc-thread"][1])
-        self.assertEqual("ctest --preset gcc-thread -R '^concurrent_use_test'",
-                         stages["gcc-thread"][2])
+        self.assertTrue(stages["gcc-thread"][2].startswith("ctest --preset gcc-thread "))
+        self.assertTrue(stages["gcc-thread"][2].endswith(" -R '^concurrent_use_test'"))
+        self.assertEqual("-L '^emulated$'", self.given_to_ctest(stages)["armhf"])
         for build in BUILDS:
             self.assertEqual(["configure", "cmake", "ctest"],
                              [command.split()[0] for command in stages[build]])
@@ -61,8 +72,9 @@ class Arguments(unittest.TestCase):
                            "--only", "clang")
         self.assertEqual(["format", "clang", "gcc", "armhf"], list(stages))
         self.assertEqual(["format", "i386"], list(self.plan("--abi=i386")))
+        self.assertEqual(["format", "gcc"], list(self.plan("-R", "x")))
         self.assertEqual(["format", "gcc", "gcc-sanitized", "clang", "clang-sanitized", *ABIS],
-                         list(self.plan("-R", "x")))
+                         list(self.plan("--all", "-R", "x")))
         self.assertEqual(["format", "gcc-thread", "coverage"],
                          list(self.plan("--only", "gcc-thread", "--only", "coverage")))
 
@@ -74,6 +86,26 @@ class Arguments(unittest.TestCase):
 
     def test_an_evening_is_compared_when_all_tests_run(self):
         self.assertNotIn("same_evening armhf", self.plan("--abi", "armhf", "-R", "x")["armhf"])
+
+    def test_the_tests_that_concern_a_source(self):
+        for files, labels in [(["src/commands/bml.cpp"], "commands"),
+                              (["simulator/tests/desk_client.h", "tools/rows/print_rows.cpp"],
+                               "simulator|rows")]:
+            arguments = [word for file in files for word in ("--for", ROOT / file)]
+            stages = self.plan(*arguments)
+            self.assertEqual({"gcc": f"-L '^({labels})$'"}, self.given_to_ctest(stages))
+            self.assertEqual(["format", "clang"], list(self.plan("--only", "clang", *arguments)))
+
+    def test_every_source_is_known_to_concern_tests(self):
+        files = [str(file.relative_to(ROOT)) for folder in FOLDERS
+                 for file in sorted((ROOT / folder).rglob("*.*"))
+                 if file.suffix in {".cpp", ".h", ".def", ".java", ".py", ".sh"}]
+        self.assertGreater(len(files), 500)
+        unknown = subprocess.run(
+            ["sh", "-c", '. tools/concerned.sh; for file; do labels_of "$file" >/dev/null || '
+             'echo "$file"; done', "sh", *files], cwd=ROOT, capture_output=True, text=True,
+            timeout=60, check=True).stdout.split()
+        self.assertEqual([], unknown)
 
     def test_jobs(self):
         for command in self.plan("-R", "x", "--only", "gcc", "--jobs", "7")["gcc"][1:]:
@@ -116,7 +148,14 @@ class Arguments(unittest.TestCase):
                 (["-R", "sync", "--abi"], "--abi needs a value"),
                 (["--jobs"], "--jobs needs a value"),
                 (["--all-files"], "--all-files goes with --lint"),
-                (["--lint", "--only", "gcc"], "--lint goes with neither --only nor --abi"),
+                (["--lint", "--only", "gcc"],
+                 "--lint goes with none of --all, --only, --abi and --for"),
+                (["--lint", "--all"], "--lint goes with none of --all, --only, --abi and --for"),
+                (["--all", "--abi", "armhf"], "--all goes with none of --only, --abi and --for"),
+                (["--for", "nothing"], "--for nothing: there is no such file"),
+                (["--for"], "--for needs a value"),
+                (["--for", ROOT / "README.md"],
+                 f"no test is known to concern {ROOT}/README.md: ./test runs them all"),
                 (["--lint", "-R", "x"], "--lint runs no tests: -R has no meaning there")]:
             with self.subTest(arguments):
                 shown = run("--plan", *arguments)

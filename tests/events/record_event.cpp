@@ -10,7 +10,7 @@ std::ostream& operator<<(std::ostream& out, const RecordEvent& event) {
     return out << event.name;
 }
 
-std::string nameOf(const testing::TestParamInfo<RecordEvent>& info) {
+std::string recordEventName(const testing::TestParamInfo<RecordEvent>& info) {
     return info.param.name;
 }
 

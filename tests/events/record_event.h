@@ -39,7 +39,7 @@ struct RecordEvent {
 };
 
 std::ostream& operator<<(std::ostream& out, const RecordEvent& event);
-std::string nameOf(const testing::TestParamInfo<RecordEvent>& info);
+std::string recordEventName(const testing::TestParamInfo<RecordEvent>& info);
 
 /// What reaches Java of a record, given in hexadecimal, that is delivered.
 std::vector<std::string> afterDelivering(int event_id, const char* record);

@@ -53,7 +53,9 @@ def run(*command):
 
 def main(sources, folder):
     sources, folder = pathlib.Path(sources), pathlib.Path(folder)
-    tree, build = folder / "sources", folder / "build"
+    # As in a clone, so that a compiler cache knows what the example leaves as it is.
+    tree = folder / "sources"
+    build = tree / "build/gcc"
     shutil.rmtree(folder, ignore_errors=True)
     shutil.copytree(sources, tree, ignore=LEFT_OUT, symlinks=True)
     page = (sources / "docs/adding.md").read_text(encoding="utf-8")
@@ -64,8 +66,7 @@ def main(sources, folder):
                          f"but {len(found)} blocks name their place")
     for block in found:
         apply(tree, *block)
-    run("cmake", "-G", "Ninja", "-S", str(tree), "-B", str(build), "-DDTV_BUILD_DESK=OFF",
-        "-DCMAKE_BUILD_TYPE=Debug")
+    run("cmake", "--preset", "gcc", "-S", str(tree), "-DDTV_BUILD_DESK=OFF")
     run("cmake", "--build", str(build), "--target", TESTS)
     run("ctest", "--test-dir", str(build), "--output-on-failure", "--no-tests=error",
         "-R", f"^{TESTS}")

@@ -104,16 +104,30 @@ CASES = {
 }
 
 
-def compile_source(compiler, folders, tree, source):
-    command = [compiler, "-std=c++17", "-fno-exceptions", "-fno-rtti", "-fsyntax-only",
-               "-Werror=missing-declarations", f"-I{tree}"]
+# What the sources include that is not of src/, compiled once for all cases.
+HEADERS = ["jni.h", "DtvSvCom.h", "DtvSvLibListener.h", "cstdint", "cstring", "string", "string_view",
+           "type_traits", "vector"]
+
+
+def compile_source(compile_with, tree, source):
+    return subprocess.run([*compile_with, "-fsyntax-only", f"-I{tree}", str(tree / source)],
+                          capture_output=True, text=True, env={**os.environ, "LC_ALL": "C"},
+                          check=False)
+
+
+def compile_headers(compiler, folders, place):
+    """The command that compiles a source, with the headers compiled in a folder."""
+    command = [compiler, "-std=c++17", "-fno-exceptions", "-fno-rtti",
+               "-Werror=missing-declarations"]
     for folder in folders:
         command += ["-isystem", folder]
-    return subprocess.run([*command, str(tree / source)], capture_output=True, text=True,
-                          env={**os.environ, "LC_ALL": "C"}, check=False)
+    header = pathlib.Path(place) / "platform.h"
+    header.write_text("".join(f"#include <{name}>\n" for name in HEADERS), encoding="utf-8")
+    subprocess.run([*command, "-x", "c++-header", str(header), "-o", f"{header}.gch"], check=True)
+    return [*command, "-include", str(header)]
 
 
-def try_case(sources, compiler, folders, name):
+def try_case(sources, compile_with, name):
     """What is wrong with the compiler's answer to a case, or nothing."""
     file, old, new, source, printed = CASES[name]
     with tempfile.TemporaryDirectory() as folder:
@@ -123,7 +137,7 @@ def try_case(sources, compiler, folders, name):
         if text.count(old) != 1:
             return f"{name}: {file} has {text.count(old)} times {old}"
         (tree / file).write_text(text.replace(old, new), encoding="utf-8")
-        result = compile_source(compiler, folders, tree, source)
+        result = compile_source(compile_with, tree, source)
     if result.returncode == 0:
         return f"{name}: {source} compiles"
     if printed not in result.stderr:
@@ -133,14 +147,17 @@ def try_case(sources, compiler, folders, name):
 
 def main(sources, compiler, *folders):
     sources = pathlib.Path(sources)
-    for source in sorted({case[3] for case in CASES.values()}):
-        result = compile_source(compiler, folders, sources / "src", source)
-        if result.returncode != 0:
-            print(f"{source} does not compile unchanged:\n{result.stderr[:2000]}")
-            return 1
-    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+    with (tempfile.TemporaryDirectory() as place,
+          concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool):
+        compile_with = compile_headers(compiler, folders, place)
+        used = sorted({case[3] for case in CASES.values()})
+        for source, result in zip(used, pool.map(
+                lambda source: compile_source(compile_with, sources / "src", source), used)):
+            if result.returncode != 0:
+                print(f"{source} does not compile unchanged:\n{result.stderr[:2000]}")
+                return 1
         wrong = [answer for answer in pool.map(
-            lambda name: try_case(sources, compiler, folders, name), CASES) if answer]
+            lambda name: try_case(sources, compile_with, name), CASES) if answer]
     for answer in wrong:
         print(answer)
     print(f"{len(CASES) - len(wrong)} of {len(CASES)} wrong rows are refused")

@@ -6,9 +6,6 @@ namespace {
 
 using namespace commands;
 
-constexpr int lowest = -2147483647 - 1;
-constexpr int highest = 2147483647;
-
 const Sent requests[] = {
     Sent("DtvSvLib_BMLEndTvLinkReq", {3}, "dtvSvLibBMLEndTvLinkReq", "hdl = 3",
          {"SEND, dtvsv_handle = 3"}, "1000001e: 03 00"),

@@ -6,9 +6,6 @@ namespace {
 using namespace harness;
 using namespace commands;
 
-constexpr int lowest = -2147483647 - 1;
-constexpr int highest = 2147483647;
-
 /// A call with a service that the bridge takes.
 struct Channel {
     Channel(std::vector<int> numbers, const char* start, Texts sends, const char* wire)

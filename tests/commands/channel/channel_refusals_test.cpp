@@ -6,8 +6,6 @@ namespace {
 using namespace harness;
 using namespace commands;
 
-constexpr int largest = 2147483647;
-
 struct Native {
     const char* name;
     const char* function;
@@ -43,13 +41,13 @@ protected:
 TEST_P(ChannelRefusals, ChannelAboveTheLast) {
     expectRefusal(info(63, 0), "physical_channel is too large : 63, ret = 5");
     expectRefusal(info(65536, 0), "physical_channel is too large : 65536, ret = 5");
-    expectRefusal(info(largest, 0), "physical_channel is too large : 2147483647, ret = 5");
+    expectRefusal(info(highest, 0), "physical_channel is too large : 2147483647, ret = 5");
 }
 
 TEST_P(ChannelRefusals, ServiceAboveTheLast) {
     expectRefusal(info(62, 3), "service_no is too large : 3, ret = 5");
     expectRefusal(info(-1, 65536), "service_no is too large : 65536, ret = 5");
-    expectRefusal(info(0, largest), "service_no is too large : 2147483647, ret = 5");
+    expectRefusal(info(0, highest), "service_no is too large : 2147483647, ret = 5");
 }
 
 TEST_P(ChannelRefusals, ChannelIsCheckedBeforeTheServiceIsLookedUp) {

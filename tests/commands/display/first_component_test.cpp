@@ -41,13 +41,13 @@ protected:
     }
 };
 
-constexpr const char* videoDone = R"(
+constexpr const char* firstVideoDone = R"(
     START setScreenDrawingInfo|
     END setScreenDrawingInfo|
     START setSurface|
     END setSurface|
 )";
-constexpr const char* captionDone = R"(
+constexpr const char* firstCaptionDone = R"(
     START setCapDrawingInfo|
     END setCapDrawingInfo|
     START setSurface|
@@ -59,7 +59,7 @@ constexpr const char* bmlDone = R"(
     START setSurface|
     END setSurface|
 )";
-const std::string planesDone = std::string(videoDone) + captionDone + bmlDone;
+const std::string planesDone = std::string(firstVideoDone) + firstCaptionDone + bmlDone;
 constexpr const char* planesRecord = "40 01 b4 00 01 02 41 01 3c 00 03 00 14 0c 04 02 21 00 2c 00 "
                                      "05 01 f0 00 ab 01 02 00";
 constexpr const char* planesSent = R"(
@@ -166,10 +166,10 @@ TEST_F(FirstComponent, NullPlanes) {
     expectRefused(settingOf(nullptr, nullptr, nullptr),
                   "RESULT 5\nDEBUG |video drawing_info_obj object is NULL, ret = 5");
     expectRefused(settingOf(screen_info, nullptr, nullptr),
-                  std::string(videoDone) +
+                  std::string(firstVideoDone) +
                       "RESULT 5\nDEBUG |caption drawing_info_obj object is NULL, ret = 5");
     expectRefused(settingOf(screen_info, cap_info, nullptr),
-                  std::string(videoDone) + captionDone +
+                  std::string(firstVideoDone) + firstCaptionDone +
                       "RESULT 5\nDEBUG |BML drawing_info_obj object is NULL, ret = 5");
 }
 
@@ -180,12 +180,12 @@ TEST_F(FirstComponent, PlanesThatTheirRoutinesRefuse) {
         DEBUG setScreenDrawingInfo|screen_mode getEnumValue Error, ret = 1
         RESULT 5)");
     expectRefused(settingOf(screen_info, capInfo(caption.java(), 1, 2, 0, nullptr), bml_info),
-                  std::string(videoDone) + R"(
+                  std::string(firstVideoDone) + R"(
         START setCapDrawingInfo|
         DEBUG setCapDrawingInfo|cap_info display_info_obj object is NULL, ret = 5
         RESULT 5)");
     expectRefused(settingOf(screen_info, cap_info, bmlInfo(nullptr, 1, 2, 0)),
-                  std::string(videoDone) + captionDone + R"(
+                  std::string(firstVideoDone) + firstCaptionDone + R"(
         START setBMLDrawingInfo|
         END setBMLDrawingInfo|
         START setSurface|
@@ -209,8 +209,9 @@ TEST_F(FirstComponent, WithoutAField) {
         {3, no_enum + "cap_start_type getEnumValue Error, ret = 1"},
         {4, no_enum + "bml_start_type getEnumValue Error, ret = 1"},
         {5, "RESULT 5\nDEBUG |video_drawing_info fieldID is NULL, ret = 5"},
-        {12, std::string(videoDone) + "RESULT 5\nDEBUG |cap_drawing_info fieldID is NULL, ret = 5"},
-        {27, std::string(videoDone) + captionDone +
+        {12, std::string(firstVideoDone) +
+                 "RESULT 5\nDEBUG |cap_drawing_info fieldID is NULL, ret = 5"},
+        {27, std::string(firstVideoDone) + firstCaptionDone +
                  "RESULT 5\nDEBUG |bml_drawing_info fieldID is NULL, ret = 5"},
     };
     jobject object = setting(0, 0, 0, 0, 0);
@@ -230,12 +231,12 @@ TEST_F(FirstComponent, WithoutAClass) {
                 END setScreenDrawingInfo|
                 RESULT 5
                 DEBUG |video drawing_info_clazz class is NULL, ret = 1)"},
-        {25, std::string(videoDone) + R"(
+        {25, std::string(firstVideoDone) + R"(
                 START setCapDrawingInfo|
                 END setCapDrawingInfo|
                 RESULT 5
                 DEBUG |caption drawing_info_clazz class is NULL, ret = 1)"},
-        {29, std::string(videoDone) + captionDone + R"(
+        {29, std::string(firstVideoDone) + firstCaptionDone + R"(
                 START setBMLDrawingInfo|
                 END setBMLDrawingInfo|
                 RESULT 5
@@ -261,7 +262,7 @@ TEST_F(FirstComponent, AGetterThatThrowsEndsTheCommand) {
     EXPECT_EQ(run("SetFirstComponent", {3, setting(0, 0, 0, 0, 0)}), outOfMemory);
     EXPECT_EQ(sent(), "");
     EXPECT_LINES("dtvSvLibSetFirstComponent",
-                 "START |hdl = 3\n" + std::string(videoDone) + "START setCapDrawingInfo|");
+                 "START |hdl = 3\n" + std::string(firstVideoDone) + "START setCapDrawingInfo|");
     EXPECT_EQ(video.count(), 1);
 }
 

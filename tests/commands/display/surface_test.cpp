@@ -9,7 +9,7 @@ namespace {
 using namespace commands;
 using namespace harness;
 
-constexpr const char* rotateClass = "BG_TE_DTVSVLIB_SCREEN_ROTATE";
+constexpr const char* rotationClass = "BG_TE_DTVSVLIB_SCREEN_ROTATE";
 
 class Surfaces : public CommandTest {
 protected:
@@ -294,7 +294,7 @@ TEST_F(Surfaces, OfCommandsOnSeveralThreads) {
 
 TEST_F(Surfaces, RotationIsCheckedBeforeTheSurfaceIsTaken) {
     jobject info = screenInfo(nullptr, 1, 2, 3, 0);
-    EnumValue four(rotateClass, "ROTATE_270", 4);
+    EnumValue four(rotationClass, "ROTATE_270", 4);
     EXPECT_EQ(run("SetScreenDisplay", {3, info}), "PARAM_NG");
     EXPECT_LINES("dtvSvLibSetScreenDisplay", R"(
         START |hdl = 3

@@ -6,9 +6,6 @@ namespace {
 using namespace harness;
 using namespace commands;
 
-constexpr int lowest = -2147483647 - 1;
-constexpr int highest = 2147483647;
-
 /// While it lives, a constant of the result enumeration is another object, or null.
 class ReplacedConstant {
 public:

@@ -5,9 +5,6 @@ namespace {
 
 using namespace commands;
 
-constexpr int lowest = -2147483647 - 1;
-constexpr int highest = 2147483647;
-
 const Sent playback[] = {
     Sent("DtvSvLib_StartRec", {3, 1}, "dtvSvLibStartRec", "hdl = 3",
          {"SEND, dtvsv_handle = 3, medium = 1"}, "1000002e: 03 00 01 00"),

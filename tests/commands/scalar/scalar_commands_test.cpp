@@ -6,9 +6,6 @@ namespace {
 using namespace harness;
 using namespace commands;
 
-constexpr int lowest = -2147483647 - 1;
-constexpr int highest = 2147483647;
-
 const Sent display[] = {
     Sent("DtvSvLib_ReleaseDisplay", {3, 2}, "dtvSvLibReleaseDisplay", "hdl = 3",
          {"SEND, dtvsv_handle = 3, drawing_destination = 2"}, "1000000f: 03 00 02 00"),

@@ -6,9 +6,6 @@ namespace {
 using namespace harness;
 using namespace commands;
 
-constexpr int lowest = -2147483647 - 1;
-constexpr int highest = 2147483647;
-
 class SoundVideoDelay : public Commands {
 protected:
     /// Sets a new bound; what the creation itself sends and logs is dropped.

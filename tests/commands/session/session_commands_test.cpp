@@ -8,9 +8,6 @@ namespace {
 using namespace harness;
 using namespace commands;
 
-constexpr int lowest = -2147483647 - 1;
-constexpr int highest = 2147483647;
-
 const Sent creations[] = {
     Sent("DtvSvLib_Create", {4, 999}, "dtvSvLibCreate", "",
          {"SEND, start_type = 4 max_delay_time = 999"}, "10000000: 04 00 e7 03"),

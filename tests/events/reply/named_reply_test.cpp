@@ -106,7 +106,8 @@ const RecordEvent named_replies[] = {
       {0, {"handle = 0, result = 0", "TERMINATE_REC_REPLY : program_no = 0, object_no = 0"}}}},
 };
 
-INSTANTIATE_TEST_SUITE_P(NamedReplies, RecordEvents, testing::ValuesIn(named_replies), nameOf);
+INSTANTIATE_TEST_SUITE_P(NamedReplies, RecordEvents, testing::ValuesIn(named_replies),
+                         recordEventName);
 
 /// The least and greatest numbers of each field, in the three replies with a channel.
 TEST(ChannelReplies, LongIsNeverNegative) {

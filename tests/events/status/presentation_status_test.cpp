@@ -99,7 +99,7 @@ const RecordEvent presentation_status[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Presentation, RecordEvents, testing::ValuesIn(presentation_status),
-                         nameOf);
+                         recordEventName);
 
 namespace {
 

@@ -93,7 +93,8 @@ const RecordEvent reception_status[] = {
       {0, {"handle = 0, ca_status = 0"}}}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Reception, RecordEvents, testing::ValuesIn(reception_status), nameOf);
+INSTANTIATE_TEST_SUITE_P(Reception, RecordEvents, testing::ValuesIn(reception_status),
+                         recordEventName);
 
 namespace {
 

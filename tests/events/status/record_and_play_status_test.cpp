@@ -96,7 +96,7 @@ const RecordEvent record_and_play_status[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(RecordAndPlay, RecordEvents, testing::ValuesIn(record_and_play_status),
-                         nameOf);
+                         recordEventName);
 
 namespace {
 
