@@ -10,32 +10,31 @@ source=$1
 build=$2
 compiler=$3
 
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
+# The build stays for the next time: the times of what is copied tell what has to be built again.
+folder=$build/image
 image=$folder/image
-mkdir -p "$image/include" "$image/lib"
+rm -rf "$image" "$folder/refused"
+mkdir -p "$image/include" "$image/lib" "$folder/empty"
 echo "$DTV_HEADERS:$source/platform/include" | tr : '\n' | while read -r headers; do
-    cp -r "$headers/." "$image/include"
+    cp -rp "$headers/." "$image/include"
 done
-cp "$build/lib/libDtv.so" "$build/lib/libbinder.so" "$build/lib/libgui.so" \
+cp -p "$build/lib/libDtv.so" "$build/lib/libbinder.so" "$build/lib/libgui.so" \
     "$build/lib/libandroid_runtime.so" "$image/lib"
-cp -L "$DTV_UTILS" "$image/lib/libutils.so"
+cp -Lp "$DTV_UTILS" "$image/lib/libutils.so"
 
-# configure IMAGE: as for a device.
+# configure IMAGE FOLDER: as for a device.
 configure() {
-    cmake -G Ninja -S "$source" -B "$folder/build" -DCMAKE_BUILD_TYPE=MinSizeRel \
+    cmake -G Ninja -S "$source" -B "$2" -DCMAKE_BUILD_TYPE=MinSizeRel \
         -DCMAKE_CXX_COMPILER="$compiler" -DDTV_IMAGE="$1" >"$folder/log" 2>&1
 }
 
-mkdir "$folder/empty"
-if configure "$folder/empty"; then
+if configure "$folder/empty" "$folder/refused"; then
     echo "an image without libraries was accepted"
     exit 1
 fi
 grep -q "empty/lib/libDtv.so is missing" "$folder/log"
-rm -rf "$folder/build"
 
-if ! { configure "$image" && cmake --build "$folder/build" >>"$folder/log" 2>&1; }; then
+if ! { configure "$image" "$folder/build" && cmake --build "$folder/build" >>"$folder/log" 2>&1; }; then
     cat "$folder/log"
     exit 1
 fi
