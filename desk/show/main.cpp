@@ -1,6 +1,6 @@
 // dtv-show: prints a capture of the messages.
-#include "desk/show/capture_reader.h"
 #include "desk/show/message.h"
+#include "sessions/capture_reader.h"
 
 #include "records/catalogue.h"
 
@@ -120,7 +120,7 @@ class Printer {
 public:
     Printer(const Options& options, bool at_once) : options_(options), at_once_(at_once) {}
 
-    void print(const show::Message& message) {
+    void print(const sessions::Message& message) {
         ++count_;
         if (!options_.only.empty() && options_.only.count(message.id) == 0) {
             return;
@@ -162,11 +162,11 @@ void complainOfFile(const std::string& name, const std::string& what) {
 }
 
 /// The packets of a file as far as next() finds them. Whether all of them are messages.
-bool printPackets(show::CaptureReader& reader, const std::string& name, Printer& printer) {
+bool printPackets(sessions::CaptureReader& reader, const std::string& name, Printer& printer) {
     bool good = true;
     while (const auto packet = reader.next()) {
         std::string error;
-        if (const auto message = show::readMessage(*packet, error)) {
+        if (const auto message = sessions::readMessage(*packet, error)) {
             printer.print(*message);
         } else {
             good = false;
@@ -177,13 +177,13 @@ bool printPackets(show::CaptureReader& reader, const std::string& name, Printer&
 }
 
 int printMessages(std::istream& file, const std::string& name, const Options& options) {
-    show::CaptureReader reader(file);
+    sessions::CaptureReader reader(file);
     Printer printer(options, &file == &std::cin);
     bool good = printPackets(reader, name, printer);
     while (!reader.error().empty()) {
         good = false;
         const std::string error = reader.error();
-        const std::optional<show::Gap> gap = reader.resume();
+        const std::optional<sessions::Gap> gap = reader.resume();
         if (!gap) {
             // The count comes first, for the file ends here.
             printer.printCount();

@@ -5,6 +5,8 @@
 namespace show {
 namespace {
 
+using sessions::Bytes;
+
 Glyph byteGlyph(uint8_t byte) {
     char text[8];
     std::snprintf(text, sizeof text, "\\x%02x", byte);

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-namespace show {
+namespace sessions {
 
 /// A moment since the beginning of 1970, UTC.
 struct Moment {
@@ -14,4 +14,4 @@ struct Moment {
 /// A time stamp of an interface with that resolution (see if_tsresol of pcapng).
 Moment momentOf(uint64_t stamp, uint8_t resolution, int64_t offset);
 
-} // namespace show
+} // namespace sessions

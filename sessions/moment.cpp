@@ -1,6 +1,6 @@
-#include "desk/show/moment.h"
+#include "sessions/moment.h"
 
-namespace show {
+namespace sessions {
 namespace {
 
 constexpr uint64_t powerOfTen(unsigned exponent) {
@@ -46,4 +46,4 @@ Moment momentOf(uint64_t stamp, uint8_t resolution, int64_t offset) {
             static_cast<uint32_t>(nanoseconds)};
 }
 
-} // namespace show
+} // namespace sessions
