@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace sessions {
 
@@ -13,5 +14,8 @@ struct Moment {
 
 /// A time stamp of an interface with that resolution (see if_tsresol of pcapng).
 Moment momentOf(uint64_t stamp, uint8_t resolution, int64_t offset);
+
+/// "2026-03-31T23:14:03.123456789Z", as RFC 3339 has it; empty when the year has not four digits.
+std::string utcText(const Moment& moment);
 
 } // namespace sessions

@@ -1,5 +1,6 @@
 #include "desk/show/message.h"
 
+#include "desk/show/names.h"
 #include "desk/show/quoted_text.h"
 #include "desk/show/record_text.h"
 
@@ -17,13 +18,6 @@ using Kind = Message::Kind;
 constexpr size_t kIndent = 4;
 constexpr size_t kHeadlineIndent = 17; ///< after the time
 
-const char* arrowOf(const Message& message) {
-    if (message.is(Kind::kCommand) || message.is(Kind::kRefusedEvent)) {
-        return "->";
-    }
-    return message.is(Kind::kAnswer) || message.is(Kind::kEvent) ? "<-" : "--";
-}
-
 /// Whether there may be a record, even one without bytes.
 bool mayHaveRecord(const Message& message, const catalogue::Record* layout) {
     return message.is(Kind::kCommand) || message.is(Kind::kEvent) || layout != nullptr ||
@@ -31,12 +25,8 @@ bool mayHaveRecord(const Message& message, const catalogue::Record* layout) {
 }
 
 std::string threadText(const Message& message) {
-    std::string text;
-    const auto* name = reinterpret_cast<const uint8_t*>(message.thread_name.data());
-    for (const Glyph& glyph : utf8Glyphs({name, message.thread_name.size()})) {
-        text += glyph.text;
-    }
-    return text + (text.empty() ? "" : " ") + '(' + std::to_string(message.thread_id) + ')';
+    const std::string name = shownText(message.thread_name);
+    return name + (name.empty() ? "" : " ") + '(' + std::to_string(message.thread_id) + ')';
 }
 
 std::string sizeText(const Message& message) {
@@ -59,12 +49,11 @@ std::vector<std::string> headline(const Message& message, const catalogue::Messa
         words.back() += ',';
         words.push_back(part);
     };
-    char id[16];
-    std::snprintf(id, sizeof id, "0x%08x", static_cast<unsigned>(message.id));
+    const std::string id = idText(message.id);
     const std::string arrow = arrowOf(message);
     if (known != nullptr) {
         words.push_back(arrow + ' ' + std::string(known->name));
-        words.emplace_back(id);
+        words.push_back(id);
     } else {
         words.push_back(arrow + ' ' + id);
         add("unknown message");

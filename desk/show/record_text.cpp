@@ -1,5 +1,6 @@
 #include "desk/show/record_text.h"
 
+#include "desk/show/characters.h"
 #include "desk/show/quoted_text.h"
 
 #include "sessions/message.h"
@@ -37,15 +38,6 @@ std::vector<std::string> hexWords(Bytes bytes, const char* prefix = "") {
 std::string numberText(Bytes bytes, Kind kind) {
     return kind == Kind::kSigned ? std::to_string(sessions::numberOf(bytes, kind))
                                  : std::to_string(bytes.number());
-}
-
-/// Up to the first unit of `unit` zero bytes.
-Bytes untilZero(Bytes text, size_t unit) {
-    size_t length = 0;
-    while (length + unit <= text.size && !text.from(length).first(unit).areZero()) {
-        length += unit;
-    }
-    return length + unit <= text.size ? text.first(length) : text;
 }
 
 /// Writes the lines of one record, and of the records in it.
