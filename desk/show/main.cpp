@@ -152,6 +152,42 @@ int follow(const show::Options& options) {
     return showing.end(file.failure());
 }
 
+/// As one word of a shell's.
+std::string quoted(const std::string& text) {
+    constexpr char plain[] =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-./:+,@";
+    if (text.find_first_not_of(plain) == std::string::npos) {
+        return text;
+    }
+    std::string word = "'";
+    for (const char c : text) {
+        word += c == '\'' ? "'\\''" : std::string(1, c);
+    }
+    return word + '\'';
+}
+
+/// Prints the commands with which Wireshark shows a capture. What it loads for that is in the
+/// folder share/ beside this program's.
+int printWiresharkCommands(const std::string& file) {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    if (!fs::is_regular_file(file, error)) {
+        const bool there = fs::exists(file, error);
+        return complain(there ? file + " is no regular file"
+                              : "cannot open " + file + ": " + std::strerror(ENOENT));
+    }
+    const fs::path program = fs::read_symlink("/proc/self/exe", error);
+    const fs::path script = program.parent_path().parent_path() / "share" / "dtv.lua";
+    if (error || !fs::is_regular_file(script, error)) {
+        return complain("there is no " + script.string() + ": the build makes it");
+    }
+    const std::string capture = quoted(fs::absolute(file).lexically_normal().string());
+    const std::string load = quoted("lua_script:" + script.string());
+    std::printf("wireshark -X %s %s\n", load.c_str(), capture.c_str());
+    std::printf("tshark -X %s -r %s\n", load.c_str(), capture.c_str());
+    return finish(kGood);
+}
+
 int showFile(const show::Options& options) {
     if (options.file == "-") {
         return showStream(std::cin, "standard input", options, true);
@@ -189,6 +225,8 @@ int main(int argc, char** argv) {
     case show::Options::Task::kList:
         list();
         return finish(kGood);
+    case show::Options::Task::kWireshark:
+        return printWiresharkCommands(options.file);
     case show::Options::Task::kShow:
         break;
     }

@@ -123,6 +123,8 @@ ArgumentError takeWord(const std::string& option, Options& options) {
         options.follow = true;
     } else if (option == "--list") {
         options.task = Options::Task::kList;
+    } else if (option == "--wireshark") {
+        options.task = Options::Task::kWireshark;
     } else {
         return {"unknown option " + option, true};
     }
@@ -142,13 +144,16 @@ ArgumentError takeFile(const std::string& name, Options& options) {
 
 /// Whether the arguments make sense together.
 ArgumentError check(const Options& options) {
+    const bool plain = options.filter.takesAll() && !options.follow && options.form == Form::kText;
     if (options.task == Options::Task::kList) {
-        const bool alone = options.file.empty() && options.filter.takesAll() && !options.follow &&
-                           options.form == Form::kText;
+        const bool alone = options.file.empty() && plain;
         return alone ? ArgumentError{} : ArgumentError{"--list takes no file and no option", true};
     }
     if (options.file.empty()) {
         return {"no file is given", true};
+    }
+    if (options.task == Options::Task::kWireshark && (!plain || options.file == "-")) {
+        return {"--wireshark takes the name of a file and no other option", true};
     }
     if (options.follow && options.file == "-") {
         return wrong("--follow needs a file: standard input is read as it comes in any case");
@@ -192,6 +197,7 @@ ArgumentError takeArguments(const std::vector<std::string>& arguments, Options& 
 }
 
 const char* const kUsage = R"(usage: dtv-show [OPTION]... FILE
+       dtv-show --wireshark FILE
        dtv-show --list
 
 Prints the messages of a capture, each decoded field by field. FILE is - for
@@ -218,6 +224,8 @@ Which messages are printed; each option may be given several times but --from an
   --to TIME         not after it; TIME is 20:14, 20:14:03.5, 2026-03-31 or
                     "2026-03-31 20:14:03", local, or UTC with a Z after it
 
+  --wireshark       prints the commands with which Wireshark and tshark show FILE
+                    with all fields
   --list            prints the messages that are known: number, size of the
                     record in bytes, name, record
   --help            shows this

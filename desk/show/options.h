@@ -19,6 +19,7 @@ struct Options {
     enum class Task {
         kShow,
         kList,
+        kWireshark, ///< prints how Wireshark opens the file
         kHelp
     };
 

@@ -56,6 +56,11 @@ TEST(Options, AreRefusedWithAReason) {
     EXPECT_EQ(errorOf({"a", "--from"}), "--from needs a time");
     EXPECT_EQ(errorOf({"--list", "--brief"}), "--list takes no file and no option");
     EXPECT_EQ(errorOf({"--list", "--session", "3"}), "--list takes no file and no option");
+    EXPECT_EQ(errorOf({"--wireshark"}), "no file is given");
+    EXPECT_EQ(errorOf({"--wireshark", "-"}),
+              "--wireshark takes the name of a file and no other option");
+    EXPECT_EQ(errorOf({"--wireshark", "--json", "a"}),
+              "--wireshark takes the name of a file and no other option");
     EXPECT_EQ(errorOf({"--follow", "-"}),
               "--follow needs a file: standard input is read as it comes in any case");
     EXPECT_EQ(errorOf({"--kind", "reply", "a"}),
