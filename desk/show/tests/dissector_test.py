@@ -335,6 +335,20 @@ class DissectorTest(unittest.TestCase):
                           "version 1", "35 bytes; a message begins with 36",
                           "0 bytes; a message begins with 36", "Release h=3"], lines)
 
+    def test_names_of_numbers(self):
+        capture = Capture()
+        capture.add(COMMAND, 0x1000001f, b"\3\0\x12\2" + bytes(4))
+        capture.add(COMMAND, 0x10000011, b"\3\0\1\0")
+        capture.add(COMMAND, 0x1000002e, b"\3\0\1\0")
+        capture.add(COMMAND, 0x1000000c, b"\3\0" + bytes(4) + b"\3\x63")
+        path = self.save(capture)
+        shown_names = tshark(path, "-V")
+        for line in ["key_code: ENTER (18)", "key_type: REPEAT (2)", "value: ON (1)",
+                     "value: CARD (1)", "screen_rotate: ROTATE_270 (3)", "screen_mode: Unknown (99)"]:
+            self.assertIn(f"        {line}\n", shown_names)
+        self.assertEqual("1\n", tshark(path, "-Y", 'dtv.BMLKeyEventNotify.key_code == "ENTER"',
+                                       "-T", "fields", "-e", "frame.number"))
+
     def test_filters_and_flow_graph(self):
         capture = Capture()
         capture.add(COMMAND, 0x10000006, b"\3\0\0\0\x20\0\0\0\1\0\0\0", thread=4711)

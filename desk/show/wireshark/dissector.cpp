@@ -1,14 +1,18 @@
 // Prints the dissector for Wireshark: what the catalogue has about the messages, as Lua tables, and
-// after it the Lua code that uses them.
+// after it the Lua code that uses them. The names of the numbers come from the Java enumerations.
 //
-// usage: dtv-dissector CODE
+// usage: dtv-dissector CODE FOLDER_OF_THE_ENUMERATIONS
 #include "records/catalogue.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <map>
+#include <regex>
+#include <set>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -16,6 +20,63 @@ using catalogue::Field;
 using catalogue::Kind;
 using catalogue::Message;
 using catalogue::Record;
+
+struct Constant {
+    std::string name;
+    std::string number; ///< decimal digits
+};
+
+/// The name of an enumeration by what it is of: a record and a field, as
+/// "TS_KEY_EVENT_REQ.key_code", or the one value of a message, as "StartRec.value".
+const std::map<std::string, std::string>& enumerated() {
+    static const std::map<std::string, std::string> enumerations = {
+#define ENUMERATED(record, field, enumeration) {#record "." #field, #enumeration},
+#define ENUMERATED_VALUE(message, enumeration) {#message ".value", #enumeration},
+#include "enumerations.def"
+    };
+    return enumerations;
+}
+
+/// What cannot be made into a dissector ends the program.
+[[noreturn]] void fail(const std::string& what) {
+    std::cerr << "dtv-dissector: " << what << '\n';
+    std::exit(1);
+}
+
+/// The constants that a Java source declares: NAME(number) at the beginning of a line.
+std::vector<Constant> constantsOf(const std::string& file) {
+    std::ifstream source(file);
+    static const std::regex constant(R"(^\s+([A-Z][A-Z0-9_]*)\((\d+)\)[,;]\s*$)");
+    std::vector<Constant> constants;
+    std::smatch found;
+    for (std::string line; std::getline(source, line);) {
+        if (std::regex_match(line, found, constant)) {
+            constants.push_back({found[1], found[2]});
+        }
+    }
+    if (constants.empty()) {
+        fail("no constants in " + file);
+    }
+    return constants;
+}
+
+void printEnumerations(const std::string& folder) {
+    std::set<std::string> names;
+    for (const auto& [place, name] : enumerated()) {
+        names.insert(name);
+    }
+    std::printf("local enumerations = {\n");
+    for (const std::string& name : names) {
+        std::printf("    %s = {", name.c_str());
+        const char* before = "";
+        for (const Constant& constant : constantsOf(folder + "/BG_TE_DTVSVLIB_" + name + ".java")) {
+            std::printf("%s[%s] = \"%s\"", before, constant.number.c_str(), constant.name.c_str());
+            before = ", ";
+        }
+        std::printf("},\n");
+    }
+    std::printf("}\n\n");
+}
 
 using Records = std::map<std::string, const Record*>;
 
@@ -57,6 +118,17 @@ Records allRecords() {
     return records;
 }
 
+/// The places of which the table has an enumeration, and that are there.
+std::set<std::string> used_enumerations;
+
+void printEnumeration(const std::string& place) {
+    const auto found = enumerated().find(place);
+    if (found != enumerated().end()) {
+        std::printf(", enumeration = \"%s\"", found->second.c_str());
+        used_enumerations.insert(place);
+    }
+}
+
 void printRecord(const Record& record) {
     std::printf("    %s = {name = \"%s\", size = %zu, fields = {\n", record.name.c_str(),
                 record.name.c_str(), record.size);
@@ -66,6 +138,7 @@ void printRecord(const Record& record) {
         if (field.record != nullptr) {
             std::printf(", record = \"%s\"", field.record->name.c_str());
         }
+        printEnumeration(record.name + '.' + field.name);
         std::printf("},\n");
     }
     std::printf("    }},\n");
@@ -79,6 +152,9 @@ void printMessage(const Message& message) {
     }
     if (message.reply_event != 0) {
         std::printf(", reply_event = 0x%08x", static_cast<unsigned>(message.reply_event));
+    }
+    if (message.record->name == "TS_ONE_VALUE_REQ") {
+        printEnumeration(std::string(message.name) + ".value");
     }
     std::printf("},\n");
 }
@@ -95,13 +171,18 @@ void printTables() {
         }
     }
     std::printf("}\n\n");
+    for (const auto& [place, name] : enumerated()) {
+        if (used_enumerations.count(place) == 0) {
+            fail("there is no " + place);
+        }
+    }
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::cerr << "usage: dtv-dissector CODE\n";
+    if (argc != 3) {
+        std::cerr << "usage: dtv-dissector CODE FOLDER_OF_THE_ENUMERATIONS\n";
         return 2;
     }
     std::ifstream code(argv[1], std::ios::binary);
@@ -111,6 +192,7 @@ int main(int argc, char** argv) {
     }
     std::printf("-- Made while building. Shows the captures of the DTV service in Wireshark:\n"
                 "-- wireshark -X lua_script:dtv.lua FILE\n\n");
+    printEnumerations(argv[2]);
     printTables();
     std::fflush(stdout);
     std::cout << code.rdbuf() << std::flush;

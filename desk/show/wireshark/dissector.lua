@@ -1,4 +1,4 @@
--- The dissector. The tables `records` and `messages` come before this; docs/capture.md describes the
+-- The dissector. The tables `enumerations`, `records` and `messages` come before this; docs/capture.md describes the
 -- bytes of a packet, the names of the fields and which messages belong together.
 
 local VERSION = 1
@@ -80,7 +80,8 @@ local NUMBERS = {
     signed = {ProtoField.int8, ProtoField.int16, ProtoField.int24, ProtoField.int32},
 }
 
-local function make_field(field, name)
+-- `enumeration` is the name of the one that the field's numbers are of, or nil.
+local function make_field(field, name, enumeration)
     if field.kind == "record" then
         return ProtoField.none(name, field.name)
     elseif field.kind == "bytes" then
@@ -88,16 +89,18 @@ local function make_field(field, name)
     elseif field.kind == "text" or field.kind == "utf16" then
         return ProtoField.string(name, field.name)
     end
-    return NUMBERS[field.kind][field.size](name, field.name)
+    return NUMBERS[field.kind][field.size](name, field.name, base.DEC, enumerations[enumeration])
 end
 
--- The layout of a record under a name: its fields with a ProtoField each.
-local function make_layout(record, name)
+-- The layout of a record under a name: its fields with a ProtoField each. `value_enumeration` is the
+-- name of the enumeration of the field `value`, or nil.
+local function make_layout(record, name, value_enumeration)
     local layout = {name = record.name, size = record.size, fields = {}, by_name = {}}
     for i, field in ipairs(record.fields) do
         local path = name .. "." .. field.name
         local made = {name = field.name, offset = field.offset, size = field.size,
-            count = field.count, kind = field.kind, proto = make_field(field, path)}
+            count = field.count, kind = field.kind, proto = make_field(field, path,
+                field.enumeration or field.name == "value" and value_enumeration)}
         if field.kind == "record" then
             made.layout = make_layout(records[field.record], path)
         end
@@ -127,8 +130,8 @@ local function find_reserved(layout, start, spans)
     return spans
 end
 
-local function make_whole_layout(record, name)
-    local layout = make_layout(record, name)
+local function make_whole_layout(record, name, value_enumeration)
+    local layout = make_layout(record, name, value_enumeration)
     layout.reserved = find_reserved(layout, 0, {})
     return layout
 end
@@ -137,7 +140,7 @@ end
 local any_handle = {}
 for _, message in pairs(messages) do
     local name = "dtv." .. message.name
-    message.layout = make_whole_layout(records[message.record], name)
+    message.layout = make_whole_layout(records[message.record], name, message.enumeration)
     message.has_handle = message.layout.by_name.handle ~= nil
     if message.answer then
         message.answer_layout = make_whole_layout(records[message.answer], name .. ".answer")
