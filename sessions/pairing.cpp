@@ -86,7 +86,7 @@ void Pairing::addCommand(const Message& message, const catalogue::Message* known
         if (rival) {
             queue.back().command.ambiguous = true;
         }
-        queue.push_back(std::move(waiting));
+        queue.push_back(waiting);
     }
     threads_[message.thread_id].command = std::move(sent);
 }

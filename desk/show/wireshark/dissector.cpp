@@ -9,7 +9,6 @@
 #include <fstream>
 #include <iostream>
 #include <map>
-#include <regex>
 #include <set>
 #include <string>
 #include <vector>
@@ -43,15 +42,34 @@ const std::map<std::string, std::string>& enumerated() {
     std::exit(1);
 }
 
-/// The constants that a Java source declares: NAME(number) at the beginning of a line.
+/// How many characters of `text` from `begin` on are among `characters`.
+size_t spanOf(const std::string& text, size_t begin, const char* characters) {
+    const size_t end = text.find_first_not_of(characters, begin);
+    return (end == std::string::npos ? text.size() : end) - begin;
+}
+
+/// NAME(NUMBER) alone on a line, followed by a comma or a semicolon; false for another line.
+bool readConstant(const std::string& line, Constant& constant) {
+    const size_t name = spanOf(line, 0, " ");
+    const size_t name_size = spanOf(line, name, "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_");
+    const size_t number = name + name_size + 1;
+    if (name_size == 0 || number >= line.size() || line[number - 1] != '(') {
+        return false;
+    }
+    const size_t number_size = spanOf(line, number, "0123456789");
+    const std::string rest = line.substr(number + number_size);
+    constant = {line.substr(name, name_size), line.substr(number, number_size)};
+    return number_size > 0 && (rest == ")," || rest == ");");
+}
+
+/// The constants that a Java source declares.
 std::vector<Constant> constantsOf(const std::string& file) {
     std::ifstream source(file);
-    static const std::regex constant(R"(^\s+([A-Z][A-Z0-9_]*)\((\d+)\)[,;]\s*$)");
     std::vector<Constant> constants;
-    std::smatch found;
+    Constant constant;
     for (std::string line; std::getline(source, line);) {
-        if (std::regex_match(line, found, constant)) {
-            constants.push_back({found[1], found[2]});
+        if (readConstant(line, constant)) {
+            constants.push_back(constant);
         }
     }
     if (constants.empty()) {
