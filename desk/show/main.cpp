@@ -65,7 +65,7 @@ public:
     /// As far as the stream has messages.
     void run() {
         printPackets();
-        while (!reader_.error().empty() && interrupted == 0) {
+        while (!reader_.error().empty() && interrupted == 0 && isWritten()) {
             const std::string error = reader_.error();
             const std::optional<sessions::Gap> gap = reader_.resume();
             if (!gap) {
@@ -106,9 +106,16 @@ private:
         complain(name_ + ": " + what);
     }
 
+    /// Whether all could be written so far: nobody waits for what is read otherwise.
+    static bool isWritten() { return std::ferror(stdout) == 0; }
+
     /// As far as next() finds them.
     void printPackets() {
-        while (const auto packet = reader_.next()) {
+        while (isWritten()) {
+            const auto packet = reader_.next();
+            if (!packet) {
+                return;
+            }
             std::string error;
             if (const auto message = sessions::readMessage(*packet, error)) {
                 printer_.print(*message, packet->offset);

@@ -259,6 +259,14 @@ if [ -e /dev/full ]; then
     actual=0
     run "$show" --list >/dev/full 2>"$errors" || actual=$?
     check "exit status when the list cannot be written" 1 "$actual"
+    for options in --brief --json "--follow --brief" "--follow --json"; do
+        actual=0
+        # shellcheck disable=SC2086 # a list of words
+        run "$show" $options "$capture" >/dev/full 2>"$errors" || actual=$?
+        check "exit status when the output of $options cannot be written" 1 "$actual"
+        check "messages when the output of $options cannot be written" \
+            "dtv-show: cannot write to standard output" "$(cat "$errors")"
+    done
 fi
 
 [ "$failed" -eq 0 ] && echo "passed"
