@@ -37,6 +37,7 @@ std::optional<Message> readMessage(const Packet& packet, std::string& error) {
     message.time = packet.time;
     message.kind = bytes.data[1];
     message.surfaces = bytes.data[2];
+    message.reserved = bytes.data[3];
     message.thread_id = number(4);
     message.id = static_cast<int32_t>(number(8));
     message.value = static_cast<int32_t>(number(12));

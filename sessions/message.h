@@ -24,6 +24,7 @@ struct Message {
     Moment time;
     uint8_t kind = 0; ///< a Kind, or a number that is none yet
     uint8_t surfaces = 0;
+    uint8_t reserved = 0; ///< byte 3 of the header, which has no meaning yet
     uint32_t thread_id = 0;
     int32_t id = 0;
     int32_t value = 0; ///< what the send or the listener returned

@@ -250,6 +250,9 @@ std::string jsonMessage(const Message& message, const sessions::Link& link, uint
     json += ",\"value\":" + std::to_string(message.value) +
             ",\"size\":" + std::to_string(message.size) +
             ",\"surfaces\":" + std::to_string(message.surfaces);
+    if (message.reserved != 0) {
+        json += ",\"header_reserved\":" + std::to_string(message.reserved);
+    }
     addLink(link, json);
     addRecord(message, layoutOf(message, known), json);
     return json + '}';

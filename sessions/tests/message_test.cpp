@@ -25,13 +25,14 @@ std::string messageErrorOf(const std::string& hex) {
 TEST(Message, SplitsItsHeaderIntoFields) {
     std::string error;
     const auto message =
-        sessions::readMessage(packetOf("01020300 67120000 40000010 feffffff 0c000000"
+        sessions::readMessage(packetOf("01020304 67120000 40000010 feffffff 0c000000"
                                        "31323334353637383930616263646566 0304",
                                        5),
                               error);
     ASSERT_TRUE(message.has_value());
     EXPECT_EQ(message->kind, 2);
     EXPECT_EQ(message->surfaces, 3);
+    EXPECT_EQ(message->reserved, 4);
     EXPECT_EQ(message->thread_id, 4711u);
     EXPECT_EQ(message->id, 0x10000040);
     EXPECT_EQ(message->value, -2);

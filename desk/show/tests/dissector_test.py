@@ -148,16 +148,16 @@ def flat(fields, path, texts):
                 yield key, element if key in texts else colons(element)
 
 
-def text_fields():
-    """The names of the fields that are texts for tshark."""
+def record_fields():
+    """The types of the fields of the records, by their names as tshark has them."""
     with tempfile.TemporaryDirectory() as home:
         listed = run("tshark", "-G", "fields", "-X", f"lua_script:{LUA}",
                      env={**os.environ, "HOME": home, "XDG_CONFIG_HOME": home}, check=True)
-    found = set()
+    found = {}
     for line in listed.stdout.decode(errors="replace").splitlines():
         words = line.split("\t")
-        if words[0] == "F" and words[2].startswith("dtv.") and words[3] == "FT_STRING":
-            found.add(words[2])
+        if words[0] == "F" and re.match(r"dtv\.\w+\.", words[2]):
+            found[words[2]] = words[3]
     return found
 
 
@@ -174,7 +174,8 @@ class DissectorTest(unittest.TestCase):
         cls.folder = tempfile.TemporaryDirectory()
         cls.addClassCleanup(cls.folder.cleanup)
         cls.messages = known_messages()
-        cls.texts = text_fields()
+        cls.fields = record_fields()
+        cls.texts = {name for name, kind in cls.fields.items() if kind == "FT_STRING"}
 
     def save(self, capture, name="capture.pcapng"):
         path = pathlib.Path(self.folder.name, name)
@@ -186,7 +187,8 @@ class DissectorTest(unittest.TestCase):
         what = f"message {here['number']}: {here}"
         for key, name in [("thread", "thread"), ("name", "name")]:
             self.assertEqual(here.get(key), there.one(f"dtv.{name}"), what)
-        for key in ("thread_id", "value", "size", "surfaces", "session", "partner", "left_out"):
+        for key in ("thread_id", "value", "size", "surfaces", "session", "partner", "left_out",
+                    "header_reserved"):
             expected = str(here[key]) if key in here else None
             self.assertEqual(expected, there.one(f"dtv.{key}"), f"{key} of {what}")
         kinds = {"command": 1, "answer": 2, "event": 3, "refused": 4}
@@ -275,7 +277,25 @@ class DissectorTest(unittest.TestCase):
         with_records = {(message["name"], message["kind"]) for message in document["messages"]
                         if message["fields"]}
         self.assertEqual(158, len(with_records))
+        self.assertEqual(set(self.fields), compared)
         print(f"{capture.count} messages, {len(compared)} fields compared", flush=True)
+        self.check_experts(path, packets)
+
+    def test_any_bytes(self):
+        capture, draw = Capture(), random.Random(4711)
+        numbers = [message[0] for message in self.messages] + [0, 0x10000008, 0x7fffffff]
+        for _ in range(3000):
+            capture.now += draw.randrange(10**6)
+            record = draw.randbytes(draw.choice([0, 1, 2, 8, 16, 130, 2600, 6400]))
+            packet = bytearray(draw.randbytes(36) + record)
+            packet[0:2] = bytes([1, draw.choice([0, 1, 2, 3, 4, 5, 255])])
+            packet[8:12] = struct.pack("<I", draw.choice(numbers))
+            capture.add_packet(bytes(packet[:draw.choice([len(packet)] * 9 + [20])]),
+                               draw.choice([0, 0, 0, 70000]))
+        path = self.save(capture)
+        document, packets, _ = self.compare_all(path)
+        self.assertEqual(capture.count, len(packets))
+        self.assertGreater(document["count"], 2000)
         self.check_experts(path, packets)
 
     def test_partners_and_times(self):

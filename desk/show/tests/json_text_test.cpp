@@ -145,10 +145,12 @@ TEST(JsonMessage, ShowsWhatItDoesNotKnow) {
     sessions::Message message = messageWith(9, 0x10000008, "0341");
     message.time = {9223372036854775807, 5};
     message.thread_name = "\xff";
+    message.reserved = 7;
     EXPECT_EQ(show::jsonMessage(message, linkWith(), 88),
               "{\"number\":7,\"offset\":88,\"time\":null,\"seconds\":9223372036854775807,"
               "\"nanoseconds\":5,\"thread\":\"\xef\xbf\xbd\",\"thread_id\":4711,\"kind\":9,"
-              "\"id\":\"0x10000008\",\"value\":0,\"size\":2,\"surfaces\":0,\"record\":\"0341\"}");
+              "\"id\":\"0x10000008\",\"value\":0,\"size\":2,\"surfaces\":0,\"header_reserved\":7,"
+              "\"record\":\"0341\"}");
 }
 
 TEST(JsonOpenCommand, NamesTheCommand) {

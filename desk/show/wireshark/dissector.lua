@@ -28,6 +28,7 @@ local own = {
     thread = ProtoField.string("dtv.thread", "Thread"),
     name = ProtoField.string("dtv.name", "Name"),
     record = ProtoField.bytes("dtv.record", "Record"),
+    header_reserved = ProtoField.uint8("dtv.header_reserved", "Reserved"),
     reserved = ProtoField.bytes("dtv.reserved", "Reserved"),
     cut = ProtoField.bytes("dtv.cut", "Part of a field"),
     surplus = ProtoField.bytes("dtv.surplus", "Surplus"),
@@ -544,7 +545,9 @@ local function add_header(tree, message, known, buffer)
         kind:add_proto_expert_info(experts.unknown, "Unknown kind")
     end
     tree:add(own.surfaces, buffer(2, 1))
-    add_reserved(tree, buffer(0, 4), 3, 4)
+    if message.bytes:byte(4) ~= 0 then
+        tree:add(own.header_reserved, buffer(3, 1)):add_proto_expert_info(experts.reserved)
+    end
     tree:add_le(own.thread_id, buffer(4, 4))
     local id = tree:add_le(own.id, buffer(8, 4))
     if known then
