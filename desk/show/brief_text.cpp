@@ -18,7 +18,7 @@ constexpr size_t kThreadColumns = 10;
 constexpr size_t kNarrowestName = 12;
 constexpr size_t kTimeColumns = 12; ///< milliseconds; the partner's time has the rest
 
-/// The text in so many columns: shortened, with a tilde at its end then.
+/// The text in that many columns: shortened, with a tilde at its end then.
 std::string shortened(const std::string& text, size_t columns) {
     if (columnsOf(text) <= columns) {
         return text;

@@ -27,7 +27,7 @@ public:
         return true;
     }
 
-    /// A number of exactly so many digits, at most `largest`.
+    /// A number of exactly `digits` digits, at most `largest`.
     bool take(size_t digits, int largest, int& number) {
         if (rest_.size() < digits) {
             return false;

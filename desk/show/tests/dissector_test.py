@@ -16,40 +16,11 @@ import tempfile
 import time
 import unittest
 
+from capture_file import ANSWER, COMMAND, EVENT, REFUSED, Capture
+from dissected import dissected, record_fields, tshark
+
 SHOW, LUA = (os.path.abspath(path) for path in sys.argv[1:3])
-COMMAND, ANSWER, EVENT, REFUSED = 1, 2, 3, 4
 LAST_COMMAND = 0x10000041
-
-
-def block(kind, body):
-    size = 12 + len(body)
-    return struct.pack("<II", kind, size) + body + struct.pack("<I", size)
-
-
-class Capture:
-    """A pcapng file as libDtv writes it."""
-
-    def __init__(self):
-        self.now = 1774998843 * 10**9
-        self.count = 0
-        self.blocks = [
-            block(0x0a0d0d0a, struct.pack("<IHHq", 0x1a2b3c4d, 1, 0, -1)),
-            block(1, struct.pack("<HHI", 147, 0, 65536) + struct.pack("<HHB3xI", 9, 1, 9, 0))]
-
-    def add_packet(self, packet, left_out=0):
-        self.count += 1
-        self.blocks.append(block(6, struct.pack(
-            "<IIIII", 0, self.now >> 32, self.now & 0xffffffff, len(packet),
-            len(packet) + left_out) + packet + bytes(-len(packet) % 4)))
-
-    def add(self, kind, number, record=b"", *, value=0, size=None, thread=10, name=b"evening",
-            surfaces=0, left_out=0):
-        self.add_packet(struct.pack("<BBBBIIii16s", 1, kind, surfaces, 0, thread, number, value,
-                                    len(record) if size is None else size, name) + record,
-                        left_out)
-
-    def write(self, path):
-        path.write_bytes(b"".join(self.blocks))
 
 
 def run(*command, **options):
@@ -66,62 +37,6 @@ def known_messages():
         else:
             found[-1][3] = int(words[0])
     return found
-
-
-class Item(dict):
-    """An object of tshark's, with the keys that it has several times."""
-
-    def __init__(self, pairs):
-        super().__init__(pairs)
-        self.pairs = pairs
-
-
-def walk(item):
-    """Each field and value of an object of tshark's, in order, with those under them. What is under
-    a field with a value has a key of its own."""
-    for key, value in item.pairs:
-        if isinstance(value, Item):
-            if not key.endswith("_tree"):
-                yield key, ""
-            yield from walk(value)
-        else:
-            yield key, value
-
-
-class Message:
-    """A packet as tshark shows it."""
-
-    def __init__(self, layers):
-        self.fields = list(walk(layers["dtv"])) if isinstance(layers.get("dtv"), Item) else []
-
-    def all(self, name):
-        return [value for key, value in self.fields if key == name]
-
-    def one(self, name):
-        found = self.all(name)
-        if len(found) > 1:
-            raise ValueError(f"{name}: {found}")
-        return found[0] if found else None
-
-    def has(self, name):
-        return any(key == name for key, _ in self.fields)
-
-
-def tshark(path, *options, passes=1):
-    """What it prints. It has no settings of its own, and Lua no error."""
-    with tempfile.TemporaryDirectory() as home:
-        done = run("tshark", "-X", f"lua_script:{LUA}", *(["-2"] if passes == 2 else []),
-                   "-r", str(path), *options,
-                   env={**os.environ, "HOME": home, "XDG_CONFIG_HOME": home, "LC_ALL": "C.UTF-8"})
-    errors = done.stderr.decode()
-    if done.returncode != 0 or "Lua" in errors or b"Lua Error" in done.stdout:
-        raise RuntimeError(f"tshark: {done.returncode} {errors}")
-    return done.stdout.decode()
-
-
-def dissected(path, passes=1):
-    document = json.loads(tshark(path, "-T", "json", passes=passes), object_pairs_hook=Item)
-    return [Message(packet["_source"]["layers"]) for packet in document]
 
 
 def shown(path):
@@ -148,19 +63,6 @@ def flat(fields, path, texts):
                 yield key, element if key in texts else colons(element)
 
 
-def record_fields():
-    """The types of the fields of the records, by their names as tshark has them."""
-    with tempfile.TemporaryDirectory() as home:
-        listed = run("tshark", "-G", "fields", "-X", f"lua_script:{LUA}",
-                     env={**os.environ, "HOME": home, "XDG_CONFIG_HOME": home}, check=True)
-    found = {}
-    for line in listed.stdout.decode(errors="replace").splitlines():
-        words = line.split("\t")
-        if words[0] == "F" and re.match(r"dtv\.\w+\.", words[2]):
-            found[words[2]] = words[3]
-    return found
-
-
 def nanoseconds(text):
     whole, fraction = re.fullmatch(r"(-?\d+)\.(\d{9})", text).groups()
     return int(whole) * 10**9 + (-1 if whole.startswith("-") else 1) * int(fraction)
@@ -174,7 +76,7 @@ class DissectorTest(unittest.TestCase):
         cls.folder = tempfile.TemporaryDirectory()
         cls.addClassCleanup(cls.folder.cleanup)
         cls.messages = known_messages()
-        cls.fields = record_fields()
+        cls.fields = record_fields(LUA)
         cls.texts = {name for name, kind in cls.fields.items() if kind == "FT_STRING"}
 
     def save(self, capture, name="capture.pcapng"):
@@ -223,7 +125,7 @@ class DissectorTest(unittest.TestCase):
         """All messages of a file; returns dtv-show's document, tshark's messages, and the names of
         the fields that were compared."""
         document, _ = shown(path)
-        packets = dissected(path, passes)
+        packets = dissected(LUA, path, passes)
         compared = set()
         for message in document["messages"]:
             compared |= self.compare(message, packets[message["number"] - 1])
@@ -231,7 +133,7 @@ class DissectorTest(unittest.TestCase):
 
     def check_experts(self, path, packets):
         """Expert items are there as well when nothing asks for the fields."""
-        lines = tshark(path, "-Y", "_ws.expert").splitlines()
+        lines = tshark(LUA, path, "-Y", "_ws.expert").splitlines()
         self.assertEqual([number for number, packet in enumerate(packets, 1)
                           if packet.has("_ws.expert")], [int(line.split()[0]) for line in lines])
         self.assertGreater(len(lines), 0)
@@ -333,7 +235,7 @@ class DissectorTest(unittest.TestCase):
             self.assertGreater(len(waiting), 20)
             self.assertEqual(waiting, [number for number, packet in enumerate(packets, 1)
                                        if packet.has("dtv.unanswered")])
-            packets = dissected(path)
+            packets = dissected(LUA, path)
             self.check_experts(path, packets)
             for packet in packets:
                 self.assertFalse(packet.has("dtv.unanswered"), "known after the last message only")
@@ -350,7 +252,7 @@ class DissectorTest(unittest.TestCase):
         document, packets, _ = self.compare_all(path)
         self.assertEqual([1, 2, 6], [message["number"] for message in document["messages"]])
         self.assertTrue(packets[0].has("dtv.unknown") and packets[1].has("dtv.unknown"))
-        lines = tshark(path, "-T", "fields", "-e", "_ws.col.Info").splitlines()
+        lines = tshark(LUA, path, "-T", "fields", "-e", "_ws.col.Info").splitlines()
         self.assertEqual(["0x10000008", "Release", "A message of version 2; this dissector reads "
                           "version 1", "35 bytes; a message begins with 36",
                           "0 bytes; a message begins with 36", "Release h=3"], lines)
@@ -362,11 +264,11 @@ class DissectorTest(unittest.TestCase):
         capture.add(COMMAND, 0x1000002e, b"\3\0\1\0")
         capture.add(COMMAND, 0x1000000c, b"\3\0" + bytes(4) + b"\3\x63")
         path = self.save(capture)
-        shown_names = tshark(path, "-V")
+        shown_names = tshark(LUA, path, "-V")
         for line in ["key_code: ENTER (18)", "key_type: REPEAT (2)", "value: ON (1)",
                      "value: CARD (1)", "screen_rotate: ROTATE_270 (3)", "screen_mode: Unknown (99)"]:
             self.assertIn(f"        {line}\n", shown_names)
-        self.assertEqual("1\n", tshark(path, "-Y", 'dtv.BMLKeyEventNotify.key_code == "ENTER"',
+        self.assertEqual("1\n", tshark(LUA, path, "-Y", 'dtv.BMLKeyEventNotify.key_code == "ENTER"',
                                        "-T", "fields", "-e", "frame.number"))
 
     def test_filters_and_flow_graph(self):
@@ -381,9 +283,9 @@ class DissectorTest(unittest.TestCase):
                                 ("dtv.result != 0", "2"), ('dtv.id == "SelectChannelReply"', "2 3"),
                                 ("dtv.partner == 1", "2"), ('dtv.name contains "Reply"', "2 3")]:
             self.assertEqual(numbers.split(), tshark(
-                path, "-Y", wanted, "-T", "fields", "-e", "frame.number").split(), wanted)
+                LUA, path, "-Y", wanted, "-T", "fields", "-e", "frame.number").split(), wanted)
         lines = [re.sub(r"\s+", " ", line).strip()
-                 for line in tshark(path, "-q", "-z", "flow,any,network").splitlines()]
+                 for line in tshark(LUA, path, "-q", "-z", "flow,any,network").splitlines()]
         drawn = [line for line in lines if "DTV: " in line]
         self.assertEqual(["SelectChannel h=3", "SelectChannelReply h=3 r=5",
                           "SelectChannelReply refused h=3 ret=1"],
@@ -423,7 +325,7 @@ class DissectorTest(unittest.TestCase):
                 capture.add(kind, number, record, thread=thread)
         path = self.save(capture)
         begun = time.monotonic()
-        listed = tshark(path).count("\n")
+        listed = tshark(LUA, path).count("\n")
         taken = time.monotonic() - begun
         self.assertEqual(100000, listed)
         begun = time.monotonic()

@@ -1,7 +1,7 @@
 // Prints the dissector for Wireshark: what the catalogue has about the messages, as Lua tables, and
 // after it the Lua code that uses them. The names of the numbers come from the Java enumerations.
 //
-// usage: dtv-dissector CODE FOLDER_OF_THE_ENUMERATIONS
+// usage: dtv-dissector FOLDER_OF_THE_ENUMERATIONS CODE...
 #include "records/catalogue.h"
 
 #include <cstdio>
@@ -199,21 +199,22 @@ void printTables() {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 3) {
-        std::cerr << "usage: dtv-dissector CODE FOLDER_OF_THE_ENUMERATIONS\n";
-        return 2;
-    }
-    std::ifstream code(argv[1], std::ios::binary);
-    if (!code) {
-        std::cerr << "dtv-dissector: cannot open " << argv[1] << '\n';
+    if (argc < 3) {
+        std::cerr << "usage: dtv-dissector FOLDER_OF_THE_ENUMERATIONS CODE...\n";
         return 2;
     }
     std::printf("-- Made while building. Shows the captures of the DTV service in Wireshark:\n"
                 "-- wireshark -X lua_script:dtv.lua FILE\n\n");
-    printEnumerations(argv[2]);
+    printEnumerations(argv[1]);
     printTables();
     std::fflush(stdout);
-    std::cout << code.rdbuf() << std::flush;
+    for (int i = 2; i < argc; ++i) {
+        std::ifstream code(argv[i], std::ios::binary);
+        if (!code) {
+            fail(std::string("cannot open ") + argv[i]);
+        }
+        std::cout << code.rdbuf() << '\n' << std::flush;
+    }
     if (!std::cout || std::ferror(stdout) != 0) {
         std::cerr << "dtv-dissector: cannot write\n";
         return 1;
