@@ -212,8 +212,8 @@ read, 1 when it is no capture or is cut or damaged (everything else is printed),
   --json            one JSON document, each message on a line of its own
   --follow          waits for more at the end of the file, until interrupted
 
-Which messages are printed; each option may be given several times but --from and
---to, and a message must be what each of them asks for:
+Which messages are printed. Each option may be given several times, but for
+--from and --to; a message must be what each of them asks for:
 
   --only NAME       those of that name, such as SelectChannel
   --kind KIND       command, answer, event or refused
@@ -224,8 +224,8 @@ Which messages are printed; each option may be given several times but --from an
   --to TIME         not after it; TIME is 20:14, 20:14:03.5, 2026-03-31 or
                     "2026-03-31 20:14:03", local, or UTC with a Z after it
 
-  --wireshark       prints the commands with which Wireshark and tshark show FILE
-                    with all fields
+  --wireshark       prints the commands with which Wireshark and tshark show all
+                    fields of FILE
   --list            prints the messages that are known: number, size of the
                     record in bytes, name, record
   --help            shows this
