@@ -201,7 +201,7 @@ class DissectorTest(unittest.TestCase):
         self.check_experts(path, packets)
 
     def test_partners_and_times(self):
-        for seed in range(5):
+        for seed in range(3):
             capture, draw = Capture(), random.Random(seed)
             numbers = [0x10000000, 0x10000000, 0x10000002, 0x10000003, 0x10000006, 0x10000006,
                        0x10000038, 0x10000040]
