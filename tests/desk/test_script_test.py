@@ -6,7 +6,7 @@ import unittest
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 BUILDS = ["gcc", "gcc-sanitized", "gcc-thread", "clang", "clang-sanitized"]
 ABIS = ["i386", "armhf"]
-FOLDERS = ["src", "java", "platform", "simulator", "desk", "tests"]
+FOLDERS = ["src", "java", "platform", "simulator", "sessions", "desk", "tests"]
 BENCHMARKS = ["benchmarks"] if (ROOT / "bench").exists() else []
 
 
