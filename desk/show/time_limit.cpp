@@ -96,8 +96,10 @@ bool takeTimeOfDay(Scanner& scanner, TimeLimit& limit) {
 bool setMoment(std::tm fields, bool utc, TimeLimit& limit) {
     const std::tm wanted = fields;
     fields.tm_isdst = -1;
+    // Set by whoever finds the moment: it may be beyond what the machine can count.
+    fields.tm_wday = -1;
     const time_t seconds = utc ? timegm(&fields) : mktime(&fields);
-    if (fields.tm_year != wanted.tm_year || fields.tm_mon != wanted.tm_mon ||
+    if (fields.tm_wday < 0 || fields.tm_year != wanted.tm_year || fields.tm_mon != wanted.tm_mon ||
         fields.tm_mday != wanted.tm_mday) {
         return false;
     }
