@@ -182,6 +182,8 @@ check "messages about empty input" "dtv-show: standard input: the file is empty"
 
 # The file grows while it is read, in pieces that are no whole blocks, until a signal comes.
 : >"$folder/growing"
+# What an earlier program printed there would be taken for this one's.
+: >"$folder/live"
 # shellcheck disable=SC2086 # a list of words
 (exec $emulator "$show" --follow --brief "$folder/growing") >"$folder/live" 2>"$errors" &
 shower=$!
@@ -213,6 +215,7 @@ check "messages after --follow" "" "$(cat "$errors")"
 check "output of --follow" "2 messages" "$(tail -n 1 "$folder/live")"
 check "commands that wait" "2 commands without an answer: #1 #2" \
     "$(tail -n 2 "$folder/live" | head -n 1)"
+: >"$folder/live"
 # shellcheck disable=SC2086 # a list of words
 (exec $emulator "$show" --follow --json "$folder/growing") >"$folder/live" 2>"$errors" &
 shower=$!
