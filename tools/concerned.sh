@@ -12,14 +12,15 @@ labels_of() {
     tests/binding/*) echo binding ;;
     src/entry/*) echo "entry|binding" ;;
     tests/entry/*) echo entry ;;
-    src/records/*) echo "$all_of_the_bridge|show|simulator" ;;
+    src/records/*) echo "$all_of_the_bridge|sessions|show|simulator" ;;
     tests/records/*) echo records ;;
     tests/harness/* | tests/strict_jni/* | tests/java/*) echo "$all_of_the_bridge" ;;
-    java/*) echo "$all_of_the_bridge|desk|rows" ;;
+    java/*) echo "$all_of_the_bridge|desk|rows|show" ;;
     platform/*) echo "$all_of_the_bridge|platform|show|simulator|desk" ;;
     tests/platform/*) echo platform ;;
     simulator/tests/*) echo simulator ;;
     simulator/*) echo "simulator|desk" ;;
+    sessions/*) echo "sessions|show" ;;
     desk/show/*) echo show ;;
     desk/* | tests/desk/* | run | test) echo desk ;;
     tools/rows/*) echo rows ;;

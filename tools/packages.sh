@@ -28,7 +28,8 @@ test_packages="
     lld
     junit4
     python3-pexpect
-    tcpdump"
+    tcpdump
+    tshark"
 
 # To check the sources with `./test --lint` besides.
 lint_packages=clang-tidy

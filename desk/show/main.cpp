@@ -1,21 +1,22 @@
 // dtv-show: prints a capture of the messages.
-#include "desk/show/capture_reader.h"
+#include "desk/show/followed_file.h"
 #include "desk/show/message.h"
+#include "desk/show/options.h"
+#include "desk/show/printer.h"
+
+#include "sessions/capture_reader.h"
 
 #include "records/catalogue.h"
 
-#include <algorithm>
-#include <cctype>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <optional>
-#include <set>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace {
@@ -24,73 +25,12 @@ constexpr int kGood = 0;
 constexpr int kBadFile = 1;  ///< it is no capture, or not whole
 constexpr int kNotBegun = 2; ///< wrong arguments, or a file that cannot be opened
 
-constexpr char kUsage[] = R"(usage: dtv-show [--only NAME]... FILE
-       dtv-show --list
-
-Prints the messages of a capture, each decoded field by field. FILE is - for
-standard input, whose messages are printed as they come. What is damaged is
-skipped, and what was skipped is said. Exit status: 0 when the whole file was
-read, 1 when it is no capture or is cut or damaged (everything else is printed),
-2 when it cannot be opened or an argument is wrong.
-
-  --only NAME  prints only the messages of that name, such as SelectChannel;
-               may be repeated
-  --list       prints the messages that are known: number, size of the record
-               in bytes, name, record
-  --help       shows this
-)";
-
-struct Options {
-    std::set<int> only; ///< numbers of the messages to print; empty for all
-    std::string file;   ///< empty when none was given
-    bool list = false;
-    bool help = false;
-};
+/// Set by the signals that end --follow.
+volatile std::sig_atomic_t interrupted = 0;
 
 int complain(const std::string& what) {
     std::cerr << "dtv-show: " << what << '\n';
     return kNotBegun;
-}
-
-int complainOfUse(const std::string& what) {
-    complain(what);
-    std::cerr << kUsage;
-    return kNotBegun;
-}
-
-/// How many letters must be put in, left out or exchanged to make one name the other; capitals do
-/// not count.
-size_t distance(std::string_view one, std::string_view other) {
-    const auto lower = [](char c) { return std::tolower(static_cast<unsigned char>(c)); };
-    std::vector<size_t> row(other.size() + 1);
-    for (size_t j = 0; j < row.size(); ++j) {
-        row[j] = j;
-    }
-    for (size_t i = 1; i <= one.size(); ++i) {
-        size_t diagonal = row[0];
-        row[0] = i;
-        for (size_t j = 1; j < row.size(); ++j) {
-            const size_t exchanged = diagonal + (lower(one[i - 1]) == lower(other[j - 1]) ? 0 : 1);
-            diagonal = row[j];
-            row[j] = std::min({row[j] + 1, row[j - 1] + 1, exchanged});
-        }
-    }
-    return row.back();
-}
-
-std::string nearestName(std::string_view wanted) {
-    std::string_view nearest;
-    size_t smallest = std::string_view::npos;
-    for (const auto* messages : {&catalogue::commands(), &catalogue::events()}) {
-        for (const catalogue::Message& message : *messages) {
-            const size_t found = distance(wanted.substr(0, 64), message.name);
-            if (found < smallest) {
-                smallest = found;
-                nearest = message.name;
-            }
-        }
-    }
-    return std::string(nearest);
 }
 
 void list() {
@@ -115,178 +55,187 @@ int finish(int status) {
     return status;
 }
 
-/// Prints messages, and counts them.
-class Printer {
+/// Reads a capture to its end and prints it.
+class Showing {
 public:
-    Printer(const Options& options, bool at_once) : options_(options), at_once_(at_once) {}
+    /// `stream` and `printer` must outlive the object.
+    Showing(std::istream& stream, std::string name, show::Printer& printer)
+        : reader_(stream), name_(std::move(name)), printer_(printer) {}
 
-    void print(const show::Message& message) {
-        ++count_;
-        if (!options_.only.empty() && options_.only.count(message.id) == 0) {
-            return;
-        }
-        ++printed_;
-        const show::LocalTime time = show::localTime(message.time);
-        if (time.date != date_) {
-            date_ = time.date;
-            std::printf("%s\n", date_.c_str());
-        }
-        for (const std::string& line : show::messageLines(message, time.time)) {
-            std::printf("%s\n", line.c_str());
-        }
-        if (at_once_) {
-            std::fflush(stdout);
+    /// As far as the stream has messages.
+    void run() {
+        printPackets();
+        while (!reader_.error().empty() && interrupted == 0 && isWritten()) {
+            const std::string error = reader_.error();
+            const std::optional<sessions::Gap> gap = reader_.resume();
+            if (!gap) {
+                // A part of a block at the end of a file that is being written is no error.
+                last_error_ = interrupted == 0 ? error : "";
+                break;
+            }
+            report(error + "; skipped " + std::to_string(gap->size) + " bytes, to byte " +
+                   std::to_string(gap->offset + gap->size));
+            printPackets();
         }
     }
 
-    void printCount() const {
-        if (options_.only.empty()) {
-            std::printf("%zu message%s\n", count_, count_ == 1 ? "" : "s");
-        } else {
-            std::printf("%zu of %zu message%s\n", printed_, count_, count_ == 1 ? "" : "s");
+    /// After run(). `failure` is why the stream ended, when that is not its own end. Returns the
+    /// exit status.
+    int end(const std::string& failure) {
+        const std::string& error = failure.empty() ? last_error_ : failure;
+        if (!error.empty()) {
+            printer_.report(error);
         }
+        printer_.end();
+        const int status = finish(kGood);
+        if (!error.empty()) {
+            // The count comes first, for the file ends here.
+            complain(name_ + ": " + error);
+            return kBadFile;
+        }
+        return good_ ? status : kBadFile;
     }
 
 private:
-    const Options& options_;
-    const bool at_once_; ///< each message as soon as it is there
-    std::string date_;   ///< printed last
-    size_t count_ = 0;
-    size_t printed_ = 0;
+    /// Something is wrong with the file: it is said on standard error, and in the printed document.
+    void report(const std::string& what) {
+        good_ = false;
+        printer_.report(what);
+        // What was printed before comes before it on a terminal.
+        std::fflush(stdout);
+        complain(name_ + ": " + what);
+    }
+
+    /// Whether all could be written so far: nobody waits for what is read otherwise.
+    static bool isWritten() { return std::ferror(stdout) == 0; }
+
+    /// As far as next() finds them.
+    void printPackets() {
+        while (isWritten()) {
+            const auto packet = reader_.next();
+            if (!packet) {
+                return;
+            }
+            std::string error;
+            if (const auto message = sessions::readMessage(*packet, error)) {
+                printer_.print(*message, packet->offset);
+            } else {
+                printer_.pass();
+                report(error);
+            }
+        }
+    }
+
+    sessions::CaptureReader reader_;
+    const std::string name_;
+    show::Printer& printer_;
+    bool good_ = true;
+    std::string last_error_; ///< after which nothing of the file can be read
 };
 
-/// Says what is wrong with a file; what was printed before comes before it on a terminal.
-void complainOfFile(const std::string& name, const std::string& what) {
-    std::fflush(stdout);
-    complain(name + ": " + what);
+int showStream(std::istream& stream, const std::string& name, const show::Options& options,
+               bool at_once) {
+    const auto printer = show::makePrinter(options, name, at_once);
+    Showing showing(stream, name, *printer);
+    showing.run();
+    return showing.end({});
 }
 
-/// The packets of a file as far as next() finds them. Whether all of them are messages.
-bool printPackets(show::CaptureReader& reader, const std::string& name, Printer& printer) {
-    bool good = true;
-    while (const auto packet = reader.next()) {
-        std::string error;
-        if (const auto message = show::readMessage(*packet, error)) {
-            printer.print(*message);
-        } else {
-            good = false;
-            complainOfFile(name, error);
-        }
+int follow(const show::Options& options) {
+    show::FollowedFile file(interrupted);
+    const std::string error = file.open(options.file);
+    if (!error.empty()) {
+        return complain(error);
     }
-    return good;
-}
-
-int printMessages(std::istream& file, const std::string& name, const Options& options) {
-    show::CaptureReader reader(file);
-    Printer printer(options, &file == &std::cin);
-    bool good = printPackets(reader, name, printer);
-    while (!reader.error().empty()) {
-        good = false;
-        const std::string error = reader.error();
-        const std::optional<show::Gap> gap = reader.resume();
-        if (!gap) {
-            // The count comes first, for the file ends here.
-            printer.printCount();
-            finish(kGood);
-            complain(name + ": " + error);
-            return kBadFile;
-        }
-        complainOfFile(name, error + "; skipped " + std::to_string(gap->size) + " bytes, to byte " +
-                                 std::to_string(gap->offset + gap->size));
-        good = printPackets(reader, name, printer) && good;
+    struct sigaction action = {};
+    action.sa_handler = [](int) { interrupted = 1; };
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        sigaction(signal, &action, nullptr);
     }
-    printer.printCount();
-    const int status = finish(kGood);
-    return good ? status : kBadFile;
+    std::istream stream(&file);
+    const auto printer = show::makePrinter(options, options.file, true);
+    Showing showing(stream, options.file, *printer);
+    showing.run();
+    return showing.end(file.failure());
 }
 
-int printMessages(const Options& options) {
+/// As one word of a shell's.
+std::string quoted(const std::string& text) {
+    constexpr char plain[] =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-./:+,@";
+    if (text.find_first_not_of(plain) == std::string::npos) {
+        return text;
+    }
+    std::string word = "'";
+    for (const char c : text) {
+        word += c == '\'' ? "'\\''" : std::string(1, c);
+    }
+    return word + '\'';
+}
+
+/// Prints the commands with which Wireshark shows a capture. What it loads for that is in the
+/// folder share/ beside this program's.
+int printWiresharkCommands(const std::string& file) {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    if (!fs::is_regular_file(file, error)) {
+        const bool there = fs::exists(file, error);
+        return complain(there ? file + " is no regular file"
+                              : "cannot open " + file + ": " + std::strerror(ENOENT));
+    }
+    const fs::path program = fs::read_symlink("/proc/self/exe", error);
+    const fs::path script = program.parent_path().parent_path() / "share" / "dtv.lua";
+    if (error || !fs::is_regular_file(script, error)) {
+        return complain("there is no " + script.string() + ": the build makes it");
+    }
+    const std::string capture = quoted(fs::absolute(file).lexically_normal().string());
+    const std::string load = quoted("lua_script:" + script.string());
+    std::printf("wireshark -X %s %s\n", load.c_str(), capture.c_str());
+    std::printf("tshark -X %s -r %s\n", load.c_str(), capture.c_str());
+    return finish(kGood);
+}
+
+int showFile(const show::Options& options) {
     if (options.file == "-") {
-        return printMessages(std::cin, "standard input", options);
+        return showStream(std::cin, "standard input", options, true);
     }
     std::error_code ignored;
     if (std::filesystem::is_directory(options.file, ignored)) {
         return complain(options.file + " is a directory");
     }
+    if (options.follow) {
+        return follow(options);
+    }
     std::ifstream file(options.file, std::ios::binary);
     if (!file) {
         return complain("cannot open " + options.file + ": " + std::strerror(errno));
     }
-    return printMessages(file, options.file, options);
-}
-
-/// Takes the argument of --only. The exit status when there is no such message.
-std::optional<int> takeOnly(const std::string& name, Options& options) {
-    const catalogue::Message* message = catalogue::find(name);
-    if (message == nullptr) {
-        return complain("no message is named " + name + "; the nearest is " + nearestName(name));
-    }
-    options.only.insert(message->id);
-    return std::nullopt;
-}
-
-/// Takes an argument that is no option.
-std::optional<int> takeFile(const std::string& name, Options& options) {
-    if (!options.file.empty()) {
-        return complainOfUse("one file at a time");
-    }
-    if (name.empty()) {
-        return complainOfUse("the name of the file is empty");
-    }
-    options.file = name;
-    return std::nullopt;
-}
-
-/// Reads the arguments up to the first that is wrong, for which it returns the exit status, or up
-/// to
-/// --help.
-std::optional<int> takeArguments(const std::vector<std::string>& arguments, Options& options) {
-    bool only_files = false;
-    for (size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& argument = arguments[i];
-        std::optional<int> status;
-        if (only_files || argument.size() < 2 || argument[0] != '-') {
-            status = takeFile(argument, options);
-        } else if (argument == "--help" || argument == "-h") {
-            options.help = true;
-            return std::nullopt;
-        } else if (argument == "--list") {
-            options.list = true;
-        } else if (argument == "--") {
-            only_files = true;
-        } else if (argument == "--only") {
-            status = ++i == arguments.size() ? complainOfUse("--only needs the name of a message")
-                                             : takeOnly(arguments[i], options);
-        } else {
-            status = complainOfUse("unknown option " + argument);
-        }
-        if (status) {
-            return status;
-        }
-    }
-    return std::nullopt;
+    return showStream(file, options.file, options, false);
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    Options options;
-    if (const auto status = takeArguments({argv + 1, argv + argc}, options)) {
-        return *status;
-    }
-    if (options.help) {
-        std::fputs(kUsage, stdout);
-        return finish(kGood);
-    }
-    if (options.list) {
-        if (!options.file.empty() || !options.only.empty()) {
-            return complainOfUse("--list takes no file and no name");
+    show::Options options;
+    const show::ArgumentError error = show::takeArguments({argv + 1, argv + argc}, options);
+    if (!error.what.empty()) {
+        complain(error.what);
+        if (error.shows_usage) {
+            std::cerr << show::kUsage;
         }
+        return kNotBegun;
+    }
+    switch (options.task) {
+    case show::Options::Task::kHelp:
+        std::fputs(show::kUsage, stdout);
+        return finish(kGood);
+    case show::Options::Task::kList:
         list();
         return finish(kGood);
+    case show::Options::Task::kWireshark:
+        return printWiresharkCommands(options.file);
+    case show::Options::Task::kShow:
+        break;
     }
-    if (options.file.empty()) {
-        return complainOfUse("no file is given");
-    }
-    return printMessages(options);
+    return showFile(options);
 }

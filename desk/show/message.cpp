@@ -1,11 +1,9 @@
 #include "desk/show/message.h"
 
+#include "desk/show/names.h"
 #include "desk/show/quoted_text.h"
 #include "desk/show/record_text.h"
 
-#include "records/catalogue.h"
-
-#include <algorithm>
 #include <cstdio>
 #include <ctime>
 #include <limits>
@@ -13,50 +11,22 @@
 namespace show {
 namespace {
 
+using sessions::Bytes;
+using sessions::Message;
 using Kind = Message::Kind;
-
-constexpr uint8_t kVersion = 1;
-constexpr size_t kHeaderSize = 36;
-constexpr size_t kNameSize = 16;
 
 constexpr size_t kIndent = 4;
 constexpr size_t kHeadlineIndent = 17; ///< after the time
 
-bool is(const Message& message, Kind kind) {
-    return message.kind == static_cast<uint8_t>(kind);
-}
-
-const char* arrowOf(const Message& message) {
-    if (is(message, Kind::kCommand) || is(message, Kind::kRefusedEvent)) {
-        return "->";
-    }
-    return is(message, Kind::kAnswer) || is(message, Kind::kEvent) ? "<-" : "--";
-}
-
-/// The layout of the message's record; null when there is none.
-const catalogue::Record* layoutOf(const Message& message, const catalogue::Message* known) {
-    if (known == nullptr) {
-        return nullptr;
-    }
-    if (is(message, Kind::kAnswer)) {
-        return known->reply;
-    }
-    return is(message, Kind::kCommand) || is(message, Kind::kEvent) ? known->record : nullptr;
-}
-
 /// Whether there may be a record, even one without bytes.
 bool mayHaveRecord(const Message& message, const catalogue::Record* layout) {
-    return is(message, Kind::kCommand) || is(message, Kind::kEvent) || layout != nullptr ||
+    return message.is(Kind::kCommand) || message.is(Kind::kEvent) || layout != nullptr ||
            message.size != 0 || !message.record.empty();
 }
 
 std::string threadText(const Message& message) {
-    std::string text;
-    const auto* name = reinterpret_cast<const uint8_t*>(message.thread_name.data());
-    for (const Glyph& glyph : utf8Glyphs({name, message.thread_name.size()})) {
-        text += glyph.text;
-    }
-    return text + (text.empty() ? "" : " ") + '(' + std::to_string(message.thread_id) + ')';
+    const std::string name = shownText(message.thread_name);
+    return name + (name.empty() ? "" : " ") + '(' + std::to_string(message.thread_id) + ')';
 }
 
 std::string sizeText(const Message& message) {
@@ -79,19 +49,18 @@ std::vector<std::string> headline(const Message& message, const catalogue::Messa
         words.back() += ',';
         words.push_back(part);
     };
-    char id[16];
-    std::snprintf(id, sizeof id, "0x%08x", static_cast<unsigned>(message.id));
+    const std::string id = idText(message.id);
     const std::string arrow = arrowOf(message);
     if (known != nullptr) {
         words.push_back(arrow + ' ' + std::string(known->name));
-        words.emplace_back(id);
+        words.push_back(id);
     } else {
         words.push_back(arrow + ' ' + id);
         add("unknown message");
     }
-    if (is(message, Kind::kAnswer) || is(message, Kind::kRefusedEvent)) {
+    if (message.is(Kind::kAnswer) || message.is(Kind::kRefusedEvent)) {
         words.push_back("returned " + std::to_string(message.value));
-    } else if (!is(message, Kind::kCommand) && !is(message, Kind::kEvent)) {
+    } else if (!message.is(Kind::kCommand) && !message.is(Kind::kEvent)) {
         add("unknown kind " + std::to_string(message.kind));
     }
     if (mayHaveRecord(message, layout)) {
@@ -108,44 +77,7 @@ std::vector<std::string> headline(const Message& message, const catalogue::Messa
 
 } // namespace
 
-std::optional<Message> readMessage(const Packet& packet, std::string& error) {
-    const Bytes bytes{packet.data.data(), packet.data.size()};
-    const std::string where = "the packet at byte " + std::to_string(packet.offset);
-    if (bytes.size == 0) {
-        error = where + " is empty";
-        return std::nullopt;
-    }
-    if (bytes.data[0] != kVersion) {
-        error = where + " has a message of version " + std::to_string(bytes.data[0]) +
-                "; this program reads version " + std::to_string(kVersion);
-        return std::nullopt;
-    }
-    if (bytes.size < kHeaderSize) {
-        error = where + " is " + std::to_string(bytes.size) +
-                " bytes long; a message begins with " + std::to_string(kHeaderSize);
-        return std::nullopt;
-    }
-    const auto number = [bytes](size_t offset) {
-        return static_cast<uint32_t>(bytes.from(offset).first(4).number());
-    };
-    Message message;
-    message.time = packet.time;
-    message.kind = bytes.data[1];
-    message.surfaces = bytes.data[2];
-    message.thread_id = number(4);
-    message.id = static_cast<int32_t>(number(8));
-    message.value = static_cast<int32_t>(number(12));
-    message.size = static_cast<int32_t>(number(16));
-    const uint8_t* name = bytes.data + 20;
-    message.thread_name.assign(name, std::find(name, name + kNameSize, uint8_t{0}));
-    message.record.assign(bytes.data + kHeaderSize, bytes.data + bytes.size);
-    if (packet.original_size > packet.data.size()) {
-        message.left_out = packet.original_size - static_cast<uint32_t>(packet.data.size());
-    }
-    return message;
-}
-
-std::vector<std::string> messageLines(const Message& message, const std::string& time) {
+std::vector<std::string> messageLines(const sessions::Message& message, const std::string& time) {
     const catalogue::Message* known = catalogue::find(message.id);
     const catalogue::Record* layout = layoutOf(message, known);
     std::vector<std::string> lines = headline(message, known, layout);
@@ -155,7 +87,7 @@ std::vector<std::string> messageLines(const Message& message, const std::string&
 
     const Bytes record{message.record.data(), message.record.size()};
     // An empty answer and a missing record are in the headline.
-    const bool shown = record.size > 0 || (message.size == 0 && !is(message, Kind::kAnswer));
+    const bool shown = record.size > 0 || (message.size == 0 && !message.is(Kind::kAnswer));
     if (shown) {
         const std::vector<std::string> fields =
             layout != nullptr ? recordLines(*layout, record, kIndent) : dumpLines(record, kIndent);
@@ -168,7 +100,7 @@ std::vector<std::string> messageLines(const Message& message, const std::string&
     return lines;
 }
 
-LocalTime localTime(const Moment& moment) {
+LocalTime localTime(const sessions::Moment& moment) {
     std::tm fields{};
     // Where time_t has 32 bits, or the year is beyond an int, only the count remains.
     if (moment.seconds > std::numeric_limits<time_t>::max() ||

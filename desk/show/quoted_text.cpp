@@ -1,9 +1,13 @@
 #include "desk/show/quoted_text.h"
 
+#include "desk/show/characters.h"
+
 #include <cstdio>
 
 namespace show {
 namespace {
+
+using sessions::Bytes;
 
 Glyph byteGlyph(uint8_t byte) {
     char text[8];
@@ -32,74 +36,11 @@ bool isWide(uint32_t point) {
     });
 }
 
-std::string encode(uint32_t point) {
-    std::string text;
-    const auto add = [&text](uint32_t byte) { text += static_cast<char>(byte); };
-    if (point < 0x80) {
-        add(point);
-        return text;
-    }
-    if (point < 0x800) {
-        add(0xc0 | point >> 6);
-    } else {
-        if (point < 0x10000) {
-            add(0xe0 | point >> 12);
-        } else {
-            add(0xf0 | point >> 18);
-            add(0x80 | (point >> 12 & 0x3f));
-        }
-        add(0x80 | (point >> 6 & 0x3f));
-    }
-    add(0x80 | (point & 0x3f));
-    return text;
-}
-
 Glyph characterGlyph(uint32_t point) {
     if (point == '"' || point == '\\') {
         return {std::string("\\") + static_cast<char>(point), 2};
     }
-    return {encode(point), isWide(point) ? size_t{2} : size_t{1}};
-}
-
-/// The character that a text begins with, and in `length` its bytes; `length` is 0 when the text
-/// does not begin with one.
-uint32_t decode(Bytes text, size_t& length) {
-    length = 0;
-    const uint8_t first = text.data[0];
-    size_t count = 1;
-    uint32_t point = first;
-    uint32_t smallest = 0;
-    if (first >= 0x80) {
-        if (first >= 0xf0 && first < 0xf8) {
-            count = 4;
-            point = first & 0x07;
-            smallest = 0x10000;
-        } else if (first >= 0xe0 && first < 0xf0) {
-            count = 3;
-            point = first & 0x0f;
-            smallest = 0x800;
-        } else if (first >= 0xc0 && first < 0xe0) {
-            count = 2;
-            point = first & 0x1f;
-            smallest = 0x80;
-        } else {
-            return 0;
-        }
-    }
-    if (count > text.size) {
-        return 0;
-    }
-    for (size_t i = 1; i < count; ++i) {
-        if ((text.data[i] & 0xc0) != 0x80) {
-            return 0;
-        }
-        point = point << 6 | (text.data[i] & 0x3f);
-    }
-    if (point < smallest || point > 0x10ffff || (point >= 0xd800 && point < 0xe000)) {
-        return 0;
-    }
-    length = count;
-    return point;
+    return {encodeUtf8(point), isWide(point) ? size_t{2} : size_t{1}};
 }
 
 } // namespace
@@ -108,7 +49,7 @@ std::vector<Glyph> utf8Glyphs(Bytes text) {
     std::vector<Glyph> glyphs;
     while (text.size > 0) {
         size_t length = 0;
-        const uint32_t point = decode(text, length);
+        const uint32_t point = decodeUtf8(text, length);
         if (length > 0 && !isControl(point)) {
             glyphs.push_back(characterGlyph(point));
         } else {
@@ -125,18 +66,11 @@ std::vector<Glyph> utf8Glyphs(Bytes text) {
 std::vector<Glyph> utf16Glyphs(Bytes text) {
     std::vector<Glyph> glyphs;
     while (text.size >= 2) {
-        auto point = static_cast<uint32_t>(text.first(2).number());
-        size_t length = 2;
-        if (point >= 0xd800 && point < 0xdc00 && text.size >= 4) {
-            const auto low = static_cast<uint32_t>(text.from(2).first(2).number());
-            if (low >= 0xdc00 && low < 0xe000) {
-                point = 0x10000 + ((point - 0xd800) << 10) + (low - 0xdc00);
-                length = 4;
-            }
-        }
+        size_t length = 0;
+        const uint32_t point = decodeUtf16(text, length);
         if (point < 0x80 && isControl(point)) {
             glyphs.push_back(byteGlyph(static_cast<uint8_t>(point)));
-        } else if (isControl(point) || (point >= 0xd800 && point < 0xe000)) {
+        } else if (isControl(point) || isSurrogate(point)) {
             glyphs.push_back(unitGlyph(point));
         } else {
             glyphs.push_back(characterGlyph(point));
@@ -188,7 +122,7 @@ size_t columnsOf(const std::string& text) {
     Bytes rest{reinterpret_cast<const uint8_t*>(text.data()), text.size()};
     while (rest.size > 0) {
         size_t length = 0;
-        columns += isWide(decode(rest, length)) ? 2 : 1;
+        columns += isWide(decodeUtf8(rest, length)) ? 2 : 1;
         rest = rest.from(std::max<size_t>(length, 1));
     }
     return columns;

@@ -1,7 +1,7 @@
 // Texts of unknown content as lines for a terminal: nothing that they contain acts on it.
 #pragma once
 
-#include "desk/show/bytes.h"
+#include "sessions/bytes.h"
 
 #include <string>
 #include <vector>
@@ -16,11 +16,11 @@ struct Glyph {
 
 /// UTF-8, to the last byte. Bytes that are not UTF-8 and control characters are shown as \xNN, byte
 /// by byte.
-std::vector<Glyph> utf8Glyphs(Bytes text);
+std::vector<Glyph> utf8Glyphs(sessions::Bytes text);
 
 /// UTF-16LE, to the last byte. Control characters below U+0080 are shown as \xNN, those above and
 /// surrogates without their other half as \uNNNN, half a unit at the end as \xNN.
-std::vector<Glyph> utf16Glyphs(Bytes text);
+std::vector<Glyph> utf16Glyphs(sessions::Bytes text);
 
 /// The glyphs in double quotes, on lines of `columns` at most, each with quotes of its own. Quotes
 /// and backslashes in the text have a backslash before them. One line at least.

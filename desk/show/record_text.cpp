@@ -1,6 +1,9 @@
 #include "desk/show/record_text.h"
 
+#include "desk/show/characters.h"
 #include "desk/show/quoted_text.h"
+
+#include "sessions/message.h"
 
 #include <cstdio>
 
@@ -10,6 +13,7 @@ namespace {
 using catalogue::Field;
 using catalogue::Kind;
 using catalogue::Record;
+using sessions::Bytes;
 
 using Lines = std::vector<std::string>;
 
@@ -32,22 +36,8 @@ std::vector<std::string> hexWords(Bytes bytes, const char* prefix = "") {
 }
 
 std::string numberText(Bytes bytes, Kind kind) {
-    const uint64_t value = bytes.number();
-    if (kind != Kind::kSigned || bytes.size == 0 || bytes.size > 8) {
-        return std::to_string(value);
-    }
-    // The sign bit counts negative.
-    const uint64_t sign = uint64_t{1} << (8 * bytes.size - 1);
-    return std::to_string(static_cast<int64_t>((value ^ sign) - sign));
-}
-
-/// Up to the first unit of `unit` zero bytes.
-Bytes untilZero(Bytes text, size_t unit) {
-    size_t length = 0;
-    while (length + unit <= text.size && !text.from(length).first(unit).areZero()) {
-        length += unit;
-    }
-    return length + unit <= text.size ? text.first(length) : text;
+    return kind == Kind::kSigned ? std::to_string(sessions::numberOf(bytes, kind))
+                                 : std::to_string(bytes.number());
 }
 
 /// Writes the lines of one record, and of the records in it.

@@ -1,7 +1,7 @@
 // The bytes of a record as lines of text.
 #pragma once
 
-#include "desk/show/bytes.h"
+#include "sessions/bytes.h"
 
 #include "records/catalogue.h"
 
@@ -15,9 +15,10 @@ constexpr size_t kColumns = 80;
 
 /// The fields of a record, one on a line, from column `indent` on. Shown besides: reserved bytes
 /// that are not zero, where the record ends before its layout does, and what follows it.
-std::vector<std::string> recordLines(const catalogue::Record& layout, Bytes record, size_t indent);
+std::vector<std::string> recordLines(const catalogue::Record& layout, sessions::Bytes record,
+                                     size_t indent);
 
 /// Bytes of unknown meaning, 16 on a line, with their offset before and as ASCII after them.
-std::vector<std::string> dumpLines(Bytes bytes, size_t indent);
+std::vector<std::string> dumpLines(sessions::Bytes bytes, size_t indent);
 
 } // namespace show

@@ -79,14 +79,15 @@ namespace {
 }();
 
 const std::vector<Message> kCommands{
-#define COMMAND(id, name, record, reply_event) {id, #name, &recordOf<record>(), nullptr},
+#define COMMAND(id, name, record, reply_event)                                                     \
+    {id, #name, &recordOf<record>(), nullptr, event_id::k##reply_event},
 #define EXCHANGE(id, name, record, reply, java_class)                                              \
-    {id, #name, &recordOf<record>(), &recordOf<reply>()},
+    {id, #name, &recordOf<record>(), &recordOf<reply>(), event_id::kNO_REPLY},
 #include "records/message_table.def"
 };
 
 const std::vector<Message> kEvents{
-#define REPLY(id, name, record, java_class) {id, #name, &recordOf<record>(), nullptr},
+#define REPLY(id, name, record, java_class) {id, #name, &recordOf<record>(), nullptr, 0},
 #define EVENT(id, name, record, handler, java_class) REPLY(id, name, record, java_class)
 #include "records/message_table.def"
 };

@@ -43,6 +43,7 @@ struct Message {
     std::string_view name;
     const Record* record;
     const Record* reply; ///< of a synchronous command; null for others
+    int reply_event;     ///< id of the event that reports a command's outcome; 0: there is none
 };
 
 /// In the order of their ids.

@@ -259,4 +259,31 @@ TEST(Catalogue, NamesThemByTheirNumbers) {
     is(0x1000009e, "TunerSensitivityDataNotify", "TS_TUNER_SENSITIVITY_DATA_NOTIFY");
 }
 
+TEST(Catalogue, NamesTheEventsThatReportOutcomes) {
+    const auto is = [](const char* command, const char* event) {
+        const Message* message = catalogue::find(command);
+        ASSERT_NE(message, nullptr) << command;
+        ASSERT_NE(catalogue::find(event), nullptr) << event;
+        EXPECT_EQ(message->reply_event, catalogue::find(event)->id) << command;
+    };
+    is("Create", "CreateReply");
+    is("Release", "ReleaseReply");
+    is("SelectChannel", "SelectChannelReply");
+    is("ReStartPlay", "RestartPlayReply");
+    is("MovePausePosition", "MovePausePositionReply");
+    EXPECT_EQ(catalogue::find("CancelScan")->reply_event, 0);
+    EXPECT_EQ(catalogue::find("Release_Sync")->reply_event, 0);
+    EXPECT_EQ(catalogue::find("CreateReply")->reply_event, 0);
+    EXPECT_EQ(catalogue::find("ScanNotify")->reply_event, 0);
+    std::set<int> events;
+    for (const Message& command : catalogue::commands()) {
+        if (command.reply_event != 0) {
+            EXPECT_GE(command.reply_event, 0x1000004f) << command.name;
+            EXPECT_LE(command.reply_event, 0x10000074) << command.name;
+            EXPECT_TRUE(events.insert(command.reply_event).second) << command.name;
+        }
+    }
+    EXPECT_EQ(events.size(), 38u) << "each event of that range";
+}
+
 } // namespace

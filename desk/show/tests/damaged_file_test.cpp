@@ -1,8 +1,8 @@
 // A capture that was cut or overwritten: nothing before the damage is lost, and nothing beyond its
 // bytes is read.
-#include "desk/show/capture_reader.h"
 #include "desk/show/message.h"
-#include "desk/show/tests/hex.h"
+#include "sessions/capture_reader.h"
+#include "sessions/tests/hex.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -39,10 +39,10 @@ struct DamagedFile {
 
 DamagedFile readDamaged(const std::vector<uint8_t>& bytes) {
     std::istringstream file(asString(bytes));
-    show::CaptureReader reader(file);
+    sessions::CaptureReader reader(file);
     DamagedFile contents;
     while (const auto packet = reader.next()) {
-        const auto message = show::readMessage(*packet, contents.error);
+        const auto message = sessions::readMessage(*packet, contents.error);
         if (!message) {
             return contents;
         }
@@ -168,10 +168,10 @@ struct Resumed {
 };
 
 /// Adds the messages up to the end or the next error.
-void addMessages(show::CaptureReader& reader, Resumed& found) {
+void addMessages(sessions::CaptureReader& reader, Resumed& found) {
     while (const auto packet = reader.next()) {
         std::string error;
-        if (show::readMessage(*packet, error)) {
+        if (sessions::readMessage(*packet, error)) {
             found.messages.push_back(packet->offset);
         }
     }
@@ -179,7 +179,7 @@ void addMessages(show::CaptureReader& reader, Resumed& found) {
 
 Resumed readOn(const std::vector<uint8_t>& bytes) {
     std::istringstream file(asString(bytes));
-    show::CaptureReader reader(file);
+    sessions::CaptureReader reader(file);
     Resumed found;
     addMessages(reader, found);
     found.error = reader.error();
@@ -250,13 +250,13 @@ TEST(DamagedFile, IsReadOnWithoutItsBeginning) {
     std::vector<uint8_t> bytes = kCapture;
     bytes[48] = 1;
     std::istringstream file(asString(bytes));
-    show::CaptureReader reader(file);
+    sessions::CaptureReader reader(file);
     EXPECT_FALSE(reader.next());
     ASSERT_TRUE(reader.resume());
     const auto packet = reader.next();
     ASSERT_TRUE(packet);
     std::istringstream whole(asString(kCapture));
-    const auto wanted = show::CaptureReader(whole).next();
+    const auto wanted = sessions::CaptureReader(whole).next();
     ASSERT_TRUE(wanted);
     EXPECT_EQ(packet->time.seconds, wanted->time.seconds);
     EXPECT_EQ(packet->time.nanoseconds, wanted->time.nanoseconds);

@@ -1,6 +1,6 @@
-// libDtv's message header, and what is printed of a message.
+// What is printed of a message.
 #include "desk/show/message.h"
-#include "desk/show/tests/hex.h"
+#include "sessions/tests/hex.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,8 +10,8 @@
 
 namespace {
 
+using sessions::Packet;
 using show::localTime;
-using show::Packet;
 using testing::ElementsAre;
 
 Packet packetOf(const std::string& hex, uint32_t left_out = 0) {
@@ -22,50 +22,14 @@ Packet packetOf(const std::string& hex, uint32_t left_out = 0) {
     return packet;
 }
 
-std::string messageErrorOf(const std::string& hex) {
-    std::string error;
-    EXPECT_FALSE(show::readMessage(packetOf(hex), error).has_value());
-    return error;
-}
-
 std::vector<std::string> linesOf(const std::string& hex, uint32_t left_out = 0) {
     std::string error;
-    const auto message = show::readMessage(packetOf(hex, left_out), error);
+    const auto message = sessions::readMessage(packetOf(hex, left_out), error);
     EXPECT_EQ(error, "");
     return message ? show::messageLines(*message, "20:14:03.123456") : std::vector<std::string>{};
 }
 
 constexpr char kEvening[] = "6576656e696e67000000000000000000";
-
-TEST(Message, SplitsItsHeaderIntoFields) {
-    std::string error;
-    const auto message = show::readMessage(packetOf("01020300 67120000 40000010 feffffff 0c000000"
-                                                    "31323334353637383930616263646566 0304",
-                                                    5),
-                                           error);
-    ASSERT_TRUE(message.has_value());
-    EXPECT_EQ(message->kind, 2);
-    EXPECT_EQ(message->surfaces, 3);
-    EXPECT_EQ(message->thread_id, 4711u);
-    EXPECT_EQ(message->id, 0x10000040);
-    EXPECT_EQ(message->value, -2);
-    EXPECT_EQ(message->size, 12);
-    EXPECT_EQ(message->thread_name, "1234567890abcdef") << "without a zero byte";
-    EXPECT_EQ(message->record, (std::vector<uint8_t>{3, 4}));
-    EXPECT_EQ(message->left_out, 5u);
-}
-
-TEST(Message, RefusesOtherHeaders) {
-    const std::string rest = "010000 67120000 06000010 00000000 00000000"
-                             "00000000000000000000000000000000";
-    EXPECT_EQ(messageErrorOf(""), "the packet at byte 88 is empty");
-    EXPECT_EQ(messageErrorOf("02" + rest),
-              "the packet at byte 88 has a message of version 2; this program reads version 1");
-    EXPECT_EQ(messageErrorOf("00"),
-              "the packet at byte 88 has a message of version 0; this program reads version 1");
-    EXPECT_EQ(messageErrorOf("01" + rest.substr(0, rest.size() - 2)),
-              "the packet at byte 88 is 35 bytes long; a message begins with 36");
-}
 
 TEST(Message, ShowsCommands) {
     EXPECT_THAT(linesOf(std::string("01010000 67120000 06000010 00000000 0c000000") + kEvening +

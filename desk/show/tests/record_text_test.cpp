@@ -1,7 +1,7 @@
 // Records as text: every kind of field, and records that are shorter or longer than they should be.
 #include "desk/show/quoted_text.h"
 #include "desk/show/record_text.h"
-#include "desk/show/tests/hex.h"
+#include "sessions/tests/hex.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -84,6 +84,35 @@ TIME DtvEvent-1 (ID) -> BmlPermissionReq 0x10000042 returned 1
 END
 )" "$(shown "$show" --only Release_Sync --only BmlPermissionReq "$capture")"
 
+# A line for each message. The times between messages differ from run to run.
+brief() {
+    run "$@" | sed -E -e 's/^( *[0-9]+) [0-9:.]{12} /\1 TIME /' -e 's/ [0-9.]+(ns|us|ms|s)$/ SPAN/' \
+        -e 's/^[0-9]{4}(-[0-9]{2}){2}$/DATE/'
+}
+check "--brief" "$(cat <<'END'
+DATE
+     1 TIME sample     -> SelectChannel h=3
+     2 TIME sample     -> Release_Sync h=3
+     3 TIME sample     <- Release_Sync h=3 r=-5 #2 SPAN
+     4 TIME sample     -> SetScreenDisplay h=3
+     5 TIME sample     <- SetScreenDisplay h=3 ret=-1 #4 SPAN
+     6 TIME DtvEvent-1 <- SelectChannelReply h=3 r=0 #1 SPAN
+     7 TIME DtvEvent-1 <- BmlPermissionReq cut
+     8 TIME DtvEvent-1 -> BmlPermissionReq ret=1 #7 SPAN
+8 messages
+END
+)" "$(brief "$show" --brief "$capture")"
+check "--brief with filters" "$(cat <<'END'
+DATE
+     3 TIME sample     <- Release_Sync h=3 r=-5 #2 SPAN
+     5 TIME sample     <- SetScreenDisplay h=3 ret=-1 #4 SPAN
+2 of 8 messages
+END
+)" "$(brief "$show" --brief --session 3 --thread sample --kind answer "$capture")"
+check "--to before the capture" "0 of 8 messages" "$(run "$show" --to 2020-01-01 "$capture")"
+check "--from before the capture" "8 of 8 messages" \
+    "$(run "$show" --from 2020-01-01 "$capture" | tail -n 1)"
+
 # status EXPECTED COMMAND...: the exit status; standard error goes to a file.
 errors=$folder/errors
 status() {
@@ -151,6 +180,62 @@ check "output for a pipe that ends" "2 messages" "$(tail -n 1 "$folder/live")"
 status 1 "$show" - </dev/null
 check "messages about empty input" "dtv-show: standard input: the file is empty" "$(cat "$errors")"
 
+# The file grows while it is read, in pieces that are no whole blocks, until a signal comes.
+: >"$folder/growing"
+# What an earlier program printed there would be taken for this one's.
+: >"$folder/live"
+# shellcheck disable=SC2086 # a list of words
+(exec $emulator "$show" --follow --brief "$folder/growing") >"$folder/live" 2>"$errors" &
+shower=$!
+appear() {
+    tries=0
+    while [ "$(grep -c -e "$1" "$folder/live")" -eq 0 ]; do
+        tries=$((tries + 1))
+        if [ "$tries" -gt 400 ]; then
+            failed=1
+            echo "--follow does not show $1"
+            break
+        fi
+        sleep 0.05
+    done
+}
+head -c "$first" "$capture" >>"$folder/growing"
+appear "-> SelectChannel"
+tail -c +$((first + 1)) "$capture" | head -c 10 >>"$folder/growing"
+sleep 0.2
+tail -c +$((first + 11)) "$capture" | head -c $((second - first - 10)) >>"$folder/growing"
+appear "-> Release_Sync"
+# Half of a block is there when the signal comes.
+tail -c +$((second + 1)) "$capture" | head -c 50 >>"$folder/growing"
+kill -TERM "$shower"
+actual=0
+wait "$shower" || actual=$?
+check "exit status after --follow" 0 "$actual"
+check "messages after --follow" "" "$(cat "$errors")"
+check "output of --follow" "2 messages" "$(tail -n 1 "$folder/live")"
+check "commands that wait" "2 commands without an answer: #1 #2" \
+    "$(tail -n 2 "$folder/live" | head -n 1)"
+: >"$folder/live"
+# shellcheck disable=SC2086 # a list of words
+(exec $emulator "$show" --follow --json "$folder/growing") >"$folder/live" 2>"$errors" &
+shower=$!
+appear Release_Sync
+: >"$folder/growing"
+actual=0
+wait "$shower" || actual=$?
+check "exit status when a followed file becomes shorter" 1 "$actual"
+check "messages when a followed file becomes shorter" \
+    "dtv-show: $folder/growing: it became shorter while it was followed: another capture has begun" \
+    "$(tail -n 1 "$errors")"
+check "the error in the document" 1 "$(grep -c '"error_count":1,.*another capture' "$folder/live")"
+check "the end of the document" ']}' "$(tail -c 3 "$folder/live")"
+status 2 "$show" --follow "$folder/none"
+check "messages about no file to follow" \
+    "dtv-show: cannot open $folder/none: No such file or directory" "$(cat "$errors")"
+status 2 "$show" --follow "$folder/pipe"
+check "messages about a pipe to follow" \
+    "dtv-show: $folder/pipe is no regular file: --follow waits at the end of one" "$(cat "$errors")"
+
 status 2 "$show" "$folder/none"
 check "messages about no file" "dtv-show: cannot open $folder/none: No such file or directory" \
     "$(cat "$errors")"
@@ -163,10 +248,10 @@ for wrong in "" "--only" "--nothing $capture" "$capture $capture" "--list $captu
     "--only Create" "--list --only Create"; do
     # shellcheck disable=SC2086 # a list of words
     status 2 "$show" $wrong
-    check "usage after '$wrong'" "usage: dtv-show [--only NAME]... FILE" "$(sed -n 2p "$errors")"
+    check "usage after '$wrong'" "usage: dtv-show [OPTION]... FILE" "$(sed -n 2p "$errors")"
 done
 status 0 "$show" --help
-check "usage on standard output" "usage: dtv-show [--only NAME]... FILE" \
+check "usage on standard output" "usage: dtv-show [OPTION]... FILE" \
     "$(head -n 1 "$folder/out")"
 status 0 "$show" --list
 check "lines of the list" 158 "$(wc -l <"$folder/out")"
@@ -177,6 +262,14 @@ if [ -e /dev/full ]; then
     actual=0
     run "$show" --list >/dev/full 2>"$errors" || actual=$?
     check "exit status when the list cannot be written" 1 "$actual"
+    for options in --brief --json "--follow --brief" "--follow --json"; do
+        actual=0
+        # shellcheck disable=SC2086 # a list of words
+        run "$show" $options "$capture" >/dev/full 2>"$errors" || actual=$?
+        check "exit status when the output of $options cannot be written" 1 "$actual"
+        check "messages when the output of $options cannot be written" \
+            "dtv-show: cannot write to standard output" "$(cat "$errors")"
+    done
 fi
 
 [ "$failed" -eq 0 ] && echo "passed"

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace show {
+namespace sessions {
 
 struct Bytes {
     const uint8_t* data = nullptr;
@@ -32,4 +32,4 @@ struct Bytes {
     }
 };
 
-} // namespace show
+} // namespace sessions

@@ -1,8 +1,8 @@
-#include "desk/show/input_window.h"
+#include "sessions/input_window.h"
 
 #include <algorithm>
 
-namespace show {
+namespace sessions {
 namespace {
 
 /// Bytes read beyond what was asked for, when the stream has them already.
@@ -38,4 +38,4 @@ void InputWindow::skip(size_t count) {
     }
 }
 
-} // namespace show
+} // namespace sessions

@@ -6,7 +6,7 @@
 #include <istream>
 #include <vector>
 
-namespace show {
+namespace sessions {
 
 /// Holds what has been read and not been skipped. Never waits for more bytes than were asked for,
 /// so that what a slow pipe has delivered can be used at once.
@@ -38,4 +38,4 @@ private:
     uint64_t offset_ = 0;
 };
 
-} // namespace show
+} // namespace sessions

@@ -1,9 +1,9 @@
-#include "desk/show/capture_reader.h"
+#include "sessions/capture_reader.h"
 
 #include <algorithm>
 #include <cstring>
 
-namespace show {
+namespace sessions {
 namespace {
 
 constexpr uint32_t kSectionHeader = 0x0a0d0d0a; ///< the same in both byte orders
@@ -325,4 +325,4 @@ uint64_t CaptureReader::number64(const uint8_t* bytes) const {
     return first | second << 32;
 }
 
-} // namespace show
+} // namespace sessions

@@ -1,9 +1,9 @@
 // Reads the packets of a pcapng file, one after the other.
 #pragma once
 
-#include "desk/show/bytes.h"
-#include "desk/show/input_window.h"
-#include "desk/show/moment.h"
+#include "sessions/bytes.h"
+#include "sessions/input_window.h"
+#include "sessions/moment.h"
 
 #include <cstdint>
 #include <istream>
@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace show {
+namespace sessions {
 
 struct Packet {
     uint64_t offset = 0; ///< of its block in the file, bytes
@@ -85,4 +85,4 @@ private:
     std::string error_;
 };
 
-} // namespace show
+} // namespace sessions

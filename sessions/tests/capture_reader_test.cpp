@@ -1,6 +1,6 @@
 // Packets out of pcapng files.
-#include "desk/show/capture_reader.h"
-#include "desk/show/tests/hex.h"
+#include "sessions/capture_reader.h"
+#include "sessions/tests/hex.h"
 
 #include <gtest/gtest.h>
 
@@ -8,10 +8,10 @@
 
 namespace {
 
-using show::CaptureReader;
-using show::Moment;
-using show::momentOf;
-using show::Packet;
+using sessions::CaptureReader;
+using sessions::Moment;
+using sessions::momentOf;
+using sessions::Packet;
 
 constexpr char kSection[] = "0a0d0d0a 1c000000 4d3c2b1a 0100 0000 ffffffffffffffff 1c000000 ";
 /// Nanoseconds.

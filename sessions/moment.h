@@ -2,8 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
-namespace show {
+namespace sessions {
 
 /// A moment since the beginning of 1970, UTC.
 struct Moment {
@@ -14,4 +15,7 @@ struct Moment {
 /// A time stamp of an interface with that resolution (see if_tsresol of pcapng).
 Moment momentOf(uint64_t stamp, uint8_t resolution, int64_t offset);
 
-} // namespace show
+/// "2026-03-31T23:14:03.123456789Z", as RFC 3339 has it; empty when the year has not four digits.
+std::string utcText(const Moment& moment);
+
+} // namespace sessions

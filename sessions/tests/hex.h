@@ -1,7 +1,7 @@
 // Bytes as the tests write them.
 #pragma once
 
-#include "desk/show/bytes.h"
+#include "sessions/bytes.h"
 
 #include <cctype>
 #include <cstdint>
@@ -28,7 +28,7 @@ inline std::vector<uint8_t> fromHex(const std::string& text) {
     return bytes;
 }
 
-inline show::Bytes view(const std::vector<uint8_t>& bytes) {
+inline sessions::Bytes view(const std::vector<uint8_t>& bytes) {
     return {bytes.data(), bytes.size()};
 }
 

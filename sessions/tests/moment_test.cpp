@@ -1,0 +1,30 @@
+// Points in time as text.
+#include "sessions/moment.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using sessions::utcText;
+
+TEST(UtcText, HasTheDateOfTheMoment) {
+    EXPECT_EQ(utcText({0, 0}), "1970-01-01T00:00:00.000000000Z");
+    EXPECT_EQ(utcText({-1, 999999999}), "1969-12-31T23:59:59.999999999Z");
+    EXPECT_EQ(utcText({1774998843, 123456789}), "2026-03-31T23:14:03.123456789Z");
+    EXPECT_EQ(utcText({951782399, 1}), "2000-02-28T23:59:59.000000001Z");
+    EXPECT_EQ(utcText({951782400, 0}), "2000-02-29T00:00:00.000000000Z");
+    EXPECT_EQ(utcText({951868800, 0}), "2000-03-01T00:00:00.000000000Z");
+    EXPECT_EQ(utcText({4107542400, 0}), "2100-03-01T00:00:00.000000000Z");
+    EXPECT_EQ(utcText({-2203891200, 0}), "1900-03-01T00:00:00.000000000Z");
+    EXPECT_EQ(utcText({4294967296, 0}), "2106-02-07T06:28:16.000000000Z");
+}
+
+TEST(UtcText, EndsWithTheYearsOfFourDigits) {
+    EXPECT_EQ(utcText({253402300799, 999999999}), "9999-12-31T23:59:59.999999999Z");
+    EXPECT_EQ(utcText({253402300800, 0}), "");
+    EXPECT_EQ(utcText({-62167219200, 0}), "0000-01-01T00:00:00.000000000Z");
+    EXPECT_EQ(utcText({-62167219201, 0}), "");
+    EXPECT_EQ(utcText({-62162035200, 0}), "0000-03-01T00:00:00.000000000Z");
+}
+
+} // namespace
