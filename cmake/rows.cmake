@@ -67,6 +67,7 @@ endif()
 add_dependencies(Dtv_jni dtv_rows)
 
 # The tests are about the comparison: it is the same in each build of a machine.
-if(DTV_BUILD_TESTS AND NOT DTV_IMAGE AND NOT DTV_SANITIZE AND NOT CMAKE_CROSSCOMPILING)
+if(DTV_BUILD_TESTS AND NOT DTV_IMAGE AND NOT DTV_SANITIZE AND NOT CMAKE_CROSSCOMPILING
+    AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   add_subdirectory(tools/rows/tests)
 endif()
