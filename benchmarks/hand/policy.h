@@ -33,16 +33,7 @@ struct LooksUpWithLines {
 
 } // namespace hand
 
-/// A line of the bridge, for the variants that write lines; `Policy` is the variant.
-#define LISTENER_LINE(...)                                                                         \
-    do {                                                                                           \
-        if constexpr (Policy::kLines) {                                                            \
-            TRACE_LISTENER(__VA_ARGS__);                                                           \
-        }                                                                                          \
-    } while (false)
-#define NATIVE_LINE(...)                                                                           \
-    do {                                                                                           \
-        if constexpr (Policy::kLines) {                                                            \
-            TRACE_NATIVE(__VA_ARGS__);                                                             \
-        }                                                                                          \
-    } while (false)
+/// A line of the bridge, for the variants that write lines; `Policy` is the variant. The others
+/// have no code for it.
+#define LISTENER_LINE(...) static_cast<void>(Policy::kLines && (TRACE_LISTENER(__VA_ARGS__), true))
+#define NATIVE_LINE(...) static_cast<void>(Policy::kLines && (TRACE_NATIVE(__VA_ARGS__), true))
