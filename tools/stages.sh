@@ -91,6 +91,9 @@ print_sum() {
 use_compiler_cache() {
     [ -z "${CMAKE_CXX_COMPILER_LAUNCHER+set}" ] || return 0
     command -v ccache >/dev/null || return 0
+    # ccache fails the compilation when it has no folder that it may write to.
+    cache_folder=$(ccache --get-config cache_dir 2>/dev/null) || return 0
+    { mkdir -p "$cache_folder" && [ -w "$cache_folder" ]; } 2>/dev/null || return 0
     export CMAKE_CXX_COMPILER_LAUNCHER=ccache
     export CCACHE_SLOPPINESS="${CCACHE_SLOPPINESS:-pch_defines,time_macros,include_file_mtime,include_file_ctime}"
     export CCACHE_BASEDIR="${CCACHE_BASEDIR:-$PWD}" CCACHE_NOHASHDIR=yes CCACHE_DEPEND=yes
