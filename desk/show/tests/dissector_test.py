@@ -68,7 +68,7 @@ def nanoseconds(text):
     return int(whole) * 10**9 + (-1 if whole.startswith("-") else 1) * int(fraction)
 
 
-class DissectorTest(unittest.TestCase):
+class CaptureTest(unittest.TestCase):
     maxDiff = 4000
 
     @classmethod
@@ -84,6 +84,8 @@ class DissectorTest(unittest.TestCase):
         capture.write(path)
         return path
 
+
+class Fields(CaptureTest):
     def compare(self, here, there):
         """A message of dtv-show's with the same one of tshark's."""
         what = f"message {here['number']}: {here}"
@@ -313,6 +315,8 @@ class DissectorTest(unittest.TestCase):
         self.assertEqual((2, f"dtv-show: {path.parent} is no regular file\n".encode()),
                          (done.returncode, done.stderr))
 
+
+class Many(CaptureTest):
     def test_a_hundred_thousand_messages(self):
         capture = Capture()
         for i in range(25000):
