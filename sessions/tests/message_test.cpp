@@ -1,20 +1,10 @@
 // libDtv's message header.
 #include "sessions/message.h"
-#include "sessions/tests/hex.h"
+#include "sessions/tests/packet.h"
 
 #include <gtest/gtest.h>
 
 namespace {
-
-using sessions::Packet;
-
-Packet packetOf(const std::string& hex, uint32_t left_out = 0) {
-    Packet packet;
-    packet.offset = 88;
-    packet.data = fromHex(hex);
-    packet.original_size = static_cast<uint32_t>(packet.data.size()) + left_out;
-    return packet;
-}
 
 std::string messageErrorOf(const std::string& hex) {
     std::string error;

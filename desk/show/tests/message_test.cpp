@@ -1,6 +1,6 @@
 // What is printed of a message.
 #include "desk/show/message.h"
-#include "sessions/tests/hex.h"
+#include "sessions/tests/packet.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,17 +10,8 @@
 
 namespace {
 
-using sessions::Packet;
 using show::localTime;
 using testing::ElementsAre;
-
-Packet packetOf(const std::string& hex, uint32_t left_out = 0) {
-    Packet packet;
-    packet.offset = 88;
-    packet.data = fromHex(hex);
-    packet.original_size = static_cast<uint32_t>(packet.data.size()) + left_out;
-    return packet;
-}
 
 std::vector<std::string> linesOf(const std::string& hex, uint32_t left_out = 0) {
     std::string error;
