@@ -117,8 +117,7 @@ class Editing(Terminal):
         self.do("search", "< receiving channel 33")
         self.do("wait 2")
         self.do("events some")
-        self.do("search", "< receiving channel 34")
-        self.expect("* [1] network   1634")
+        self.do_all("search", "< receiving channel 34", "* [1] network   1634")
         quiet = self.printed().partition("receiving channel 33")[2].partition("events some")[0]
         self.assertNotIn("* [1]", quiet)
         self.assertNotIn("network   1633", self.printed())
