@@ -14,7 +14,9 @@ build_packages="
     libjsoncpp-dev
     libpicocli-java
     libpugixml-dev
-    dtv-scan-tables"
+    dtv-scan-tables
+    python3
+    zlib1g-dev"
 
 # To build and run the tests besides.
 test_packages="

@@ -11,6 +11,7 @@ sysroot_packages="
     libstdc++6
     libgcc-s1
     zlib1g
+    zlib1g-dev
     openjdk-17-jre-headless
     android-libutils
     android-libutils-dev
