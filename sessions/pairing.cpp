@@ -164,11 +164,10 @@ void Pairing::endSession(const Message& message, const Link& link) {
     if (!link.session || !(release || message.id == event_id::kCreateReply) || message.value != 0) {
         return;
     }
-    const catalogue::Message* known = catalogue::find(message.id);
-    const catalogue::Record& layout = *layoutOf(message, known);
-    const Bytes record{message.record.data(), message.record.size()};
+    const catalogue::Record* layout = layoutOf(message, catalogue::find(message.id));
     const char* result = message.is(Kind::kAnswer) ? "return_value" : "result";
-    if (numberIn(layout, record, result) == 0) {
+    const Bytes record{message.record.data(), message.record.size()};
+    if (layout != nullptr && numberIn(*layout, record, result) == 0) {
         giveUp(*link.session, release && link.partner != 0 ? link.partner : link.number);
     }
 }
