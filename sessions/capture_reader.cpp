@@ -10,6 +10,10 @@ constexpr uint32_t kSectionHeader = 0x0a0d0d0a; ///< the same in both byte order
 constexpr uint32_t kInterfaceDescription = 1;
 constexpr uint32_t kEnhancedPacket = 6;
 
+constexpr uint16_t kNoMoreOptions = 0;
+constexpr uint16_t kPacketFlags = 2;
+constexpr uint16_t kInterfaceName = 2;
+constexpr uint16_t kWriter = 4;
 constexpr uint16_t kTimeResolution = 9;
 constexpr uint16_t kTimeOffset = 14;
 
@@ -63,6 +67,8 @@ std::optional<Packet> CaptureReader::next() {
             if (readPacket(block, packet)) {
                 return packet;
             }
+        } else {
+            ++passed_blocks_;
         }
     }
     return std::nullopt;
@@ -206,6 +212,8 @@ bool CaptureReader::beginSection(const Block& block) {
                            std::to_string(major) + " of pcapng; this program reads version 1");
     }
     interfaces_.clear();
+    ++section_;
+    countOptions(Bytes{block.body.data(), block.body.size()}.from(12), {kWriter});
     return true;
 }
 
@@ -228,6 +236,7 @@ bool CaptureReader::addInterface(const Block& block) {
         return false;
     }
     interfaces_.push_back(interface);
+    countOptions(body.from(8), {kInterfaceName, kTimeResolution, kTimeOffset});
     return true;
 }
 
@@ -235,7 +244,7 @@ bool CaptureReader::readOptions(Bytes options, Interface& interface) {
     while (options.size >= 4) {
         const unsigned code = number16(options.data);
         const uint32_t length = number16(options.data + 2);
-        if (code == 0) {
+        if (code == kNoMoreOptions) {
             break;
         }
         const Bytes value = options.from(4);
@@ -272,11 +281,30 @@ bool CaptureReader::readPacket(const Block& block, Packet& packet) {
                     std::to_string(captured) + " bytes");
     }
     const uint64_t stamp = uint64_t{number32(body.data + 4)} << 32 | number32(body.data + 8);
+    countOptions(data.from(static_cast<size_t>(padded(captured))), {kPacketFlags});
     packet.offset = start_;
+    packet.section = section_;
     packet.time = momentOf(stamp, interfaces_[interface].resolution, interfaces_[interface].offset);
     packet.original_size = number32(body.data + 16);
     packet.data.assign(data.data, data.data + captured);
     return true;
+}
+
+/// Options whose lengths are wrong are passed over as one.
+void CaptureReader::countOptions(Bytes options, std::initializer_list<uint16_t> known) {
+    while (options.size > 0 && (options.size < 4 || number16(options.data) != kNoMoreOptions)) {
+        const Bytes value = options.from(4);
+        const auto length =
+            options.size < 4 ? size_t{1} : static_cast<size_t>(padded(number16(options.data + 2)));
+        if (length > value.size) {
+            ++passed_options_;
+            return;
+        }
+        if (std::find(known.begin(), known.end(), number16(options.data)) == known.end()) {
+            ++passed_options_;
+        }
+        options = value.from(length);
+    }
 }
 
 bool CaptureReader::fail(const std::string& what) {

@@ -6,6 +6,7 @@
 #include "sessions/moment.h"
 
 #include <cstdint>
+#include <initializer_list>
 #include <istream>
 #include <optional>
 #include <string>
@@ -14,7 +15,8 @@
 namespace sessions {
 
 struct Packet {
-    uint64_t offset = 0; ///< of its block in the file, bytes
+    uint64_t offset = 0;  ///< of its block in the file, bytes
+    uint32_t section = 0; ///< of the file, from 1
     Moment time;
     uint32_t original_size = 0; ///< bytes; more than there are when the file has not all of them
     std::vector<uint8_t> data;
@@ -47,6 +49,11 @@ public:
     /// follow a lost interface are read as of libDtv's own.
     std::optional<Gap> resume();
 
+    /// What has been passed over so far: blocks of other types, and options that libDtv does not
+    /// write.
+    uint64_t passedBlocks() const { return passed_blocks_; }
+    uint64_t passedOptions() const { return passed_options_; }
+
 private:
     struct Block {
         uint32_t type = 0;
@@ -68,6 +75,7 @@ private:
     bool addInterface(const Block& block);
     bool readOptions(Bytes options, Interface& interface);
     bool readPacket(const Block& block, Packet& packet);
+    void countOptions(Bytes options, std::initializer_list<uint16_t> known);
     bool fail(const std::string& what);
     bool failForGood(const std::string& what);
     bool failCut();
@@ -81,6 +89,9 @@ private:
     bool whole_ = false;      ///< its lengths are right, so that the next one follows it
     bool other_file_ = false; ///< the error is no damage
     bool big_endian_ = false;
+    uint32_t section_ = 0;
+    uint64_t passed_blocks_ = 0;
+    uint64_t passed_options_ = 0;
     std::vector<Interface> interfaces_; ///< of the section
     std::string error_;
 };

@@ -1,5 +1,7 @@
 #include "sessions/pairing.h"
 
+#include "records/message_ids.h"
+
 #include <algorithm>
 
 namespace sessions {
@@ -106,10 +108,12 @@ void Pairing::addAnswer(const Message& message, Link& link) {
         forget(*sent);
     }
     sent.reset();
+    endSession(message, link);
 }
 
 /// A command that was not taken waits for no event.
 void Pairing::forget(const Sent& sent) {
+    given_up_.erase(sent.command.number);
     const auto queue = sent.awaited ? waiting_.find(*sent.awaited) : waiting_.end();
     if (queue == waiting_.end()) {
         return;
@@ -150,6 +154,50 @@ void Pairing::addEvent(const Message& message, Link& link) {
     }
     threads_[message.thread_id].event =
         Delivered{link.number, message.id, link.session, message.time};
+    endSession(message, link);
+}
+
+/// If the message ends a session, or begins one with the handle of an earlier one.
+void Pairing::endSession(const Message& message, const Link& link) {
+    const bool release =
+        message.id == event_id::kReleaseReply || message.id == command_id::kRelease_Sync;
+    if (!link.session || !(release || message.id == event_id::kCreateReply) || message.value != 0) {
+        return;
+    }
+    const catalogue::Record* layout = layoutOf(message, catalogue::find(message.id));
+    const char* result = message.is(Kind::kAnswer) ? "return_value" : "result";
+    const Bytes record{message.record.data(), message.record.size()};
+    if (layout != nullptr && numberIn(*layout, record, result) == 0) {
+        giveUp(*link.session, release && link.partner != 0 ? link.partner : link.number);
+    }
+}
+
+/// The commands of a session that wait for an event and have a smaller number.
+void Pairing::giveUp(uint16_t handle, uint64_t before) {
+    for (const catalogue::Message& command : catalogue::commands()) {
+        const auto queue = waiting_.find(Awaited{command.reply_event, handle});
+        if (queue == waiting_.end()) {
+            continue;
+        }
+        std::deque<Waiting>& commands = queue->second;
+        while (!commands.empty() && commands.front().command.number < before) {
+            const OpenCommand& given_up = commands.front().command;
+            given_up_.emplace(given_up.number, given_up);
+            commands.pop_front();
+        }
+        if (commands.empty()) {
+            waiting_.erase(queue);
+        }
+    }
+}
+
+void Pairing::beginSection() {
+    for (const OpenCommand& command : open()) {
+        given_up_.emplace(command.number, command);
+    }
+    waiting_.clear();
+    synchronous_.clear();
+    threads_.clear();
 }
 
 void Pairing::addRefusal(const Message& message, Link& link) {
@@ -165,8 +213,10 @@ void Pairing::addRefusal(const Message& message, Link& link) {
 
 std::vector<OpenCommand> Pairing::open() const {
     std::vector<OpenCommand> commands;
-    for (const auto& [number, command] : synchronous_) {
-        commands.push_back(command);
+    for (const auto* others : {&synchronous_, &given_up_}) {
+        for (const auto& [number, command] : *others) {
+            commands.push_back(command);
+        }
     }
     for (const auto& [awaited, queue] : waiting_) {
         for (const Waiting& waiting : queue) {

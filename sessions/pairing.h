@@ -48,16 +48,26 @@ struct OpenCommand {
 /// waits for no event. When two commands of one id and handle wait at the same time, what is said
 /// of both is marked as ambiguous: the events do not say which of them they answer.
 ///
-/// Kept are the commands that wait, and the last command and event of each thread.
+/// What begins with a section, and what ends with a session, belongs to nothing before it:
+/// commands that wait for an event then are never answered. A session ends with a ReleaseReply or
+/// an answer to Release_Sync whose result is 0, for the commands that were sent before the release:
+/// the service answers later ones with an error. A CreateReply with the result 0 gives its handle
+/// to a new session, which ends what an earlier one left.
+///
+/// Kept are the commands without an answer, and the last command and event of each thread.
 class Pairing {
 public:
     Link add(const Message& message);
+
+    /// The messages that follow are of another run: its threads and handles are others.
+    void beginSection();
 
     /// Counts something in place of a message, so that the numbers of the messages after it are
     /// their places in the file.
     void pass() { ++count_; }
 
-    /// The commands that wait now, in the order of their numbers.
+    /// The commands without an answer, in the order of their numbers: those that wait now, and
+    /// those whose session or section has ended.
     std::vector<OpenCommand> open() const;
 
 private:
@@ -89,11 +99,14 @@ private:
     void addEvent(const Message& message, Link& link);
     void addRefusal(const Message& message, Link& link);
     void forget(const Sent& sent);
+    void endSession(const Message& message, const Link& link);
+    void giveUp(uint16_t handle, uint64_t before);
 
     uint64_t count_ = 0;
     std::unordered_map<uint32_t, Thread> threads_;
     std::map<Awaited, std::deque<Waiting>> waiting_; ///< for an event; no queue is empty
     std::map<uint64_t, OpenCommand> synchronous_;    ///< that wait for an answer, by number
+    std::map<uint64_t, OpenCommand> given_up_;       ///< that are never answered, by number
 };
 
 /// Nanoseconds from one moment to another, or nothing when 64 bits do not hold them.

@@ -12,7 +12,7 @@ labels_of() {
     tests/binding/*) echo binding ;;
     src/entry/*) echo "entry|binding" ;;
     tests/entry/*) echo entry ;;
-    src/records/*) echo "$all_of_the_bridge|sessions|show|simulator" ;;
+    src/records/*) echo "$all_of_the_bridge|sessions|show|redact|simulator" ;;
     tests/records/*) echo records ;;
     tests/harness/* | tests/strict_jni/* | tests/java/*) echo "$all_of_the_bridge" ;;
     java/*) echo "$all_of_the_bridge|desk|rows|show" ;;
@@ -20,7 +20,8 @@ labels_of() {
     tests/platform/*) echo platform ;;
     simulator/tests/*) echo simulator ;;
     simulator/*) echo "simulator|desk" ;;
-    sessions/*) echo "sessions|show" ;;
+    sessions/*) echo "sessions|show|redact" ;;
+    desk/redact/*) echo redact ;;
     desk/show/*) echo show ;;
     desk/* | tests/desk/* | run | test) echo desk ;;
     tools/rows/*) echo rows ;;

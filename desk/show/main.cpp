@@ -5,6 +5,8 @@
 #include "desk/show/printer.h"
 
 #include "sessions/capture_reader.h"
+#include "sessions/keyed_hash.h"
+#include "sessions/redaction.h"
 
 #include "records/catalogue.h"
 
@@ -58,9 +60,10 @@ int finish(int status) {
 /// Reads a capture to its end and prints it.
 class Showing {
 public:
-    /// `stream` and `printer` must outlive the object.
-    Showing(std::istream& stream, std::string name, show::Printer& printer)
-        : reader_(stream), name_(std::move(name)), printer_(printer) {}
+    /// `stream`, `printer` and `redaction` must outlive the object. `redaction` may be null.
+    Showing(std::istream& stream, std::string name, show::Printer& printer,
+            sessions::Redaction* redaction)
+        : reader_(stream), name_(std::move(name)), printer_(printer), redaction_(redaction) {}
 
     /// As far as the stream has messages.
     void run() {
@@ -116,8 +119,15 @@ private:
             if (!packet) {
                 return;
             }
+            if (packet->section != section_) {
+                printer_.beginSection();
+                section_ = packet->section;
+            }
             std::string error;
-            if (const auto message = sessions::readMessage(*packet, error)) {
+            if (auto message = sessions::readMessage(*packet, error)) {
+                if (redaction_ != nullptr) {
+                    redaction_->redact(*message);
+                }
                 printer_.print(*message, packet->offset);
             } else {
                 printer_.pass();
@@ -129,19 +139,21 @@ private:
     sessions::CaptureReader reader_;
     const std::string name_;
     show::Printer& printer_;
+    sessions::Redaction* const redaction_;
+    uint32_t section_ = 0;
     bool good_ = true;
     std::string last_error_; ///< after which nothing of the file can be read
 };
 
 int showStream(std::istream& stream, const std::string& name, const show::Options& options,
-               bool at_once) {
+               sessions::Redaction* redaction, bool at_once) {
     const auto printer = show::makePrinter(options, name, at_once);
-    Showing showing(stream, name, *printer);
+    Showing showing(stream, name, *printer, redaction);
     showing.run();
     return showing.end({});
 }
 
-int follow(const show::Options& options) {
+int follow(const show::Options& options, sessions::Redaction* redaction) {
     show::FollowedFile file(interrupted);
     const std::string error = file.open(options.file);
     if (!error.empty()) {
@@ -154,7 +166,7 @@ int follow(const show::Options& options) {
     }
     std::istream stream(&file);
     const auto printer = show::makePrinter(options, options.file, true);
-    Showing showing(stream, options.file, *printer);
+    Showing showing(stream, options.file, *printer, redaction);
     showing.run();
     return showing.end(file.failure());
 }
@@ -196,21 +208,31 @@ int printWiresharkCommands(const std::string& file) {
 }
 
 int showFile(const show::Options& options) {
+    std::optional<sessions::Redaction> redaction;
+    if (options.redact) {
+        const std::optional<sessions::HashKey> key = sessions::randomHashKey();
+        if (!key) {
+            return complain(std::string("the kernel gives no random bytes: ") +
+                            std::strerror(errno));
+        }
+        redaction.emplace(*key);
+    }
+    sessions::Redaction* const redacting = redaction ? &*redaction : nullptr;
     if (options.file == "-") {
-        return showStream(std::cin, "standard input", options, true);
+        return showStream(std::cin, "standard input", options, redacting, true);
     }
     std::error_code ignored;
     if (std::filesystem::is_directory(options.file, ignored)) {
         return complain(options.file + " is a directory");
     }
     if (options.follow) {
-        return follow(options);
+        return follow(options, redacting);
     }
     std::ifstream file(options.file, std::ios::binary);
     if (!file) {
         return complain("cannot open " + options.file + ": " + std::strerror(errno));
     }
-    return showStream(file, options.file, options, false);
+    return showStream(file, options.file, options, redacting, false);
 }
 
 } // namespace

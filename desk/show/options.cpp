@@ -121,6 +121,8 @@ ArgumentError takeWord(const std::string& option, Options& options) {
     }
     if (option == "--follow") {
         options.follow = true;
+    } else if (option == "--redact") {
+        options.redact = true;
     } else if (option == "--list") {
         options.task = Options::Task::kList;
     } else if (option == "--wireshark") {
@@ -144,7 +146,8 @@ ArgumentError takeFile(const std::string& name, Options& options) {
 
 /// Whether the arguments make sense together.
 ArgumentError check(const Options& options) {
-    const bool plain = options.filter.takesAll() && !options.follow && options.form == Form::kText;
+    const bool plain = options.filter.takesAll() && !options.follow && !options.redact &&
+                       options.form == Form::kText;
     if (options.task == Options::Task::kList) {
         const bool alone = options.file.empty() && plain;
         return alone ? ArgumentError{} : ArgumentError{"--list takes no file and no option", true};
@@ -211,6 +214,8 @@ read, 1 when it is no capture or is cut or damaged (everything else is printed),
                     number of the message that it belongs to and time since it
   --json            one JSON document, each message on a line of its own
   --follow          waits for more at the end of the file, until interrupted
+  --redact          prints placeholders of the same length in place of texts and
+                    bytes, but for what stations broadcast
 
 Which messages are printed. Each option may be given several times, but for
 --from and --to; a message must be what each of them asks for:

@@ -26,6 +26,7 @@ struct Options {
     Task task = Task::kShow;
     Form form = Form::kText;
     bool follow = false;
+    bool redact = false; ///< prints placeholders in place of the contents of texts and bytes
     Filter filter;
     std::string file; ///< "-" for standard input; not empty when messages are to be shown
 };

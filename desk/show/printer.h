@@ -26,6 +26,9 @@ public:
     /// `offset` is that of the message's packet in the file, in bytes.
     void print(const sessions::Message& message, uint64_t offset);
 
+    /// The messages that follow are of another section of the file.
+    void beginSection() { pairing_.beginSection(); }
+
     /// In place of a packet that is no message.
     void pass() { pairing_.pass(); }
 

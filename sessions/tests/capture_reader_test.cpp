@@ -24,6 +24,8 @@ constexpr char kPacket[] = "06000000 24000000 00000000 00000000 02ca9a3b 0100000
 struct Contents {
     std::vector<Packet> packets;
     std::string error;
+    uint64_t passed_blocks = 0;
+    uint64_t passed_options = 0;
 };
 
 Contents read(const std::string& hex) {
@@ -34,6 +36,8 @@ Contents read(const std::string& hex) {
         contents.packets.push_back(*packet);
     }
     contents.error = reader.error();
+    contents.passed_blocks = reader.passedBlocks();
+    contents.passed_options = reader.passedOptions();
     EXPECT_FALSE(reader.next().has_value()) << "the end stays the end";
     return contents;
 }
@@ -82,6 +86,9 @@ TEST(CaptureReader, ReadsSectionsOfBothOrdersInOneFile) {
     EXPECT_EQ(file.packets[1].time.seconds, 2) << "microseconds when no resolution is given";
     EXPECT_TRUE(file.packets[1].data.empty());
     EXPECT_EQ(file.packets[2].time.nanoseconds, 2u);
+    EXPECT_EQ(file.packets[0].section, 1u);
+    EXPECT_EQ(file.packets[1].section, 2u);
+    EXPECT_EQ(file.packets[2].section, 3u);
 }
 
 TEST(CaptureReader, SkipsUnknownBlocksAndOptions) {
@@ -99,6 +106,23 @@ TEST(CaptureReader, SkipsUnknownBlocksAndOptions) {
     ASSERT_EQ(file.packets.size(), 1u);
     EXPECT_EQ(file.packets[0].data, (std::vector<uint8_t>{0xaa, 0xbb}));
     EXPECT_EQ(file.packets[0].time.nanoseconds, 5000000u);
+    EXPECT_EQ(file.passed_blocks, 3u);
+    EXPECT_EQ(file.passed_options, 2u) << "the comment of the interface, option 999 of the packet";
+}
+
+TEST(CaptureReader, CountsWhatItPassesOver) {
+    const Contents plain = read(std::string(kSection) + kInterface + kPacket);
+    EXPECT_EQ(plain.passed_blocks, 0u);
+    EXPECT_EQ(plain.passed_options, 0u);
+    // The section's writer and its comment, and options of a packet that are cut.
+    const Contents other = read("0a0d0d0a 30000000 4d3c2b1a 0100 0000 ffffffffffffffff"
+                                "0400 0200 61620000 0100 0100 63000000 00000000 30000000" +
+                                std::string(kInterface) +
+                                "06000000 28000000 00000000 00000000 05000000 00000000 00000000"
+                                "0100 0900 01020304 28000000");
+    EXPECT_EQ(other.error, "");
+    EXPECT_EQ(other.packets.size(), 1u);
+    EXPECT_EQ(other.passed_options, 2u);
 }
 
 TEST(CaptureReader, KeepsTheTimesOfInterfacesApart) {

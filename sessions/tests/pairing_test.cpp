@@ -21,6 +21,8 @@ constexpr int kCancelScan = 0x10000003;
 constexpr int kSelectChannel = 0x10000006;
 constexpr int kReleaseSync = 0x10000038;
 constexpr int kTerminateRecSync = 0x10000040;
+constexpr int kRelease = 0x10000001;
+constexpr int kReleaseReply = 0x10000050;
 constexpr int kCreateReply = 0x1000004f;
 constexpr int kStartScanReply = 0x10000051;
 constexpr int kSelectChannelReply = 0x10000054;
@@ -244,6 +246,103 @@ TEST(Pairing, CountsWhatIsNoMessage) {
     EXPECT_EQ(text(session.command(kSelectChannel, {3, 0})), "2, session 3");
     session.pairing.pass();
     EXPECT_EQ(text(session.event(kSelectChannelReply, {3, 0})), "4 <- 2, 1000 ns, session 3");
+}
+
+TEST(Pairing, GivesUpWhatWaitsWhenItsSessionIsReleased) {
+    Session session;
+    session.command(kSelectChannel, {3, 0});
+    session.command(kSelectChannel, {4, 0});
+    session.command(kStartScan, {3, 0});
+    session.command(kRelease, {3, 0});
+    session.command(kSelectChannel, {3, 0}, 11);
+    EXPECT_EQ(text(session.event(kStartScanReply, {3, 0})), "6 <- 3, 3000 ns, session 3")
+        << "before the release is carried out";
+    EXPECT_EQ(text(session.event(kReleaseReply, {3, 0, 0, 0, 0, 0, 0, 0})),
+              "7 <- 4, 3000 ns, session 3");
+    EXPECT_THAT(session.open(), ElementsAre("1?", "2", "5?"));
+    EXPECT_EQ(text(session.event(kSelectChannelReply, {3, 0, 0, 0, 1, 0, 0, 0})),
+              "8 <- 5, 3000 ns, session 3, ambiguous")
+        << "sent after the release, it is answered with an error";
+    EXPECT_EQ(text(session.event(kSelectChannelReply, {3, 0})), "9, session 3");
+    EXPECT_EQ(text(session.event(kSelectChannelReply, {4, 0})), "10 <- 2, 8000 ns, session 4");
+    EXPECT_THAT(session.open(), ElementsAre("1?"));
+}
+
+TEST(Pairing, GivesUpNothingForAReleaseThatFails) {
+    Session session;
+    session.command(kSelectChannel, {3, 0});
+    session.command(kRelease, {3, 0});
+    session.event(kReleaseReply, {3, 0, 0, 0, 1, 0, 0, 0});
+    session.command(kRelease, {3, 0});
+    session.event(kReleaseReply, {3, 0, 0, 0, 0, 0, 0}); // ends before the result does
+    session.command(kReleaseSync, {3, 0});
+    session.answer(kReleaseSync, 0, {3, 0, 0, 0, 0xff, 0xff, 0xff, 0xff});
+    session.command(kReleaseSync, {3, 0});
+    session.answer(kReleaseSync, -1, {3, 0, 0, 0, 0, 0, 0, 0});
+    session.command(kReleaseSync, {3, 0});
+    session.answer(kReleaseSync, 0);
+    EXPECT_EQ(text(session.event(kSelectChannelReply, {3, 0})), "12 <- 1, 11000 ns, session 3");
+}
+
+TEST(Pairing, GivesUpWhatWaitsAfterASynchronousRelease) {
+    Session session;
+    session.command(kSelectChannel, {3, 0});
+    session.command(kReleaseSync, {3, 0});
+    session.command(kReleaseSync, {3, 0}, 11);
+    session.command(kStartScan, {3, 0}, 12);
+    session.answer(kReleaseSync, 0, {3, 0, 0, 0, 0, 0, 0, 0});
+    EXPECT_THAT(session.open(), ElementsAre("1", "3", "4"));
+    EXPECT_EQ(text(session.event(kSelectChannelReply, {3, 0})), "6, session 3");
+    EXPECT_EQ(text(session.answer(kReleaseSync, 0, {}, 11)), "7 <- 3, 4000 ns, session 3")
+        << "its thread still waits";
+    EXPECT_EQ(text(session.event(kStartScanReply, {3, 0})), "8 <- 4, 4000 ns, session 3");
+    EXPECT_EQ(text(session.answer(kSelectChannel, -1)), "9") << "no longer the last command";
+    EXPECT_THAT(session.open(), ElementsAre("1"));
+}
+
+TEST(Pairing, GivesUpWhatAnEarlierSessionWithTheHandleLeft) {
+    Session session;
+    session.command(kSelectChannel, {3, 0});
+    session.command(kSelectChannel, {4, 0});
+    session.command(kCreate, {0, 0, 0, 0});
+    session.event(kCreateReply, {4, 0, 0, 0, 5, 0, 0, 0}); // not done
+    session.command(kCreate, {0, 0, 0, 0});
+    session.event(kCreateReply, {3, 0, 0, 0, 0, 0, 0, 0});
+    session.command(kSelectChannel, {3, 0});
+    EXPECT_THAT(session.open(), ElementsAre("1", "2", "7"));
+    EXPECT_EQ(text(session.event(kSelectChannelReply, {3, 0})), "8 <- 7, 1000 ns, session 3");
+    EXPECT_EQ(text(session.event(kSelectChannelReply, {4, 0})), "9 <- 2, 7000 ns, session 4");
+    EXPECT_THAT(session.open(), ElementsAre("1"));
+}
+
+TEST(Pairing, KnowsOfACommandThatWasNotTakenAfterTheReleaseToo) {
+    Session session;
+    session.command(kSelectChannel, {3, 0}, 11);
+    session.command(kRelease, {3, 0});
+    session.event(kReleaseReply, {3, 0, 0, 0, 0, 0, 0, 0});
+    EXPECT_THAT(session.open(), ElementsAre("1"));
+    EXPECT_EQ(text(session.answer(kSelectChannel, -1, {}, 11)), "4 <- 1, 3000 ns, session 3");
+    EXPECT_THAT(session.open(), ElementsAre());
+}
+
+TEST(Pairing, PairsNothingWithAnEarlierSection) {
+    Session session;
+    session.command(kSelectChannel, {3, 0});
+    session.command(kReleaseSync, {3, 0});
+    session.event(kScanNotify, {3, 0});
+    session.pairing.beginSection();
+    EXPECT_EQ(text(session.answer(kReleaseSync, 0, {3, 0, 0, 0, 0, 0, 0, 0})), "4, session 3");
+    EXPECT_EQ(text(session.event(kSelectChannelReply, {3, 0})), "5, session 3");
+    EXPECT_EQ(text(session.refusal(kScanNotify)), "6");
+    EXPECT_EQ(text(session.command(kSelectChannel, {3, 0})), "7, session 3");
+    EXPECT_THAT(session.open(), ElementsAre("1", "2", "7"));
+}
+
+TEST(Pairing, TakesAnswersThatCannotBe) {
+    Session session;
+    session.command(kReleaseReply, {3, 0, 0, 0, 0, 0, 0, 0});
+    EXPECT_EQ(text(session.answer(kReleaseReply, 0, {3, 0, 0, 0, 0, 0, 0, 0})),
+              "2 <- 1, 1000 ns, session 3");
 }
 
 TEST(Pairing, PassesOverUnknownMessages) {

@@ -31,6 +31,7 @@ ALLOWED = {
                   "dtv/exchange.h"],
     "desk/native": ["simulator.h", "script/", "records/"],
     "sessions": ["sessions/", "records/"],
+    "desk/redact": ["desk/redact/", "sessions/", "records/"],
     "desk/show": ["desk/show/", "sessions/", "records/"],
     "desk/show/wireshark": ["enumerations.def", "records/"],
 }
@@ -52,7 +53,8 @@ def sources(root):
 
 def intruders(root):
     """What the tests and tools include of src/ besides the messages, where they may not."""
-    for top in ("tests", "tools", "simulator/tests", "sessions/tests", "desk/show/tests"):
+    for top in ("tests", "tools", "simulator/tests", "sessions/tests", "desk/redact/tests",
+                "desk/show/tests"):
         for path in sorted((root / top).rglob("*")):
             name = str(path.relative_to(root))
             if path.suffix not in (".h", ".cpp") or name in INSIDERS:

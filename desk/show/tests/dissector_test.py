@@ -205,13 +205,17 @@ class Fields(CaptureTest):
     def test_partners_and_times(self):
         for seed in range(3):
             capture, draw = Capture(), random.Random(seed)
-            numbers = [0x10000000, 0x10000000, 0x10000002, 0x10000003, 0x10000006, 0x10000006,
-                       0x10000038, 0x10000040]
-            events = [0x1000004f, 0x1000004f, 0x10000051, 0x10000054, 0x10000054, 0x1000007f]
+            numbers = [0x10000000, 0x10000000, 0x10000001, 0x10000002, 0x10000003, 0x10000006,
+                       0x10000006, 0x10000038, 0x10000040]
+            events = [0x1000004f, 0x1000004f, 0x10000050, 0x10000051, 0x10000054, 0x10000054,
+                      0x1000007f]
             for _ in range(1500):
                 capture.now += draw.choice([0, 1, 999, 10**6, 10**9 + 1, 10**10, -1, -(10**9) - 1])
                 handle = struct.pack("<H", draw.choice([1, 2, 300]))
-                record = draw.choice([handle, handle + bytes(10), handle[:1], b""])
+                # Results: most are 1, for a 0 ends a session.
+                done = handle + b"\0\0\0\0\0\0"
+                record = draw.choice([handle, handle + b"\0\0\1" + bytes(7), done, handle[:1],
+                                      handle + b"\0\0\1" + bytes(7), b""])
                 kind = draw.choice([COMMAND, COMMAND, ANSWER, EVENT, EVENT, REFUSED])
                 if draw.randrange(100) == 0:
                     capture.add_packet(draw.choice([b"", b"\x02" + bytes(40), b"\x01" * 35]))
@@ -241,6 +245,22 @@ class Fields(CaptureTest):
             self.check_experts(path, packets)
             for packet in packets:
                 self.assertFalse(packet.has("dtv.unanswered"), "known after the last message only")
+
+    def test_sections(self):
+        first, second = Capture(), Capture()
+        for capture, thread in ((first, 10), (second, 10)):
+            capture.add(EVENT, 0x10000054, b"\3\0" + bytes(14), thread=20)
+            capture.add(ANSWER, 0x10000038, b"\3\0" + bytes(6), thread=thread)
+            capture.add(COMMAND, 0x10000006, b"\3\0" + bytes(10), thread=thread)
+            capture.add(COMMAND, 0x10000038, b"\3\0", thread=thread)
+        second.add(EVENT, 0x10000054, b"\3\0" + bytes(14), thread=20)
+        first.blocks += second.blocks
+        path = self.save(first)
+        document, packets, _ = self.compare_all(path)
+        self.assertEqual([None] * 8 + [7], [message.get("partner")
+                                            for message in document["messages"]])
+        self.assertEqual([3, 4, 8], [one["number"] for one in document["unanswered"]])
+        self.assertEqual(9, len(packets))
 
     def test_what_it_does_not_know(self):
         capture = Capture()

@@ -136,8 +136,8 @@ local function make_whole_layout(record, name, value_enumeration)
     return layout
 end
 
--- The reply events of commands without a handle.
-local any_handle = {}
+-- The events that commands wait for, and of these the ones of commands without a handle.
+local reply_events, any_handle = {}, {}
 for _, message in pairs(messages) do
     local name = "dtv." .. message.name
     message.layout = make_whole_layout(records[message.record], name, message.enumeration)
@@ -145,8 +145,9 @@ for _, message in pairs(messages) do
     if message.answer then
         message.answer_layout = make_whole_layout(records[message.answer], name .. ".answer")
     end
-    if message.reply_event and not message.has_handle then
-        any_handle[message.reply_event] = true
+    if message.reply_event then
+        reply_events[message.reply_event] = true
+        any_handle[message.reply_event] = not message.has_handle or nil
     end
 end
 

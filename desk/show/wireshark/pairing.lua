@@ -6,9 +6,10 @@ local links     -- by number: what is known of the message
 local open      -- by number: whether the command waits
 local threads   -- by thread number: its last command and event
 local queues    -- commands that wait for an event, by event and handle
+local section   -- of the last message; nil when Wireshark does not say it
 
 local function forget_all()
-    links, open, threads, queues = {}, {}, {}, {}
+    links, open, threads, queues, section = {}, {}, {}, {}, nil
 end
 forget_all()
 dtv.init = forget_all
@@ -33,6 +34,44 @@ local function tie(link, now, partner)
     local other = links[partner.number]
     other.answers = other.answers or {}
     other.answers[#other.answers + 1] = now.number
+end
+
+-- The commands of a session that wait for an event and have a smaller number are never answered.
+local function give_up(handle, before)
+    for event in pairs(reply_events) do
+        local key = key_of(event, handle)
+        local queue = queues[key]
+        while queue and queue.first <= queue.last and queue[queue.first].number < before do
+            queue[queue.first] = nil
+            queue.first = queue.first + 1
+        end
+        if queue and queue.last < queue.first then
+            queues[key] = nil
+        end
+    end
+end
+
+-- If the message ends a session, or begins one with the handle of an earlier one.
+local function end_session(message, link, now)
+    local name = names[message.id]
+    local release = name == "ReleaseReply" or name == "Release_Sync"
+    if link.session and (release or name == "CreateReply") and message.value == 0 and
+            message.result == 0 then
+        give_up(link.session, release and link.partner or now.number)
+    end
+end
+
+-- The messages of another section are of another run: its threads and handles are others. In the
+-- first of two passes, Wireshark may not say the section.
+local section_number = Field.new("frame.section_number")
+
+local function notice_section()
+    local field = section_number()
+    local number = field and field.value
+    if number and section and number ~= section then
+        threads, queues = {}, {}
+    end
+    section = number or section
 end
 
 local function add_command(message, known, handle, now)
@@ -62,6 +101,7 @@ end
 -- A command that was not taken waits for no event.
 local function forget(command)
     local queue = command.key and queues[command.key]
+    open[command.number] = nil
     if not queue then
         return
     end
@@ -75,7 +115,6 @@ local function forget(command)
                 queue[j] = queue[j + 1]
             end
             queue.last = queue.last - 1
-            open[command.number] = nil
             break
         end
     end
@@ -98,6 +137,7 @@ local function add_answer(message, link, now)
         forget(command)
     end
     message.thread.command = nil
+    end_session(message, link, now)
 end
 
 local function add_event(message, link, now)
@@ -117,6 +157,7 @@ local function add_event(message, link, now)
     end
     message.thread.event = {number = now.number, id = message.id, time = now.time,
         session = link.session}
+    end_session(message, link, now)
 end
 
 local function add_refusal(message, link, now)
@@ -135,6 +176,7 @@ local function pair(message, known, handle, pinfo)
     local now = {number = number, time = math.floor(pinfo.rel_ts * 1000000000 + 0.5)}
     local link = {session = handle}
     links[number] = link
+    notice_section()
     message.thread = threads[message.thread_id]
     if not message.thread then
         message.thread = {}
