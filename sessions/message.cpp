@@ -61,19 +61,46 @@ const catalogue::Record* layoutOf(const Message& message, const catalogue::Messa
     return message.is(Kind::kCommand) || message.is(Kind::kEvent) ? known->record : nullptr;
 }
 
-std::optional<int64_t> numberIn(const catalogue::Record& layout, Bytes record,
-                                std::string_view field) {
-    for (const catalogue::Field& candidate : layout.fields) {
-        if (candidate.name == field && candidate.count == 1 &&
-            (candidate.kind == catalogue::Kind::kUnsigned ||
-             candidate.kind == catalogue::Kind::kSigned)) {
-            const Bytes bytes = record.from(candidate.offset).first(candidate.size);
-            return bytes.size == candidate.size
-                       ? std::optional<int64_t>(numberOf(bytes, candidate.kind))
-                       : std::nullopt;
+namespace {
+
+/// The whole number of that name among the fields of a record, or null.
+const catalogue::Field* numberNamed(const catalogue::Record& layout, std::string_view name) {
+    for (const catalogue::Field& field : layout.fields) {
+        if (field.name == name && field.count == 1 &&
+            (field.kind == catalogue::Kind::kUnsigned || field.kind == catalogue::Kind::kSigned)) {
+            return &field;
         }
     }
-    return std::nullopt;
+    return nullptr;
+}
+
+std::optional<int64_t> numberAt(const catalogue::Field& field, Bytes record) {
+    const Bytes bytes = record.from(field.offset).first(field.size);
+    return bytes.size == field.size ? std::optional<int64_t>(numberOf(bytes, field.kind))
+                                    : std::nullopt;
+}
+
+} // namespace
+
+std::optional<int64_t> numberIn(const catalogue::Record& layout, Bytes record,
+                                std::string_view field) {
+    const catalogue::Field* const named = numberNamed(layout, field);
+    return named != nullptr ? numberAt(*named, record) : std::nullopt;
+}
+
+std::optional<int64_t> numberIn(const catalogue::Record& layout, const Message& message,
+                                std::string_view field) {
+    const catalogue::Field* const named = numberNamed(layout, field);
+    if (named == nullptr) {
+        return std::nullopt;
+    }
+    const size_t end = std::min(named->offset + named->size, message.known.size());
+    for (size_t at = named->offset; at < end; ++at) {
+        if (!message.known[at]) {
+            return std::nullopt;
+        }
+    }
+    return numberAt(*named, {message.record.data(), message.record.size()});
 }
 
 int64_t numberOf(Bytes bytes, catalogue::Kind kind) {

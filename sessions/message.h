@@ -32,6 +32,9 @@ struct Message {
     std::string thread_name;
     std::vector<uint8_t> record;
     uint32_t left_out = 0; ///< bytes of the record that the capture does not have
+    /// Of a message that was made of a log: for each byte of the record whether the log has it.
+    /// Empty: all are there.
+    std::vector<bool> known;
 
     bool is(Kind wanted) const { return kind == static_cast<uint8_t>(wanted); }
 };
@@ -46,6 +49,11 @@ const catalogue::Record* layoutOf(const Message& message, const catalogue::Messa
 /// The value of a whole number among the fields of a record, or nothing when the layout has no such
 /// field, or the record ends before the field does.
 std::optional<int64_t> numberIn(const catalogue::Record& layout, Bytes record,
+                                std::string_view field);
+
+/// The same of a message's record. Nothing as well when the message was made of a log that lacks
+/// bytes of the field.
+std::optional<int64_t> numberIn(const catalogue::Record& layout, const Message& message,
                                 std::string_view field);
 
 /// The bytes of a field as a whole number; 8 bytes at most.

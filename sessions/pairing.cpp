@@ -17,8 +17,7 @@ std::optional<uint16_t> handleOf(const Message& message, const catalogue::Messag
     if (layout == nullptr) {
         return std::nullopt;
     }
-    const Bytes record{message.record.data(), message.record.size()};
-    const std::optional<int64_t> handle = numberIn(*layout, record, "handle");
+    const std::optional<int64_t> handle = numberIn(*layout, message, "handle");
     return handle ? std::optional<uint16_t>(static_cast<uint16_t>(*handle)) : std::nullopt;
 }
 
@@ -141,12 +140,21 @@ void Pairing::addEvent(const Message& message, Link& link) {
     if (any) {
         handle.reset();
     }
-    const auto queue = any || handle ? waiting_.find(Awaited{message.id, handle}) : waiting_.end();
+    auto queue = waiting_.end();
+    bool guessed = false;
+    if (any || handle) {
+        queue = waiting_.find(Awaited{message.id, handle});
+    } else if (!message.known.empty()) {
+        queue = oldestWaiting(message.id, guessed);
+    }
     if (queue != waiting_.end()) {
         const OpenCommand command = queue->second.front().command;
         link.partner = command.number;
         link.latency = nanosecondsBetween(command.time, message.time);
-        link.ambiguous = command.ambiguous;
+        link.ambiguous = command.ambiguous || guessed;
+        if (!link.session) {
+            link.session = command.session;
+        }
         queue->second.pop_front();
         if (queue->second.empty()) {
             waiting_.erase(queue);
@@ -155,6 +163,21 @@ void Pairing::addEvent(const Message& message, Link& link) {
     threads_[message.thread_id].event =
         Delivered{link.number, message.id, link.session, message.time};
     endSession(message, link);
+}
+
+/// The queue with the oldest command that waits for an event, whatever its handle. `guessed` says
+/// that there are several.
+Pairing::Queues::iterator Pairing::oldestWaiting(int event, bool& guessed) {
+    auto oldest = waiting_.end();
+    for (auto queue = waiting_.lower_bound(Awaited{event, std::nullopt});
+         queue != waiting_.end() && queue->first.first == event; ++queue) {
+        guessed = oldest != waiting_.end();
+        if (!guessed ||
+            queue->second.front().command.number < oldest->second.front().command.number) {
+            oldest = queue;
+        }
+    }
+    return oldest;
 }
 
 /// If the message ends a session, or begins one with the handle of an earlier one.
@@ -166,8 +189,7 @@ void Pairing::endSession(const Message& message, const Link& link) {
     }
     const catalogue::Record* layout = layoutOf(message, catalogue::find(message.id));
     const char* result = message.is(Kind::kAnswer) ? "return_value" : "result";
-    const Bytes record{message.record.data(), message.record.size()};
-    if (layout != nullptr && numberIn(*layout, record, result) == 0) {
+    if (layout != nullptr && numberIn(*layout, message, result) == 0) {
         giveUp(*link.session, release && link.partner != 0 ? link.partner : link.number);
     }
 }
@@ -209,6 +231,15 @@ void Pairing::addRefusal(const Message& message, Link& link) {
     link.latency = nanosecondsBetween(event->time, message.time);
     link.session = event->session;
     event.reset();
+}
+
+std::vector<OpenCommand> Pairing::takeGivenUp() {
+    std::vector<OpenCommand> commands;
+    for (const auto& [number, command] : given_up_) {
+        commands.push_back(command);
+    }
+    given_up_.clear();
+    return commands;
 }
 
 std::vector<OpenCommand> Pairing::open() const {

@@ -44,9 +44,10 @@ struct OpenCommand {
 /// An answer belongs to the last command of its thread, when that has the same id and no answer
 /// yet. A refusal belongs to the last event of its thread, when that has the same id and was not
 /// refused yet. A reply event belongs to the oldest command that waits for an event of its id with
-/// its handle; Create has no handle and waits for any CreateReply. A command that was not taken
-/// waits for no event. When two commands of one id and handle wait at the same time, what is said
-/// of both is marked as ambiguous: the events do not say which of them they answer.
+/// its handle; Create has no handle and waits for any CreateReply. An event whose handle is not in
+/// the log that it was made of belongs to the oldest command of any session. A command that was not
+/// taken waits for no event. When two commands of one id and handle wait at the same time, what is
+/// said of both is marked as ambiguous: the events do not say which of them they answer.
 ///
 /// What begins with a section, and what ends with a session, belongs to nothing before it:
 /// commands that wait for an event then are never answered. A session ends with a ReleaseReply or
@@ -69,6 +70,10 @@ public:
     /// The commands without an answer, in the order of their numbers: those that wait now, and
     /// those whose session or section has ended.
     std::vector<OpenCommand> open() const;
+
+    /// Those whose session or section has ended since the last call. They are forgotten, so that
+    /// what is kept does not grow with the number of commands.
+    std::vector<OpenCommand> takeGivenUp();
 
 private:
     struct Waiting {
@@ -94,19 +99,22 @@ private:
         std::optional<Delivered> event;
     };
 
+    using Queues = std::map<Awaited, std::deque<Waiting>>;
+
     void addCommand(const Message& message, const catalogue::Message* known, Link& link);
     void addAnswer(const Message& message, Link& link);
     void addEvent(const Message& message, Link& link);
     void addRefusal(const Message& message, Link& link);
     void forget(const Sent& sent);
+    Queues::iterator oldestWaiting(int event, bool& guessed);
     void endSession(const Message& message, const Link& link);
     void giveUp(uint16_t handle, uint64_t before);
 
     uint64_t count_ = 0;
     std::unordered_map<uint32_t, Thread> threads_;
-    std::map<Awaited, std::deque<Waiting>> waiting_; ///< for an event; no queue is empty
-    std::map<uint64_t, OpenCommand> synchronous_;    ///< that wait for an answer, by number
-    std::map<uint64_t, OpenCommand> given_up_;       ///< that are never answered, by number
+    Queues waiting_;                              ///< for an event; no queue is empty
+    std::map<uint64_t, OpenCommand> synchronous_; ///< that wait for an answer, by number
+    std::map<uint64_t, OpenCommand> given_up_;    ///< that are never answered, by number
 };
 
 /// Nanoseconds from one moment to another, or nothing when 64 bits do not hold them.

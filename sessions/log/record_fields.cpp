@@ -12,10 +12,6 @@
 namespace sessions {
 namespace {
 
-using catalogue::Field;
-using catalogue::Kind;
-using catalogue::Record;
-
 struct Alias {
     std::string_view record; ///< name of its layout; empty: any
     std::string_view text;   ///< in the format; empty: any
@@ -34,12 +30,12 @@ constexpr Alias kParts[] = {
 #include "sessions/log/field_names.def"
 };
 
-bool applies(const Alias& alias, const KnownLine& line, const Record& layout) {
+bool applies(const Alias& alias, const KnownLine& line, const catalogue::Record& layout) {
     return (alias.record.empty() || alias.record == layout.name) &&
            contains(line.format, alias.text);
 }
 
-std::string nameOf(std::string_view label, const KnownLine& line, const Record& layout) {
+std::string nameOf(std::string_view label, const KnownLine& line, const catalogue::Record& layout) {
     for (const Alias& alias : kAliases) {
         if (alias.label == label && applies(alias, line, layout)) {
             return std::string(alias.path);
@@ -62,26 +58,26 @@ std::pair<std::string_view, size_t> splitIndex(std::string_view step) {
 }
 
 /// The field with that path, or one without a path.
-ShownField fieldAt(const Record& layout, std::string_view path) {
+ShownField fieldAt(const catalogue::Record& layout, std::string_view path) {
     ShownField shown;
-    const Record* record = &layout;
+    const catalogue::Record* record = &layout;
     size_t offset = 0;
     for (std::string_view rest = path;;) {
         const size_t dot = rest.find('.');
         const auto [name, index] = splitIndex(rest.substr(0, dot));
-        const auto field =
-            std::find_if(record->fields.begin(), record->fields.end(),
-                         [&name = name](const Field& each) { return each.name == name; });
+        const auto field = std::find_if(
+            record->fields.begin(), record->fields.end(),
+            [&name = name](const catalogue::Field& each) { return each.name == name; });
         if (field == record->fields.end()) {
             return shown;
         }
-        const bool is_byte = field->kind == Kind::kBytes && name.size() < rest.size();
+        const bool is_byte = field->kind == catalogue::Kind::kBytes && name.size() < rest.size();
         offset += field->offset + index * (is_byte ? 1 : field->size);
         if (dot == std::string_view::npos) {
             shown.path = path;
             shown.offset = offset;
             shown.size = is_byte ? 1 : field->size;
-            shown.kind = is_byte ? Kind::kUnsigned : field->kind;
+            shown.kind = is_byte ? catalogue::Kind::kUnsigned : field->kind;
             return shown;
         }
         if (field->record == nullptr) {
@@ -93,7 +89,8 @@ ShownField fieldAt(const Record& layout, std::string_view path) {
 }
 
 /// The field with that name in a part of the record that the line shows, or of the whole.
-ShownField fieldNamed(const std::string& name, const KnownLine& line, const Record& layout) {
+ShownField fieldNamed(const std::string& name, const KnownLine& line,
+                      const catalogue::Record& layout) {
     for (const Alias& part : kParts) {
         if (!applies(part, line, layout)) {
             continue;
@@ -106,7 +103,7 @@ ShownField fieldNamed(const std::string& name, const KnownLine& line, const Reco
     return fieldAt(layout, name);
 }
 
-std::vector<ShownField> findFields(const KnownLine& line, const Record& layout) {
+std::vector<ShownField> findFields(const KnownLine& line, const catalogue::Record& layout) {
     std::vector<ShownField> fields;
     for (const KnownLine::Value& value : line.values) {
         fields.push_back(fieldNamed(nameOf(value.label, line, layout), line, layout));
@@ -116,8 +113,9 @@ std::vector<ShownField> findFields(const KnownLine& line, const Record& layout) 
 
 } // namespace
 
-const std::vector<ShownField>& fieldsShown(const KnownLine& line, const Record& layout) {
-    static std::map<std::pair<const KnownLine*, const Record*>, std::vector<ShownField>> found;
+const std::vector<ShownField>& fieldsShown(const KnownLine& line, const catalogue::Record& layout) {
+    static std::map<std::pair<const KnownLine*, const catalogue::Record*>, std::vector<ShownField>>
+        found;
     const auto key = std::make_pair(&line, &layout);
     const auto entry = found.find(key);
     return entry != found.end() ? entry->second
@@ -151,7 +149,7 @@ bool handlesReplies(std::string_view function) {
     return function == "dtvsv_msgid_lib_common_reply";
 }
 
-RecordInLines::RecordInLines(const Record& layout, size_t size)
+RecordInLines::RecordInLines(const catalogue::Record& layout, size_t size)
     : layout_(&layout), bytes_(size), known_(size) {}
 
 void RecordInLines::take(const TraceLine& line) {
@@ -172,7 +170,7 @@ void RecordInLines::put(const ShownField& field, const ShownValue& value) {
         return;
     }
     const size_t room = end - field.offset;
-    if (field.kind == Kind::kText) {
+    if (field.kind == catalogue::Kind::kText) {
         // The text and the zero byte that ends it: what follows is not shown.
         const size_t length = std::min(value.text.size(), room);
         std::memcpy(bytes_.data() + field.offset, value.text.data(), length);
@@ -180,7 +178,7 @@ void RecordInLines::put(const ShownField& field, const ShownValue& value) {
         std::fill_n(known_.begin() + static_cast<ptrdiff_t>(field.offset), shown, true);
         return;
     }
-    if (field.kind != Kind::kUnsigned && field.kind != Kind::kSigned) {
+    if (field.kind != catalogue::Kind::kUnsigned && field.kind != catalogue::Kind::kSigned) {
         return;
     }
     for (size_t i = 0; i < room; ++i) {
