@@ -63,6 +63,9 @@ public:
     /// The messages that follow are of another run: its threads and handles are others.
     void beginSection();
 
+    /// How many messages there were: the number of the last one.
+    uint64_t count() const { return count_; }
+
     /// Counts something in place of a message, so that the numbers of the messages after it are
     /// their places in the file.
     void pass() { ++count_; }

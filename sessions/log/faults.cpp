@@ -101,7 +101,7 @@ Fault faultOf(const TraceLine& line) {
     if (line.known->function.empty()) {
         return find(line);
     }
-    static std::unordered_map<const KnownLine*, Fault> known;
+    thread_local std::unordered_map<const KnownLine*, Fault> known;
     const auto found = known.find(line.known);
     return found != known.end() ? found->second
                                 : known.emplace(line.known, find(line)).first->second;

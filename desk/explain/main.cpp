@@ -1,0 +1,122 @@
+// dtv-explain: what happened in a log or a capture, what failed first, and why.
+#include "desk/explain/around.h"
+#include "desk/explain/explained.h"
+#include "desk/explain/many.h"
+#include "desk/explain/options.h"
+#include "desk/explain/report_json.h"
+#include "desk/explain/report_text.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace {
+
+constexpr int kCannotTell = static_cast<int>(explain::Verdict::kCannotTell);
+
+int complain(const std::string& what) {
+    std::cerr << "dtv-explain: " << what << '\n';
+    return kCannotTell;
+}
+
+/// The exit status, but for an output that could not be written.
+int finish(explain::Verdict verdict) {
+    std::cout.flush();
+    if (!std::cout) {
+        return complain("cannot write to standard output");
+    }
+    return static_cast<int>(verdict);
+}
+
+explain::Verdict explainOne(const std::string& file, const explain::Options& options,
+                            std::ostream* ndjson) {
+    explain::ReadOptions read;
+    read.slow = options.slow;
+    const std::unique_ptr<explain::Explained> explained = explain::explainFile(file, read);
+    const explain::Selection selection{options.only};
+    if (options.json) {
+        explain::writeJson(std::cout, *explained, selection);
+    } else {
+        explain::writeText(std::cout, *explained, selection);
+    }
+    if (ndjson != nullptr) {
+        explain::writeNdjson(*ndjson, *explained);
+    }
+    if (!explained->could_be_read) {
+        complain(file + ": " + explained->error);
+    }
+    return explain::verdictOf(*explained);
+}
+
+explain::Verdict explainFiles(const std::vector<std::string>& files,
+                              const explain::Options& options, std::ostream* ndjson) {
+    explain::ManyOptions many;
+    many.read.slow = options.slow;
+    many.ndjson = ndjson;
+    many.jobs = options.jobs;
+    many.shows_progress = isatty(STDERR_FILENO) == 1;
+    return explain::explainMany(std::cout, files, many);
+}
+
+int run(const explain::Options& options) {
+    if (options.around != 0) {
+        const std::string error =
+            explain::writeAround(std::cout, options.files.front(), options.around);
+        return error.empty() ? finish(explain::Verdict::kClean) : complain(error);
+    }
+    std::ofstream ndjson;
+    if (!options.ndjson.empty()) {
+        ndjson.open(options.ndjson);
+        if (!ndjson) {
+            return complain("cannot write " + options.ndjson + ": " + std::strerror(errno));
+        }
+    }
+    std::ostream* const objects = ndjson.is_open() ? &ndjson : nullptr;
+    std::error_code ignored;
+    const bool many =
+        options.files.size() > 1 || std::filesystem::is_directory(options.files.front(), ignored);
+    std::vector<std::string> errors;
+    const std::vector<std::string> files =
+        many ? explain::filesIn(options.files, errors) : options.files;
+    for (const std::string& error : errors) {
+        complain(error);
+    }
+    if (many && options.json) {
+        return complain("--json is for one log; --ndjson takes many");
+    }
+    explain::Verdict verdict =
+        many ? explainFiles(files, options, objects) : explainOne(files.front(), options, objects);
+    if (!errors.empty() && verdict == explain::Verdict::kClean) {
+        verdict = explain::Verdict::kCannotTell;
+    }
+    ndjson.close();
+    if (objects != nullptr && !ndjson) {
+        return complain("cannot write " + options.ndjson + ": " + std::strerror(errno));
+    }
+    return finish(verdict);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    explain::Options options;
+    const std::string error =
+        explain::takeArguments(std::vector<std::string>(argv + 1, argv + argc), options);
+    if (!error.empty()) {
+        std::cerr << "dtv-explain: " << error << "\nTry ./run explain --help\n";
+        return kCannotTell;
+    }
+    if (options.help) {
+        std::cout << explain::kUsage;
+        return finish(explain::Verdict::kClean);
+    }
+    return run(options);
+}

@@ -1,0 +1,27 @@
+// What commands need to have happened in their session before.
+#pragma once
+
+#include "sessions/message.h"
+
+#include <set>
+#include <string_view>
+
+namespace explain {
+
+/// Follows one session from its CreateReply on.
+class SessionOrder {
+public:
+    /// Whether what the command needs has happened; true for a command that needs nothing.
+    bool allows(int command) const;
+
+    /// A message of the session has passed.
+    void pass(const sessions::Message& message);
+
+private:
+    std::set<int> happened_; ///< ids of commands that were sent, and of events that arrived
+};
+
+/// Whether a command cannot succeed in a session where the other one failed, by their names.
+bool dependsOn(std::string_view command, std::string_view needed);
+
+} // namespace explain

@@ -1,0 +1,96 @@
+#include "desk/explain/text.h"
+
+#include "desk/show/quoted_text.h"
+
+#include <cinttypes>
+#include <cstdio>
+#include <ctime>
+
+namespace explain {
+namespace {
+
+template <class... Values>
+std::string print(const char* format, Values... values) {
+    char text[64];
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+    std::snprintf(text, sizeof text, format, values...);
+#pragma GCC diagnostic pop
+    return text;
+}
+
+} // namespace
+
+std::string durationText(int64_t nanoseconds) {
+    const double value = static_cast<double>(nanoseconds);
+    if (nanoseconds < 1000000) {
+        return print("%.0f us", value / 1e3);
+    }
+    if (nanoseconds < kSecond) {
+        return print("%.1f ms", value / 1e6);
+    }
+    const int64_t seconds = nanoseconds / kSecond;
+    if (seconds < 120) {
+        return print("%.2f s", value / 1e9);
+    }
+    if (seconds < 7200) {
+        return print("%" PRId64 " min %" PRId64 " s", seconds / 60, seconds % 60);
+    }
+    if (seconds < 172800) {
+        return print("%" PRId64 " h %" PRId64 " min", seconds / 3600, seconds / 60 % 60);
+    }
+    return print("%" PRId64 " days", seconds / 86400);
+}
+
+std::string countText(uint64_t count, std::string_view noun) {
+    return std::to_string(count) + ' ' + std::string(noun) + (count == 1 ? "" : "s");
+}
+
+std::string timeText(const sessions::LogTime& time) {
+    int64_t seconds = time.nanoseconds / kSecond;
+    int64_t rest = time.nanoseconds % kSecond;
+    if (rest < 0) {
+        --seconds;
+        rest += kSecond;
+    }
+    const time_t when = seconds;
+    std::tm parts{};
+    gmtime_r(&when, &parts);
+    char text[64];
+    std::strftime(text, sizeof text, time.has_year ? "%Y-%m-%d %H:%M:%S" : "%m-%d %H:%M:%S",
+                  &parts);
+    return text + print(".%03" PRId64, rest / 1000000);
+}
+
+std::vector<std::string> wrapped(std::string_view text, size_t columns) {
+    std::vector<std::string> words;
+    while (!text.empty()) {
+        const size_t end = std::min(text.find(' '), text.size());
+        if (end > 0) {
+            words.emplace_back(text.substr(0, end));
+        }
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return show::wrappedWords(words, columns);
+}
+
+std::string shortened(std::string_view text, size_t columns) {
+    std::string shown;
+    size_t taken = 0;
+    const std::vector<show::Glyph> glyphs =
+        show::utf8Glyphs({reinterpret_cast<const uint8_t*>(text.data()), text.size()});
+    size_t whole = 0;
+    for (const show::Glyph& glyph : glyphs) {
+        whole += glyph.columns;
+    }
+    for (const show::Glyph& glyph : glyphs) {
+        if (whole > columns && taken + glyph.columns > columns - 1) {
+            return shown + "~";
+        }
+        shown += glyph.text;
+        taken += glyph.columns;
+    }
+    return shown;
+}
+
+} // namespace explain
