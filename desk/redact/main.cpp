@@ -83,8 +83,8 @@ bool isSame(const std::string& one, const std::string& other) {
     if (fs::equivalent(one, other, error)) {
         return true;
     }
-    const fs::path first = fs::weakly_canonical(one, error);
-    const fs::path second = error ? fs::path() : fs::weakly_canonical(other, error);
+    const fs::path first = fs::weakly_canonical(fs::absolute(one), error);
+    const fs::path second = error ? fs::path() : fs::weakly_canonical(fs::absolute(other), error);
     return !error && first == second;
 }
 
