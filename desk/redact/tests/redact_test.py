@@ -217,7 +217,7 @@ class Damage(Folder):
 
     def test_what_is_no_capture(self):
         for content, what in [(b"", "the file is empty"),
-                              (b"Maria", "this is not a pcapng file: no section header at byte 0")]:
+                              (b"Maria\0", "this is not a pcapng file: no section header at byte 0")]:
             self.file.write_bytes(content)
             self.assertEqual((1, "", f"dtv-redact: evening.pcapng: {what}\n"
                                      "dtv-redact: evening.pcapng: there is nothing to copy\n"),
@@ -225,7 +225,7 @@ class Damage(Folder):
             self.assertEqual(["evening.pcapng"], self.names())
 
     def test_one_bad_file_of_two(self):
-        (self.folder / "bad").write_bytes(b"Maria")
+        (self.folder / "bad").write_bytes(b"Maria\0")
         status, out, _ = self.run_redact("bad", "1", "evening.pcapng", "2")
         self.assertEqual((1, "2: 2 messages, 2 values replaced\n"), (status, out))
         self.assertEqual(["2", "bad", "evening.pcapng"], self.names())
@@ -236,7 +236,7 @@ class Refusals(Folder):
         self.check_refused("no file is given")
         self.check_refused("no copy is named for evening.pcapng", "evening.pcapng")
         self.check_refused("unknown option --what", "--what")
-        self.check_refused("--list takes no file", "evening.pcapng", "--list")
+        self.check_refused("--list takes no file and no option", "evening.pcapng", "--list")
         self.check_refused("the name of a file is empty", "evening.pcapng", "")
         self.check_refused("a copy needs the name of a file", "evening.pcapng", "-")
         self.check_refused("standard input can be copied once", "-", "1", "-", "2")
