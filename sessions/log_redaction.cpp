@@ -194,8 +194,10 @@ bool LogRedaction::isKept(const LogLine& line) const {
         header.form == LogForm::kOther) {
         return false;
     }
-    return header.tag.empty() ? header.pid >= 0 && processes_.count(header.pid) == 0
-                              : tags_.find(header.tag) == tags_.end();
+    // Before the first line of the bridge, its process is not known.
+    return header.tag.empty()
+               ? header.pid >= 0 && !processes_.empty() && processes_.count(header.pid) == 0
+               : tags_.find(header.tag) == tags_.end();
 }
 
 } // namespace sessions

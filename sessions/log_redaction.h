@@ -44,7 +44,7 @@ private:
     Redaction& redaction_;
     const OtherLines others_;
     /// Of the lines of the bridge: those of other programs have other ones.
-    std::set<std::string, std::less<>> tags_;
+    std::set<std::string, std::less<>> tags_{"Dtv_jni", "JNIDtvSvLibListener"};
     std::set<int> processes_;
 };
 

@@ -56,7 +56,7 @@ CopiedLog copyLog(const std::string& file, const std::string& copy, sessions::Re
             end = "\n";
         }
     }
-    if (reader.counts().lines > 0 && !source.isUnended()) {
+    if (reader.counts().lines > 0 && !reader.isUnended()) {
         target.write("\n");
     }
     result.counts = reader.counts();

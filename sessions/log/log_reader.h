@@ -63,6 +63,8 @@ public:
     void keepLines() { keeps_lines_ = true; }
     /// The lines of the log that the last line takes, with their headers and without their ends.
     const std::vector<std::string>& lines() const { return lines_; }
+    /// Whether the last line has no end: the log ends in it.
+    bool isUnended() const { return current_.unended; }
 
 private:
     struct Physical {

@@ -2,6 +2,7 @@
 
 usage: redact_test.py DTV_REDACT DTV_SHOW
 """
+import gzip
 import json
 import os
 import pathlib
@@ -308,6 +309,79 @@ class Refusals(Folder):
                 process.send_signal(number)
                 self.assertEqual(-number, process.wait(30))
             self.assertEqual(["evening.pcapng"], self.names())
+
+
+LINE = (",TENRIK,DtvEvent-1,DEBUG    ,dtvsv_msgid_lib_bml_call_req(), 215,CALL_REQ : "
+        "phone_number = |{}|")
+OTHER = "11-21 22:13:37.123  123   45 I Mailer  : to Maria"
+HEADER = "11-21 22:13:37.123  456   78 D Dtv_jni : "
+
+
+class Logs(Folder):
+    def setUp(self):
+        super().setUp()
+        self.log = self.folder / "log"
+        self.log.write_bytes("\n".join(["--------- beginning of main", OTHER,
+                                        HEADER + LINE.format(NUMBER.decode()), ""]).encode())
+
+    def lines(self):
+        return self.copy.read_text().split("\n")
+
+    def test_a_log_and_a_capture_of_one_session(self):
+        status, out, errors = self.run_redact("log", "copy.pcapng", "evening.pcapng", "2")
+        self.assertEqual((0, "copy.pcapng: 3 lines, 1 of the bridge, 1 understood\n"
+                             "2: 2 messages, 2 values replaced\n", ""), (status, out, errors))
+        number = read(self.folder / "2")[0]["messages"][0]["fields"]["phone_number"]
+        first, second, third, last = self.lines()
+        self.assertEqual(("--------- beginning of main", HEADER + LINE.format(number), ""),
+                         (first, third, last))
+        self.assertEqual((OTHER[:41], len(OTHER)), (second[:41], len(second)))
+        self.assertNotIn("Maria", second)
+
+    def test_the_lines_of_other_programs(self):
+        self.assertEqual(0, self.run_redact("--keep-others", "log", "copy.pcapng")[0])
+        self.assertEqual(OTHER, self.lines()[1])
+        self.assertNotIn(NUMBER.decode(), self.lines()[2])
+
+    def test_compressed_and_with_carriage_returns(self):
+        text = self.log.read_bytes().replace(b"\n", b"\r\n")[:-2]
+        self.log.write_bytes(gzip.compress(text))
+        self.assertEqual(0, self.run_redact("log", "copy.pcapng")[0])
+        self.assertEqual([27, len(OTHER), len(HEADER + LINE) + 14],
+                         [len(line) for line in self.lines()], "the last line has no end")
+
+    def test_standard_input(self):
+        with open(self.log, "rb") as log:
+            status, out, errors = self.run_redact("--log", "-", "copy.pcapng", stdin=log)
+        self.assertEqual((0, "copy.pcapng: 3 lines, 1 of the bridge, 1 understood\n", ""),
+                         (status, out, errors))
+
+    def test_damaged_files(self):
+        compressed = gzip.compress(self.log.read_bytes() * 1000)
+        for content, error, is_made in [
+                (compressed[:-9], "the compressed data is cut", True),
+                (b"", "the file is empty", False),
+                (gzip.compress(self.file.read_bytes()),
+                 "this is a compressed capture: decompress it first", False),
+                (b"Maria " * 20000 + b"\n", "line 1 is longer than 65536 bytes; its rest is left "
+                                            "out", True)]:
+            self.log.write_bytes(content)
+            status, out, errors = self.run_redact("log", "copy.pcapng")
+            self.assertEqual((1, f"dtv-redact: log: {error}"), (status, errors.splitlines()[0]))
+            self.assertEqual((is_made, is_made), (self.copy.exists(), out != ""))
+            if is_made:
+                self.assertNotIn(b"Maria", self.copy.read_bytes())
+                self.copy.unlink()
+
+    def test_a_copy_that_becomes_too_large(self):
+        self.log.write_bytes(self.log.read_bytes() * 1000)
+
+        def limit():
+            resource.setrlimit(resource.RLIMIT_FSIZE, (50000, 50000))
+
+        self.assertEqual((1, "", "dtv-redact: log: cannot write copy.pcapng: File too large\n"),
+                         self.run_redact("log", "copy.pcapng", preexec_fn=limit))
+        self.assertEqual(["evening.pcapng", "log"], self.names())
 
 
 class Show(Folder):
