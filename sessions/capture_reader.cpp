@@ -212,7 +212,7 @@ bool CaptureReader::beginSection(const Block& block) {
                            std::to_string(major) + " of pcapng; this program reads version 1");
     }
     interfaces_.clear();
-    ++section_;
+    ++section_count_;
     countOptions(Bytes{block.body.data(), block.body.size()}.from(12), {kWriter});
     return true;
 }
@@ -283,7 +283,7 @@ bool CaptureReader::readPacket(const Block& block, Packet& packet) {
     const uint64_t stamp = uint64_t{number32(body.data + 4)} << 32 | number32(body.data + 8);
     countOptions(data.from(static_cast<size_t>(padded(captured))), {kPacketFlags});
     packet.offset = start_;
-    packet.section = section_;
+    packet.section = section_count_;
     packet.time = momentOf(stamp, interfaces_[interface].resolution, interfaces_[interface].offset);
     packet.original_size = number32(body.data + 16);
     packet.data.assign(data.data, data.data + captured);

@@ -89,7 +89,7 @@ private:
     bool whole_ = false;      ///< its lengths are right, so that the next one follows it
     bool other_file_ = false; ///< the error is no damage
     bool big_endian_ = false;
-    uint32_t section_ = 0;
+    uint32_t section_count_ = 0;
     uint64_t passed_blocks_ = 0;
     uint64_t passed_options_ = 0;
     std::vector<Interface> interfaces_; ///< of the section

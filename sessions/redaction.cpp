@@ -72,7 +72,7 @@ void Redaction::redact(Message& message) {
 
 std::string Redaction::redactedText(std::string_view message, std::string_view field,
                                     std::string_view text) {
-    if (isPublic(message, field)) {
+    if (text.empty() || isPublic(message, field)) {
         return std::string(text);
     }
     ++count_;

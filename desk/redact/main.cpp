@@ -1,5 +1,6 @@
-// dtv-redact: copies captures without the contents of their texts and bytes.
+// dtv-redact: copies captures and logs without the contents of their texts and bytes.
 #include "desk/redact/copy.h"
+#include "desk/redact/log_copy.h"
 #include "desk/redact/new_file.h"
 
 #include "sessions/keyed_hash.h"
@@ -27,14 +28,17 @@ constexpr int kGood = 0;
 constexpr int kNotWhole = 1; ///< a file is no capture, cut or damaged, or a copy was not written
 constexpr int kNotBegun = 2; ///< wrong arguments, or a file that cannot be opened
 
-constexpr char kUsage[] = R"(usage: dtv-redact FILE COPY [FILE COPY]...
+constexpr char kUsage[] = R"(usage: dtv-redact [OPTION]... FILE COPY [FILE COPY]...
        dtv-redact --list
 
-Copies captures so that they can be given to others: the contents of texts and
-bytes are replaced by placeholders of the same length, the same for equal
-contents in all files of one call. Numbers, lengths, order, times and names of
-threads stay, and what stations broadcast (--list). FILE may be - for standard
-input. Each call takes another random key, which it does not keep.
+Copies captures and logs so that they can be given to others: the contents of
+texts and bytes are replaced by placeholders of the same length, the same for
+equal contents in all files of one call. Numbers, lengths, order, times and
+names of threads stay, and what stations broadcast (--list). FILE may be - for
+standard input. Each call takes another random key, which it does not keep.
+
+Of a log, plain or compressed with gzip, the lines of the bridge keep all but the
+texts in them; those of other programs keep their headers.
 
 What is damaged is dropped, and what was dropped is said. Exit status: 0 when
 each copy is whole, 1 when a FILE is no capture or is cut or damaged (its copy
@@ -42,8 +46,12 @@ has the rest) or a COPY could not be written (there is none then, or still the
 earlier one), 2 when nothing was begun: a FILE cannot be opened or an argument
 is wrong.
 
-  --list    prints the texts and bytes that stay: message, field, what it is
-  --help    shows this
+  --log           takes standard input and pipes for logs; other files show what
+                  they are
+  --keep-others   leaves the lines of other programs as they are, except those
+                  that may be a part of one of the bridge
+  --list          prints the texts and bytes that stay: message, field, what it is
+  --help          shows this
 )";
 
 int complain(const std::string& what) {
@@ -78,13 +86,36 @@ struct Pair {
     std::string copy;
 };
 
+struct Options {
+    bool log = false; ///< what cannot be looked into is a log
+    sessions::OtherLines others = sessions::OtherLines::kReplaced;
+    std::vector<std::string> names;
+};
+
+/// Whether a file is a log: a text, or compressed. A pipe gives what it has only once.
+bool isLog(const std::string& name, const Options& options) {
+    std::error_code ignored;
+    if (!fs::is_regular_file(name, ignored)) {
+        return options.log;
+    }
+    std::ifstream file(name, std::ios::binary);
+    std::string beginning(4096, '\0');
+    file.read(beginning.data(), static_cast<std::streamsize>(beginning.size()));
+    beginning.resize(static_cast<size_t>(file.gcount()));
+    if (beginning.compare(0, 2, "\x1f\x8b") == 0) {
+        return true;
+    }
+    return !beginning.empty() && beginning.compare(0, 4, "\n\r\r\n") != 0 &&
+           beginning.find('\0') == std::string::npos;
+}
+
 bool isSame(const std::string& one, const std::string& other) {
     std::error_code error;
     if (fs::equivalent(one, other, error)) {
         return true;
     }
-    const fs::path first = fs::weakly_canonical(one, error);
-    const fs::path second = error ? fs::path() : fs::weakly_canonical(other, error);
+    const fs::path first = fs::weakly_canonical(fs::absolute(one), error);
+    const fs::path second = error ? fs::path() : fs::weakly_canonical(fs::absolute(other), error);
     return !error && first == second;
 }
 
@@ -131,8 +162,25 @@ std::string counted(uint64_t number, const char* what) {
     return std::to_string(number) + ' ' + what + (number == 1 ? "" : "s");
 }
 
-int copy(const Pair& pair, sessions::Redaction& redaction) {
-    const std::string name = pair.file == "-" ? "standard input" : pair.file;
+void complainOf(const std::string& file, const std::string& what) {
+    complain((file == "-" ? "standard input" : file) + ": " + what);
+}
+
+redact::Copied::State copyOneLog(const Pair& pair, const Options& options,
+                                 sessions::Redaction& redaction) {
+    const redact::CopiedLog copied =
+        redact::copyLog(pair.file, pair.copy, redaction, options.others,
+                        [&pair](const std::string& what) { complainOf(pair.file, what); });
+    if (copied.state != redact::Copied::State::kNotMade) {
+        std::printf("%s: %s, %llu of the bridge, %llu understood\n", pair.copy.c_str(),
+                    counted(copied.counts.lines, "line").c_str(),
+                    static_cast<unsigned long long>(copied.counts.of_bridge),
+                    static_cast<unsigned long long>(copied.counts.understood));
+    }
+    return copied.state;
+}
+
+redact::Copied::State copyOneCapture(const Pair& pair, sessions::Redaction& redaction) {
     std::ifstream file;
     if (pair.file != "-") {
         file.open(pair.file, std::ios::binary);
@@ -140,9 +188,9 @@ int copy(const Pair& pair, sessions::Redaction& redaction) {
     const uint64_t before = redaction.count();
     const redact::Copied copied =
         redact::copyCapture(pair.file == "-" ? std::cin : file, pair.copy, redaction,
-                            [&name](const std::string& what) { complain(name + ": " + what); });
+                            [&pair](const std::string& what) { complainOf(pair.file, what); });
     if (copied.state == redact::Copied::State::kNotMade) {
-        return kNotWhole;
+        return copied.state;
     }
     std::printf("%s: %s, %s replaced\n", pair.copy.c_str(),
                 counted(copied.messages, "message").c_str(),
@@ -152,7 +200,7 @@ int copy(const Pair& pair, sessions::Redaction& redaction) {
                     counted(copied.blocks, "block").c_str(),
                     counted(copied.options, "option").c_str());
     }
-    return copied.state == redact::Copied::State::kWhole ? kGood : kNotWhole;
+    return copied.state;
 }
 
 /// A signal that ends the program leaves no temporary file.
@@ -170,45 +218,44 @@ void watchSignals() {
     std::signal(SIGXFSZ, SIG_IGN);
 }
 
-} // namespace
+/// Takes one argument; says what is wrong with it.
+std::string takeOption(const std::string& argument, Options& options) {
+    if (argument == "--log") {
+        options.log = true;
+    } else if (argument == "--keep-others") {
+        options.others = sessions::OtherLines::kKept;
+    } else {
+        return argument == "--list" ? "--list takes no file and no option"
+                                    : "unknown option " + argument;
+    }
+    return {};
+}
 
-int main(int argc, char** argv) {
-    std::vector<std::string> names;
+/// Says what is wrong with the arguments; empty when nothing is.
+std::string takeArguments(const std::vector<std::string>& arguments, Options& options) {
     bool only_files = false;
-    for (const std::string& argument : std::vector<std::string>(argv + 1, argv + argc)) {
-        if (only_files || argument.size() < 2 || argument[0] != '-') {
-            names.push_back(argument);
-        } else if (argument == "--help" || argument == "-h") {
-            std::fputs(kUsage, stdout);
-            return finish(kGood);
-        } else if (argument == "--list" && argc == 2) {
-            return list();
-        } else if (argument == "--") {
+    for (const std::string& argument : arguments) {
+        std::string wrong;
+        if (!only_files && argument == "--") {
             only_files = true;
+        } else if (only_files || argument.size() < 2 || argument[0] != '-') {
+            options.names.push_back(argument);
+            wrong = argument.empty() ? "the name of a file is empty" : "";
         } else {
-            return complainWithUsage(argument == "--list" ? "--list takes no file"
-                                                          : "unknown option " + argument);
+            wrong = takeOption(argument, options);
         }
-        if (argument.empty()) {
-            return complainWithUsage("the name of a file is empty");
-        }
-    }
-    if (names.empty() || names.size() % 2 != 0) {
-        return complainWithUsage(names.empty() ? "no file is given"
-                                               : "no copy is named for " + names.back());
-    }
-    std::vector<Pair> pairs;
-    for (size_t i = 0; i < names.size(); i += 2) {
-        pairs.push_back({names[i], names[i + 1]});
-        const std::string wrong = wrongWith(pairs.back());
         if (!wrong.empty()) {
-            return complain(wrong);
+            return wrong;
         }
     }
-    const std::string wrong = wrongWith(pairs);
-    if (!wrong.empty()) {
-        return complain(wrong);
+    if (options.names.empty()) {
+        return "no file is given";
     }
+    return options.names.size() % 2 != 0 ? "no copy is named for " + options.names.back()
+                                         : std::string();
+}
+
+int copyAll(const std::vector<Pair>& pairs, const Options& options) {
     const std::optional<sessions::HashKey> key = sessions::randomHashKey();
     if (!key) {
         return complain(std::string("the kernel gives no random bytes: ") + std::strerror(errno));
@@ -217,7 +264,40 @@ int main(int argc, char** argv) {
     sessions::Redaction redaction(*key);
     int status = kGood;
     for (const Pair& pair : pairs) {
-        status = std::max(status, copy(pair, redaction));
+        const redact::Copied::State state = isLog(pair.file, options)
+                                                ? copyOneLog(pair, options, redaction)
+                                                : copyOneCapture(pair, redaction);
+        status = std::max(status, state == redact::Copied::State::kWhole ? kGood : kNotWhole);
     }
     return finish(status);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    for (const std::string& argument : arguments) {
+        if (argument == "--help" || argument == "-h") {
+            std::fputs(kUsage, stdout);
+            return finish(kGood);
+        }
+    }
+    if (arguments == std::vector<std::string>{"--list"}) {
+        return list();
+    }
+    Options options;
+    std::string wrong = takeArguments(arguments, options);
+    if (!wrong.empty()) {
+        return complainWithUsage(wrong);
+    }
+    std::vector<Pair> pairs;
+    for (size_t i = 0; i < options.names.size(); i += 2) {
+        pairs.push_back({options.names[i], options.names[i + 1]});
+        wrong = wrongWith(pairs.back());
+        if (!wrong.empty()) {
+            return complain(wrong);
+        }
+    }
+    wrong = wrongWith(pairs);
+    return wrong.empty() ? copyAll(pairs, options) : complain(wrong);
 }

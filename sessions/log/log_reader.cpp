@@ -73,10 +73,14 @@ bool LogReader::take() {
         ahead_.pop_front();
     }
     ++counts_.lines;
+    if (keeps_lines_) {
+        lines_.push_back(current_.text);
+    }
     return true;
 }
 
 bool LogReader::next(LogLine& line) {
+    lines_.clear();
     if (!take()) {
         return false;
     }

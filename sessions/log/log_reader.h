@@ -11,6 +11,7 @@
 #include <deque>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace sessions {
 
@@ -58,6 +59,13 @@ public:
 
     const LogCounts& counts() const { return counts_; }
 
+    /// Has lines() give what the log has; a copy of each line more.
+    void keepLines() { keeps_lines_ = true; }
+    /// The lines of the log that the last line takes, with their headers and without their ends.
+    const std::vector<std::string>& lines() const { return lines_; }
+    /// Whether the last line has no end: the log ends in it.
+    bool isUnended() const { return current_.unended; }
+
 private:
     struct Physical {
         std::string text;
@@ -79,6 +87,8 @@ private:
     Physical current_;
     std::deque<Physical> ahead_; ///< read, and not yet given
     std::string joined_;         ///< a line of the bridge that takes several
+    bool keeps_lines_ = false;
+    std::vector<std::string> lines_;
     /// The header that the lines of the long form belong to, and its texts.
     LineHeader long_header_;
     std::string long_tag_;

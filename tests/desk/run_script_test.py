@@ -85,6 +85,21 @@ class Arguments(DeskTest):
                               self.folder / "capture")
         self.assertEqual((0, ""), (run.returncode, run.stderr))
 
+    def test_a_redacted_copy_of_an_evening(self):
+        capture, copy = self.folder / "capture", self.folder / "copy"
+        self.assertEqual(0, self.run_script("--quiet", "--capture", capture).returncode)
+        done = subprocess.run([ROOT / "run", "redact", "--build", BUILD, capture, copy], text=True,
+                              capture_output=True, timeout=LIMIT, check=False)
+        self.assertEqual((0, ""), (done.returncode, done.stderr))
+        self.assertRegex(done.stdout, r"/copy: \d{3} messages, \d\d values replaced\n\Z")
+        shown = [subprocess.run([ROOT / "run", "show", "--build", BUILD, "--brief", file],
+                                capture_output=True, timeout=LIMIT, check=True).stdout
+                 for file in (capture, copy)]
+        self.assertEqual(shown[0], shown[1])
+        secret = "segredo".encode()
+        self.assertIn(secret, capture.read_bytes())
+        self.assertNotIn(secret, copy.read_bytes())
+
     def test_standard_output_on_a_full_disk(self):
         for option in ("--quiet", "--json"):
             with open("/dev/full", "wb") as full:
