@@ -136,6 +136,11 @@ Activity::OpenCall* Activity::callOf(Thread& thread, const LogLine& line) {
     if (!thread.calls.empty()) {
         OpenCall& inner = *thread.calls.back();
         const BridgeCall& call = inner.call;
+        if (function == kEnvironment && !call.has_begin && call.handled) {
+            // The first thing that an event does.
+            closeInnermost(thread);
+            return nullptr;
+        }
         const bool other_native =
             native && (call.kind != BridgeCall::Kind::kNative || call.function != function);
         const bool other_event =
@@ -273,22 +278,8 @@ void Activity::finish(Thread& thread, const LogLine& line) {
     if (finishCall(thread, line)) {
         return;
     }
-    if (!thread.calls.empty()) {
-        OpenCall& open = *thread.calls.back();
-        const auto frame =
-            std::find_if(open.frames.rbegin(), open.frames.rend(),
-                         [function](const Frame& each) { return each.where.function == function; });
-        if (frame != open.frames.rend()) {
-            read(open, line);
-            const auto index = static_cast<size_t>(open.frames.rend() - frame) - 1;
-            closeFrames(open, index + 1);
-            open.frames.pop_back();
-            open.call.last = line.last;
-            if (open.answering && function == kAnswerObject && open.frames.empty()) {
-                closeInnermost(thread);
-            }
-            return;
-        }
+    if (finishFrame(thread, line)) {
+        return;
     }
     const bool native = commandOf(function) != nullptr;
     if (native || function == kReception) {
@@ -298,13 +289,47 @@ void Activity::finish(Thread& thread, const LogLine& line) {
         }
         return;
     }
-    if (OpenCall* const call = callOf(thread, line)) {
+    const bool ends_a_begin = function != kEnvironment && function != "freeJNIEnv" &&
+                              function != "detachJNIEnv" && begins_are_logged_;
+    OpenCall* const call = callOf(thread, line);
+    if (call != nullptr) {
         read(*call, line);
-        return;
     }
-    if (begins_are_logged_ && function != "freeJNIEnv" && function != "detachJNIEnv" &&
-        function != kEnvironment) {
+    if (ends_a_begin && (call == nullptr || call->call.has_begin)) {
         take_unmatched_({false, whereOf(line)});
+    }
+    closeAnswered(thread, function);
+}
+
+/// When a line ends a function within a call that is open: ends it, with what is within it.
+bool Activity::finishFrame(Thread& thread, const LogLine& line) {
+    for (size_t index = thread.calls.size(); index-- > 0;) {
+        std::vector<Frame>& frames = thread.calls[index]->frames;
+        const auto frame = std::find_if(frames.rbegin(), frames.rend(), [&line](const Frame& each) {
+            return each.where.function == line.trace.function;
+        });
+        if (frame == frames.rend()) {
+            continue;
+        }
+        const auto place = static_cast<size_t>(frames.rend() - frame) - 1;
+        while (thread.calls.size() > index + 1) {
+            closeInnermost(thread);
+        }
+        OpenCall& open = *thread.calls.back();
+        read(open, line);
+        closeFrames(open, place + 1);
+        open.frames.pop_back();
+        closeAnswered(thread, line.trace.function);
+        return true;
+    }
+    return false;
+}
+
+/// Ends a synchronous command after the object that Java gets has been made.
+void Activity::closeAnswered(Thread& thread, std::string_view function) {
+    if (!thread.calls.empty() && thread.calls.back()->answering && function == kAnswerObject &&
+        thread.calls.back()->frames.empty()) {
+        closeInnermost(thread);
     }
 }
 
@@ -492,6 +517,8 @@ void Activity::readHandler(OpenCall& open, const LogLine& line) {
         if (const auto handle = handleIn(trace)) {
             call.handle = handle;
         }
+    } else if (trace.level == TraceLevel::kFuncEnd) {
+        call.done = call.done || trace.number("ret").value_or(0) == 0;
     }
 }
 

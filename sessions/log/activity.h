@@ -150,6 +150,8 @@ private:
     void beginNative(Thread& thread, const LogLine& line);
     void finish(Thread& thread, const LogLine& line);
     bool finishCall(Thread& thread, const LogLine& line);
+    bool finishFrame(Thread& thread, const LogLine& line);
+    void closeAnswered(Thread& thread, std::string_view function);
     void read(OpenCall& open, const LogLine& line);
     void readNative(OpenCall& open, const LogLine& line);
     void readAnswer(OpenCall& open, const LogLine& line);
