@@ -21,6 +21,13 @@ constexpr int kParamNg = 5;
 /// No record is longer; a longer size in a log is damage.
 constexpr int kLongestRecord = 65536; ///< bytes
 
+// What is kept at most, whatever a log lacks. The bridge itself has no more than 20 threads of
+// events, and no call needs more than a few of the others.
+constexpr size_t kMostThreads = 1024;
+constexpr size_t kMostCalls = 16; ///< of a thread
+constexpr size_t kMostFrames = 64;
+constexpr size_t kMostFaults = 1024;
+
 bool isHandler(std::string_view function) {
     return handlesReplies(function) || eventOf(function) != nullptr;
 }
@@ -85,6 +92,9 @@ Activity::Thread& Activity::threadOf(const LogLine& line) {
     } else {
         key.second = line.trace.task;
     }
+    if (threads_.size() >= kMostThreads && threads_.count(key) == 0) {
+        forgetThreads();
+    }
     Thread& thread = threads_[key];
     if (thread.id == 0) {
         thread.id = header.tid > 0 ? static_cast<uint32_t>(header.tid) : next_thread_++;
@@ -93,7 +103,20 @@ Activity::Thread& Activity::threadOf(const LogLine& line) {
     return thread;
 }
 
+/// Forgets the threads without open calls; when that are few, all.
+void Activity::forgetThreads() {
+    for (auto each = threads_.begin(); each != threads_.end();) {
+        each = each->second.calls.empty() ? threads_.erase(each) : std::next(each);
+    }
+    if (threads_.size() > kMostThreads / 2) {
+        interrupt();
+    }
+}
+
 Activity::OpenCall& Activity::open(Thread& thread, const LogLine& line, BridgeCall::Kind kind) {
+    if (thread.calls.size() >= kMostCalls) {
+        closeAll(thread);
+    }
     thread.calls.push_back(std::make_unique<OpenCall>());
     BridgeCall& call = thread.calls.back()->call;
     call.kind = kind;
@@ -179,6 +202,7 @@ void Activity::add(const LogLine& line) {
         begins_are_logged_ = true;
         begin(thread, line);
     } else if (line.trace.level == TraceLevel::kFuncEnd) {
+        ends_are_logged_ = true;
         finish(thread, line);
     } else if (OpenCall* const call = callOf(thread, line)) {
         read(*call, line);
@@ -235,7 +259,7 @@ void Activity::begin(Thread& thread, const LogLine& line) {
         }
         return;
     }
-    if (function != kEnvironment) {
+    if (function != kEnvironment && call->frames.size() < kMostFrames) {
         call->frames.push_back({whereOf(line), false});
     }
 }
@@ -244,9 +268,9 @@ void Activity::beginEvent(Thread& thread, const LogLine& line) {
     while (!thread.calls.empty()) {
         const BridgeCall& inner = thread.calls.back()->call;
         const bool may_hold = inner.kind == BridgeCall::Kind::kEvent
-                                  ? inner.called_back
+                                  ? inner.called_back && !inner.done
                                   : inner.has_begin && !inner.has_end && !inner.refused;
-        if (may_hold) {
+        if (may_hold && ends_are_logged_) {
             break;
         }
         closeInnermost(thread);
@@ -260,7 +284,8 @@ void Activity::beginEvent(Thread& thread, const LogLine& line) {
 }
 
 void Activity::beginNative(Thread& thread, const LogLine& line) {
-    while (!thread.calls.empty() && thread.calls.back()->call.kind != BridgeCall::Kind::kEvent) {
+    while (!thread.calls.empty() && (thread.calls.back()->call.kind != BridgeCall::Kind::kEvent ||
+                                     thread.calls.back()->call.done)) {
         closeInnermost(thread);
     }
     if (!thread.calls.empty()) {
@@ -423,7 +448,8 @@ void Activity::read(OpenCall& open, const LogLine& line) {
     BridgeCall& call = open.call;
     const std::string_view function = line.trace.function;
     call.last = std::max(call.last, line.last);
-    if (!call.has_begin) {
+    if (!call.has_begin &&
+        std::find(open.seen.begin(), open.seen.end(), line.trace.known) == open.seen.end()) {
         open.seen.push_back(line.trace.known);
     }
     const Fault fault = faultOf(line.trace);
@@ -545,7 +571,9 @@ void Activity::readFault(OpenCall& open, const LogLine& line, Fault fault) {
         call.function = trace.function;
         call.handled = true;
     }
-    call.faults.push_back(std::move(found));
+    if (call.faults.size() < kMostFaults) {
+        call.faults.push_back(std::move(found));
+    }
 }
 
 // ---- Steps.

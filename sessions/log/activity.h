@@ -142,6 +142,7 @@ private:
     using ThreadKey = std::pair<int64_t, std::string>;
 
     Thread& threadOf(const LogLine& line);
+    void forgetThreads();
     OpenCall& open(Thread& thread, const LogLine& line, BridgeCall::Kind kind);
     OpenCall& openWithoutBegin(Thread& thread, const LogLine& line, BridgeCall::Kind kind);
     OpenCall* callOf(Thread& thread, const LogLine& line);
@@ -170,6 +171,7 @@ private:
     uint64_t calls_ = 0;
     uint32_t next_thread_ = 1;
     bool begins_are_logged_ = false;
+    bool ends_are_logged_ = false;
 };
 
 } // namespace sessions

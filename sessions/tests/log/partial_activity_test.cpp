@@ -123,6 +123,20 @@ TEST(PartialActivity, WithoutEnds) {
                      "command CancelScan_Sync h=1", "end CancelScan_Sync h=1 18-30 no end"}));
 }
 
+TEST(PartialActivity, AnEventAfterOneWithoutItsEnd) {
+    const size_t begin = kWhole.find("    Event");
+    const std::string event = "\n" + kWhole.substr(begin, kWhole.find("    desk", begin) - begin);
+    EXPECT_EQ(stepsOf(lacking(event, 14) + event),
+              (Steps{"event CreateReply h=1", "1 lacks its end", "end CreateReply h=1 1-13 no end",
+                     "event CreateReply h=1", "end CreateReply h=1 15-28"}));
+    // Without any ends, no event is taken for one within the other.
+    EXPECT_EQ(
+        stepsOf(without(event + event + event, {"END"})),
+        (Steps{"event CreateReply h=1", "5 lacks its end", "end CreateReply h=1 1-11 no end",
+               "event CreateReply h=1", "16 lacks its end", "end CreateReply h=1 12-22 no end",
+               "event CreateReply h=1", "27 lacks its end", "end CreateReply h=1 23-33 no end"}));
+}
+
 TEST(PartialActivity, WithoutBegins) {
     EXPECT_EQ(
         stepsOf(without(kWhole, {"START"})),
