@@ -21,6 +21,13 @@ constexpr int kParamNg = 5;
 /// No record is longer; a longer size in a log is damage.
 constexpr int kLongestRecord = 65536; ///< bytes
 
+// What is kept at most, whatever a log lacks. The bridge itself has no more than 20 threads of
+// events, and no call needs more than a few of the others.
+constexpr size_t kMostThreads = 1024;
+constexpr size_t kMostCalls = 16; ///< of a thread
+constexpr size_t kMostFrames = 64;
+constexpr size_t kMostFaults = 1024;
+
 bool isHandler(std::string_view function) {
     return handlesReplies(function) || eventOf(function) != nullptr;
 }
@@ -85,6 +92,9 @@ Activity::Thread& Activity::threadOf(const LogLine& line) {
     } else {
         key.second = line.trace.task;
     }
+    if (threads_.size() >= kMostThreads && threads_.count(key) == 0) {
+        forgetThreads();
+    }
     Thread& thread = threads_[key];
     if (thread.id == 0) {
         thread.id = header.tid > 0 ? static_cast<uint32_t>(header.tid) : next_thread_++;
@@ -93,7 +103,20 @@ Activity::Thread& Activity::threadOf(const LogLine& line) {
     return thread;
 }
 
+/// Forgets the threads without open calls; when that are few, all.
+void Activity::forgetThreads() {
+    for (auto each = threads_.begin(); each != threads_.end();) {
+        each = each->second.calls.empty() ? threads_.erase(each) : std::next(each);
+    }
+    if (threads_.size() > kMostThreads / 2) {
+        interrupt();
+    }
+}
+
 Activity::OpenCall& Activity::open(Thread& thread, const LogLine& line, BridgeCall::Kind kind) {
+    if (thread.calls.size() >= kMostCalls) {
+        closeAll(thread);
+    }
     thread.calls.push_back(std::make_unique<OpenCall>());
     BridgeCall& call = thread.calls.back()->call;
     call.kind = kind;
@@ -136,6 +159,11 @@ Activity::OpenCall* Activity::callOf(Thread& thread, const LogLine& line) {
     if (!thread.calls.empty()) {
         OpenCall& inner = *thread.calls.back();
         const BridgeCall& call = inner.call;
+        if (function == kEnvironment && !call.has_begin && call.handled) {
+            // The first thing that an event does.
+            closeInnermost(thread);
+            return nullptr;
+        }
         const bool other_native =
             native && (call.kind != BridgeCall::Kind::kNative || call.function != function);
         const bool other_event =
@@ -174,6 +202,7 @@ void Activity::add(const LogLine& line) {
         begins_are_logged_ = true;
         begin(thread, line);
     } else if (line.trace.level == TraceLevel::kFuncEnd) {
+        ends_are_logged_ = true;
         finish(thread, line);
     } else if (OpenCall* const call = callOf(thread, line)) {
         read(*call, line);
@@ -230,7 +259,7 @@ void Activity::begin(Thread& thread, const LogLine& line) {
         }
         return;
     }
-    if (function != kEnvironment) {
+    if (function != kEnvironment && call->frames.size() < kMostFrames) {
         call->frames.push_back({whereOf(line), false});
     }
 }
@@ -239,9 +268,9 @@ void Activity::beginEvent(Thread& thread, const LogLine& line) {
     while (!thread.calls.empty()) {
         const BridgeCall& inner = thread.calls.back()->call;
         const bool may_hold = inner.kind == BridgeCall::Kind::kEvent
-                                  ? inner.called_back
+                                  ? inner.called_back && !inner.done
                                   : inner.has_begin && !inner.has_end && !inner.refused;
-        if (may_hold) {
+        if (may_hold && ends_are_logged_) {
             break;
         }
         closeInnermost(thread);
@@ -255,7 +284,8 @@ void Activity::beginEvent(Thread& thread, const LogLine& line) {
 }
 
 void Activity::beginNative(Thread& thread, const LogLine& line) {
-    while (!thread.calls.empty() && thread.calls.back()->call.kind != BridgeCall::Kind::kEvent) {
+    while (!thread.calls.empty() && (thread.calls.back()->call.kind != BridgeCall::Kind::kEvent ||
+                                     thread.calls.back()->call.done)) {
         closeInnermost(thread);
     }
     if (!thread.calls.empty()) {
@@ -273,22 +303,8 @@ void Activity::finish(Thread& thread, const LogLine& line) {
     if (finishCall(thread, line)) {
         return;
     }
-    if (!thread.calls.empty()) {
-        OpenCall& open = *thread.calls.back();
-        const auto frame =
-            std::find_if(open.frames.rbegin(), open.frames.rend(),
-                         [function](const Frame& each) { return each.where.function == function; });
-        if (frame != open.frames.rend()) {
-            read(open, line);
-            const auto index = static_cast<size_t>(open.frames.rend() - frame) - 1;
-            closeFrames(open, index + 1);
-            open.frames.pop_back();
-            open.call.last = line.last;
-            if (open.answering && function == kAnswerObject && open.frames.empty()) {
-                closeInnermost(thread);
-            }
-            return;
-        }
+    if (finishFrame(thread, line)) {
+        return;
     }
     const bool native = commandOf(function) != nullptr;
     if (native || function == kReception) {
@@ -298,13 +314,47 @@ void Activity::finish(Thread& thread, const LogLine& line) {
         }
         return;
     }
-    if (OpenCall* const call = callOf(thread, line)) {
+    const bool ends_a_begin = function != kEnvironment && function != "freeJNIEnv" &&
+                              function != "detachJNIEnv" && begins_are_logged_;
+    OpenCall* const call = callOf(thread, line);
+    if (call != nullptr) {
         read(*call, line);
-        return;
     }
-    if (begins_are_logged_ && function != "freeJNIEnv" && function != "detachJNIEnv" &&
-        function != kEnvironment) {
+    if (ends_a_begin && (call == nullptr || call->call.has_begin)) {
         take_unmatched_({false, whereOf(line)});
+    }
+    closeAnswered(thread, function);
+}
+
+/// When a line ends a function within a call that is open: ends it, with what is within it.
+bool Activity::finishFrame(Thread& thread, const LogLine& line) {
+    for (size_t index = thread.calls.size(); index-- > 0;) {
+        std::vector<Frame>& frames = thread.calls[index]->frames;
+        const auto frame = std::find_if(frames.rbegin(), frames.rend(), [&line](const Frame& each) {
+            return each.where.function == line.trace.function;
+        });
+        if (frame == frames.rend()) {
+            continue;
+        }
+        const auto place = static_cast<size_t>(frames.rend() - frame) - 1;
+        while (thread.calls.size() > index + 1) {
+            closeInnermost(thread);
+        }
+        OpenCall& open = *thread.calls.back();
+        read(open, line);
+        closeFrames(open, place + 1);
+        open.frames.pop_back();
+        closeAnswered(thread, line.trace.function);
+        return true;
+    }
+    return false;
+}
+
+/// Ends a synchronous command after the object that Java gets has been made.
+void Activity::closeAnswered(Thread& thread, std::string_view function) {
+    if (!thread.calls.empty() && thread.calls.back()->answering && function == kAnswerObject &&
+        thread.calls.back()->frames.empty()) {
+        closeInnermost(thread);
     }
 }
 
@@ -398,7 +448,8 @@ void Activity::read(OpenCall& open, const LogLine& line) {
     BridgeCall& call = open.call;
     const std::string_view function = line.trace.function;
     call.last = std::max(call.last, line.last);
-    if (!call.has_begin) {
+    if (!call.has_begin &&
+        std::find(open.seen.begin(), open.seen.end(), line.trace.known) == open.seen.end()) {
         open.seen.push_back(line.trace.known);
     }
     const Fault fault = faultOf(line.trace);
@@ -492,6 +543,8 @@ void Activity::readHandler(OpenCall& open, const LogLine& line) {
         if (const auto handle = handleIn(trace)) {
             call.handle = handle;
         }
+    } else if (trace.level == TraceLevel::kFuncEnd) {
+        call.done = call.done || trace.number("ret").value_or(0) == 0;
     }
 }
 
@@ -518,7 +571,9 @@ void Activity::readFault(OpenCall& open, const LogLine& line, Fault fault) {
         call.function = trace.function;
         call.handled = true;
     }
-    call.faults.push_back(std::move(found));
+    if (call.faults.size() < kMostFaults) {
+        call.faults.push_back(std::move(found));
+    }
 }
 
 // ---- Steps.

@@ -142,6 +142,7 @@ private:
     using ThreadKey = std::pair<int64_t, std::string>;
 
     Thread& threadOf(const LogLine& line);
+    void forgetThreads();
     OpenCall& open(Thread& thread, const LogLine& line, BridgeCall::Kind kind);
     OpenCall& openWithoutBegin(Thread& thread, const LogLine& line, BridgeCall::Kind kind);
     OpenCall* callOf(Thread& thread, const LogLine& line);
@@ -150,6 +151,8 @@ private:
     void beginNative(Thread& thread, const LogLine& line);
     void finish(Thread& thread, const LogLine& line);
     bool finishCall(Thread& thread, const LogLine& line);
+    bool finishFrame(Thread& thread, const LogLine& line);
+    void closeAnswered(Thread& thread, std::string_view function);
     void read(OpenCall& open, const LogLine& line);
     void readNative(OpenCall& open, const LogLine& line);
     void readAnswer(OpenCall& open, const LogLine& line);
@@ -168,6 +171,7 @@ private:
     uint64_t calls_ = 0;
     uint32_t next_thread_ = 1;
     bool begins_are_logged_ = false;
+    bool ends_are_logged_ = false;
 };
 
 } // namespace sessions

@@ -51,6 +51,21 @@ public:
         return value;
     }
 
+    /// A number that identifies a process or a thread: some systems write it as "0x4e2".
+    int identifier() {
+        if (rest().substr(0, 2) != "0x") {
+            return static_cast<int>(number(9));
+        }
+        at_ += 2;
+        const size_t begin = at_;
+        uint32_t value = 0;
+        for (; hexDigit(front()) >= 0 && at_ - begin < 8; ++at_) {
+            value = value << 4 | static_cast<uint32_t>(hexDigit(front()));
+        }
+        failed_ = failed_ || begin == at_ || value > INT32_MAX;
+        return failed_ ? -1 : static_cast<int>(value);
+    }
+
     /// The digits after a decimal point, as nanoseconds.
     int64_t fraction() {
         int64_t value = 0;
@@ -153,19 +168,42 @@ std::optional<LogTime> readTime(Scanner& line) {
     return time;
 }
 
+/// The numbers of a process and a thread, the last -1 when there is one number alone.
+struct Identifiers {
+    int pid = -1;
+    int tid = -1;
+};
+
+/// "1234", "1234: 1250", "10045: 1234: 1250" or "u0_a45: 1234: 1250": at most `wanted` numbers of
+/// those that come last, and before them perhaps a user.
+Identifiers readIdentifiers(Scanner& line, size_t wanted) {
+    int read[3] = {-1, -1, -1};
+    size_t count = 0;
+    line.blanks();
+    if (line.front() >= 'a' && line.front() <= 'z') {
+        line.until(":");
+        line.blanks();
+    }
+    do {
+        line.blanks();
+        read[count++] = line.identifier();
+    } while (count <= wanted && line.takeIf(':'));
+    return wanted == 1 || count == 1 ? Identifiers{read[count - 1], -1}
+                                     : Identifiers{read[count - 2], read[count - 1]};
+}
+
 /// "I/tag( pid): text" or "I/tag: text".
 bool readTagged(Scanner line, LineHeader& header, LogForm with_pid, LogForm without) {
     header.priority = line.priority();
     line.take('/');
     Scanner wide = line;
     std::string_view tag = wide.until("(");
-    wide.blanks();
-    const int64_t pid = wide.number();
+    const int pid = readIdentifiers(wide, 1).pid;
     wide.take("): ");
     // A tag has no blank that is followed by text, but blanks at its end.
     if (!wide.failed() && tag.find(": ") == std::string_view::npos) {
         header.form = with_pid;
-        header.pid = static_cast<int>(pid);
+        header.pid = pid;
         header.tag = withoutBlanksAtEnd(tag);
         header.text = wide.rest();
         return true;
@@ -187,17 +225,15 @@ bool readTagged(Scanner line, LineHeader& header, LogForm with_pid, LogForm with
 bool readProcess(Scanner line, LineHeader& header) {
     header.priority = line.priority();
     line.take('(');
-    line.blanks();
-    header.pid = static_cast<int>(line.number());
-    if (line.takeIf(':')) {
-        line.blanks();
-        header.tid = static_cast<int>(line.number());
-        line.take(") ");
+    const Identifiers ids = readIdentifiers(line, 2);
+    header.pid = ids.pid;
+    header.tid = ids.tid;
+    line.take(") ");
+    if (ids.tid >= 0) {
         header.form = LogForm::kThread;
         header.text = line.rest();
         return !line.failed();
     }
-    line.take(") ");
     header.form = LogForm::kProcess;
     std::string_view text = line.rest();
     if (!text.empty() && text.back() == ')') {
@@ -262,21 +298,15 @@ bool readTimed(Scanner line, LineHeader& header) {
 bool readLong(Scanner line, LineHeader& header) {
     line.take("[ ");
     header.time = readTime(line);
-    line.blanks();
-    if (header.time && line.front() >= 'a' && line.front() <= 'z') {
-        line.until(":");
-        line.blanks();
-    }
-    header.pid = static_cast<int>(line.number());
-    line.take(':');
-    line.blanks();
-    header.tid = static_cast<int>(line.number());
+    const Identifiers ids = readIdentifiers(line, 2);
+    header.pid = ids.pid;
+    header.tid = ids.tid;
     line.blanks();
     header.priority = line.priority();
     line.take('/');
     header.tag = withoutBlanksAtEnd(line.until(" ]"));
     header.form = LogForm::kLong;
-    return header.time && !line.failed() && line.rest().empty();
+    return header.time && header.tid >= 0 && !line.failed() && line.rest().empty();
 }
 
 } // namespace

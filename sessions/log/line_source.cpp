@@ -16,6 +16,12 @@ int openInput(const std::string& path) {
     return path == "-" ? dup(STDIN_FILENO) : open(path.c_str(), O_RDONLY | O_CLOEXEC);
 }
 
+void removeReturn(std::string_view& line) {
+    if (!line.empty() && line.back() == '\r') {
+        line.remove_suffix(1);
+    }
+}
+
 } // namespace
 
 LineSource::LineSource(const std::string& path) : buffer_(kBufferSize) {
@@ -92,14 +98,16 @@ bool LineSource::next(std::string_view& line) {
             line = line_;
         }
         if (newline != nullptr) {
-            if (!line.empty() && line.back() == '\r') {
-                line.remove_suffix(1);
-            }
+            removeReturn(line);
             return true;
         }
     }
-    unended_ = begun;
-    return begun;
+    if (!begun) {
+        return false;
+    }
+    removeReturn(line);
+    unended_ = true;
+    return true;
 }
 
 } // namespace sessions

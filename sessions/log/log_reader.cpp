@@ -34,6 +34,12 @@ uint64_t droppedLines(const LineHeader& header, std::string_view text, bool& ide
     return 0;
 }
 
+/// Whether a line of a form has no header that says to which line it belongs: what a thread writes
+/// need not be of the bridge.
+bool isBare(LogForm form) {
+    return form == LogForm::kRaw || form == LogForm::kThread || form == LogForm::kOther;
+}
+
 bool isSection(std::string_view text) {
     return beginsWith(text, "--------- ") || beginsWith(text, "------ ");
 }
@@ -156,7 +162,9 @@ bool LogReader::continues(const LogLine& line, std::string_view next, LineHeader
     }
     return header.form == line.header.form && header.pid == line.header.pid &&
            header.tid == line.header.tid && header.tag == line.header.tag &&
-           header.priority == line.header.priority;
+           header.priority == line.header.priority &&
+           (!header.time ||
+            (line.header.time && header.time->nanoseconds == line.header.time->nanoseconds));
 }
 
 /// Adds the lines that follow, `most` at most, until they make a whole line of the bridge. When
@@ -178,16 +186,50 @@ bool LogReader::joinWith(LogLine& line, std::string_view separator, size_t most)
         if (trace.known == nullptr || trace.shortened) {
             continue;
         }
-        for (size_t taken = 0; taken <= more; ++taken) {
-            take();
-        }
-        joined_ = std::move(joined);
-        line.text = joined_;
-        readTraceLine(line.text, line.trace);
-        understand(line.trace);
+        take(line, std::move(joined), more + 1);
         return true;
     }
     return false;
+}
+
+/// Makes the text of a line what was joined of it and the next `more` lines.
+void LogReader::take(LogLine& line, std::string joined, size_t more) {
+    for (size_t taken = 0; taken < more; ++taken) {
+        take();
+    }
+    joined_ = std::move(joined);
+    line.text = joined_;
+    readTraceLine(line.text, line.trace);
+    understand(line.trace);
+}
+
+/// Adds the lines of a text that nothing follows in its line. Their header says that they belong to
+/// it, or an empty line ends them; without a header, only the text's size says so.
+void LogReader::joinLastText(LogLine& line) {
+    const KnownLine& known = *line.trace.known;
+    if (known.values.empty() || known.values.back().conversion != 's' ||
+        !known.literals.back().empty()) {
+        return;
+    }
+    const bool has_header = !isBare(line.header.form);
+    const size_t wanted = static_cast<size_t>(std::clamp<int64_t>(
+        line.trace.number("title_size").value_or(0), 0, LineSource::kLongestLine));
+    const size_t before_text = line.text.size() - line.trace.values.back().text.size();
+    std::string joined(line.text);
+    size_t more = 0;
+    for (LineHeader header; more < kMostTextLines; ++more) {
+        const Physical* const next = peek(more);
+        if (next == nullptr || !continues(line, next->text, header) ||
+            (has_header ? header.form == LogForm::kRaw &&
+                              (line.header.form != LogForm::kLong || header.text.empty())
+                        : joined.size() - before_text >= wanted)) {
+            break;
+        }
+        joined.append("\n").append(header.text);
+    }
+    if (more > 0 && (has_header || joined.size() - before_text == wanted)) {
+        take(line, std::move(joined), more);
+    }
 }
 
 /// Whether a line that seems whole may lack the end of its last number: a line of digits alone
@@ -208,6 +250,7 @@ void LogReader::join(LogLine& line) {
         if (isWrapped(line)) {
             joinWith(line, "", 1);
         }
+        joinLastText(line);
     } else if (!joinWith(line, "\n", kMostTextLines) && !joinWith(line, "", kMostWrappedLines)) {
         joinWith(line, " ", kMostWrappedLines);
     }
@@ -229,9 +272,9 @@ void LogReader::count(const LogLine& line) {
         return;
     }
     ++counts_.of_bridge;
-    counts_.understood += line.kind == LogLineKind::kTrace || line.kind == LogLineKind::kCopy;
-    counts_.shortened += line.kind == LogLineKind::kShortened;
-    if (line.kind != LogLineKind::kCopy) {
+    counts_.understood += line.trace.known != nullptr && !line.trace.shortened;
+    counts_.shortened += line.trace.shortened;
+    if (line.kind != LogLineKind::kCopy && !line.trace.function.empty()) {
         ++counts_.of_level[static_cast<size_t>(line.trace.level)];
         ++counts_.of_form[static_cast<size_t>(line.header.form)];
     }

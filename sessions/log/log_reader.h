@@ -78,6 +78,8 @@ private:
     void readTrace(LogLine& line, size_t start);
     void join(LogLine& line);
     bool joinWith(LogLine& line, std::string_view separator, size_t most);
+    void joinLastText(LogLine& line);
+    void take(LogLine& line, std::string joined, size_t more);
     bool isWrapped(const LogLine& line);
     bool continues(const LogLine& line, std::string_view next, LineHeader& header) const;
     void markCut(LogLine& line) const;

@@ -20,4 +20,12 @@ inline bool contains(std::string_view text, std::string_view wanted) {
     return text.find(wanted) != std::string_view::npos;
 }
 
+/// The value of a digit as the bridge writes it, or -1.
+inline int hexDigit(char c) {
+    if (c >= '0' && c <= '9') {
+        return c - '0';
+    }
+    return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
+}
+
 } // namespace sessions

@@ -103,13 +103,6 @@ bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-int hexDigit(char c) {
-    if (isDigit(c)) {
-        return c - '0';
-    }
-    return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
-}
-
 /// How long the number at the start of a text is, and its value. 0: there is none.
 size_t readNumber(std::string_view text, char conversion, int64_t& number) {
     size_t at = 0;
@@ -121,7 +114,7 @@ size_t readNumber(std::string_view text, char conversion, int64_t& number) {
         while (at < text.size() && isDigit(text[at]) && at - first < 19) {
             value = value * 10 + static_cast<uint64_t>(text[at++] - '0');
         }
-        number = negative ? -static_cast<int64_t>(value) : static_cast<int64_t>(value);
+        number = static_cast<int64_t>(negative ? 0 - value : value);
         return at == first ? 0 : at;
     }
     if (conversion == 'p') {
@@ -142,8 +135,7 @@ size_t readNumber(std::string_view text, char conversion, int64_t& number) {
     return at == first ? 0 : at;
 }
 
-/// Holds a message against a format, from its value `index` on. `text` follows the literal before
-/// that value.
+/// Holds a message against a format.
 class Match {
 public:
     Match(const KnownLine& known, std::vector<ShownValue>& values)
@@ -152,7 +144,23 @@ public:
     bool whole(std::string_view message) {
         values_.clear();
         const std::string_view first = known_.literals.front();
-        return message.substr(0, first.size()) == first && from(0, message.substr(first.size()));
+        if (message.substr(0, first.size()) != first) {
+            return false;
+        }
+        message.remove_prefix(first.size());
+        size_t index = 0;
+        if (!numbers(index, message)) {
+            return false;
+        }
+        // A text may hold what follows it as well: it ends at the first place where the rest fits.
+        // When the rest up to the next text fits there, no later place is better for it: what comes
+        // then has less left to be found in.
+        while (index < known_.values.size()) {
+            if (!text(index, message)) {
+                return false;
+            }
+        }
+        return message.empty();
     }
 
     /// Whether the format begins as the message does; the values up to there.
@@ -161,8 +169,9 @@ public:
         for (size_t index = 0;; ++index) {
             const std::string_view literal = known_.literals[index];
             if (message.size() <= literal.size() || index == known_.values.size()) {
-                return message.size() < literal.size() &&
-                       literal.substr(0, message.size()) == message;
+                // A message that ends where a value begins lacks that value.
+                const bool lacks = message.size() < literal.size() || index < known_.values.size();
+                return lacks && literal.substr(0, message.size()) == message;
             }
             if (message.substr(0, literal.size()) != literal) {
                 return false;
@@ -190,41 +199,52 @@ public:
     }
 
 private:
-    bool from(size_t index, std::string_view text) {
-        if (index == known_.values.size()) {
-            return text.empty();
+    /// Takes the numbers from that value on and the literals after them, up to a text or the end.
+    bool numbers(size_t& index, std::string_view& message) {
+        for (; index < known_.values.size() && known_.values[index].conversion != 's'; ++index) {
+            const std::string_view next = known_.literals[index + 1];
+            ShownValue value;
+            const size_t length =
+                readNumber(message, known_.values[index].conversion, value.number);
+            if (length == 0 || message.substr(length, next.size()) != next) {
+                return false;
+            }
+            value.text = message.substr(0, length);
+            values_.push_back(value);
+            message.remove_prefix(length + next.size());
         }
-        const char conversion = known_.values[index].conversion;
+        return true;
+    }
+
+    /// Takes a text, and the numbers after it.
+    bool text(size_t& index, std::string_view& message) {
         const std::string_view next = known_.literals[index + 1];
         ShownValue value;
-        if (conversion != 's') {
-            const size_t length = readNumber(text, conversion, value.number);
-            if (length == 0 || text.substr(length, next.size()) != next) {
-                return false;
-            }
-            value.text = text.substr(0, length);
-            values_.push_back(value);
-            return from(index + 1, text.substr(length + next.size()));
-        }
         if (index + 1 == known_.values.size()) {
-            // A last text goes to the literal at the end.
-            if (text.size() < next.size() || text.substr(text.size() - next.size()) != next) {
+            // The last text goes to the literal at the end.
+            if (message.size() < next.size() ||
+                message.substr(message.size() - next.size()) != next) {
                 return false;
             }
-            value.text = text.substr(0, text.size() - next.size());
+            value.text = message.substr(0, message.size() - next.size());
             values_.push_back(value);
+            message = {};
+            ++index;
             return true;
         }
-        // A text may hold what follows it as well: then the first place where the rest fits.
         const size_t before = values_.size();
-        for (size_t end = text.find(next); end != std::string_view::npos;
-             end = text.find(next, end + 1)) {
-            values_.resize(before);
-            value.text = text.substr(0, end);
+        for (size_t end = message.find(next); end != std::string_view::npos;
+             end = message.find(next, end + 1)) {
+            value.text = message.substr(0, end);
             values_.push_back(value);
-            if (from(index + 1, text.substr(end + next.size()))) {
+            size_t after = index + 1;
+            std::string_view rest = message.substr(end + next.size());
+            if (numbers(after, rest) && (after < known_.values.size() || rest.empty())) {
+                index = after;
+                message = rest;
                 return true;
             }
+            values_.resize(before);
         }
         return false;
     }
@@ -299,6 +319,18 @@ void tryBeginnings(const LinesByFunction& lines, std::string_view function, Trac
     }
 }
 
+/// Nothing of the line before; the room of its values is kept.
+void clear(TraceLine& line) {
+    line.task = {};
+    line.level = TraceLevel::kDebug;
+    line.function = {};
+    line.source_line = 0;
+    line.message = {};
+    line.known = nullptr;
+    line.shortened = false;
+    line.values.clear();
+}
+
 } // namespace
 
 const char* nameOf(TraceLevel level) {
@@ -335,9 +367,7 @@ size_t findTraceLine(std::string_view text) {
 }
 
 bool readTraceLine(std::string_view text, TraceLine& line) {
-    line.known = nullptr;
-    line.shortened = false;
-    line.values.clear();
+    clear(line);
     if (text.substr(0, kStart.size()) != kStart) {
         return false;
     }
@@ -378,9 +408,7 @@ void understand(TraceLine& line) {
 }
 
 bool readTraceCopy(std::string_view text, TraceLine& line) {
-    line.known = nullptr;
-    line.shortened = false;
-    line.values.clear();
+    clear(line);
     constexpr std::string_view kModule = "JNIDtvSvLibListener(";
     const size_t task = text.find("):<");
     if (text.substr(0, kModule.size()) != kModule || task == std::string_view::npos) {
