@@ -45,7 +45,8 @@ private:
 };
 
 decltype(JNINativeInterface_::NewStringUTF) vm_new_string = nullptr;
-decltype(JNIInvokeInterface_::GetEnv) vm_get_env = nullptr;
+const JNIInvokeInterface_* vm_functions = nullptr;
+JNIInvokeInterface_ refusing_functions;
 
 /// The texts that the VM has no memory for: those that contain this one.
 std::string& refusedText() {
@@ -108,11 +109,12 @@ JNIEXPORT void JNICALL Java_field_Faults_refuseText(JNIEnv* env, jclass, jstring
 JNIEXPORT void JNICALL Java_field_Faults_refuseEnvironment(JNIEnv* env, jclass, jboolean refuse) {
     JavaVM* vm = nullptr;
     env->GetJavaVM(&vm);
-    auto* const table = const_cast<JNIInvokeInterface_*>(vm->functions);
-    if (vm_get_env == nullptr) {
-        vm_get_env = table->GetEnv;
+    if (vm_functions == nullptr) {
+        vm_functions = vm->functions;
+        refusing_functions = *vm_functions;
+        refusing_functions.GetEnv = refuseEnvironment;
     }
-    table->GetEnv = refuse != JNI_FALSE ? refuseEnvironment : vm_get_env;
+    vm->functions = refuse != JNI_FALSE ? &refusing_functions : vm_functions;
 }
 
 } // extern "C"
