@@ -1,0 +1,220 @@
+#!/usr/bin/env python3
+"""Makes logs of the bridge with known causes.
+
+    tests/field/make_corpus.py BUILD OUT [--part open|held-out|all] [--runs N] [--only CAUSE]
+
+Every log comes from a run of the real bridge in BUILD, in which something was made to go wrong, or
+nothing was. OUT/labels.json says for each log what it is. A third of the runs is held out: those are
+for measuring alone, and nobody who writes rules looks at them.
+"""
+import argparse
+import concurrent.futures
+import copy
+import json
+import os
+import pathlib
+import random
+import sys
+import tempfile
+import time
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
+from corpus import command_causes, event_causes, forms, losses  # noqa: E402
+from corpus.java_side import JavaSides  # noqa: E402
+from corpus.runs import Runner  # noqa: E402
+from corpus.situation import Situation, evidence_numbers  # noqa: E402
+
+CAUSES = {**command_causes.CAUSES, **event_causes.CAUSES}
+RUNS = 6  # of each cause
+MORE_RUNS = {"none": 15, "argument-refused": 12, "command-failed": 12, "slow-reply": 9}
+EVENINGS = ["br-sp-SaoPaulo", "br-rj-RioDeJaneiro", "br-mg-Luz", "br-df-Brasilia"]
+SEEN_BY_TIMES = {"slow-reply"}
+
+
+def is_held_out(number):
+    """Every third run of each cause."""
+    return number % 3 == 2
+
+
+class Base:
+    """A run: its lines, what went wrong in it, and which lines show that."""
+
+    def __init__(self, name, number, seed, situation, lines, provoked=False):
+        self.name = name
+        self.number = number
+        self.seed = seed
+        self.situation = situation
+        self.lines = lines
+        self.provoked = provoked
+        self.evidence = evidence_numbers(lines, situation)
+
+
+def is_sound(shown):
+    """Whether nothing in a capture has failed or was left unanswered. What a scan finds on a channel and how
+    it has ended are no failures."""
+    usual = {"ScanNotify", "TerminateScanNotify", "TerminateSearchChannelNotify"}
+    return not shown["unanswered"] and all(
+        message["value"] == 0 and (message.get("name") in usual or all(
+            message.get("fields", {}).get(name, 0) == 0 for name in ("result", "return_value")))
+        for message in shown["messages"])
+
+
+def run_situation(runner, cause, number, java):
+    seed = 1000 * sorted(CAUSES).index(cause) + number
+    choices = random.Random(f"{cause}-{number}")
+    situation = CAUSES[cause](number, choices, java)
+    name = f"{cause}-{number}"
+    lines, shown = runner.session(name, situation, seed, choices)
+    if (cause == "none") != is_sound(shown) and cause == "none":
+        raise RuntimeError(f"{name}: something goes wrong in it")
+    return Base(name, number, seed, situation, lines)
+
+
+def run_evening(runner, number, provoked):
+    name = f"evening-{'provoked-' if provoked else ''}{number}"
+    options = [] if provoked else ["--no-refusals"]
+    lines, shown = runner.evening(name, number, EVENINGS[number % len(EVENINGS)], *options)
+    if is_sound(shown) == provoked:
+        raise RuntimeError(f"{name}: {'nothing' if provoked else 'something'} goes wrong in it")
+    return Base(name, number, number, Situation("none", None, [], []), lines, provoked)
+
+
+def run_all(build, folder, wanted, runs, part):
+    """All runs, several at a time."""
+    runner = Runner(build, folder)
+    java = JavaSides(runner.build / "java/dtvserver.jar", folder)
+    tasks = []
+    for cause in CAUSES:
+        count = runs if runs is not None else MORE_RUNS.get(cause, RUNS)
+        tasks += [(run_situation, cause, number, java) for number in range(count)
+                  if cause in wanted and is_wanted(number, part)]
+    if "none" in wanted and runs is None:
+        tasks += [(run_evening, number, provoked) for number in range(6) for provoked in (False, True)
+                  if is_wanted(number, part)]
+    with concurrent.futures.ThreadPoolExecutor(len(os.sched_getaffinity(0))) as pool:
+        return list(pool.map(lambda task: task[0](runner, *task[1:]), tasks))
+
+
+def is_wanted(number, part):
+    return part == "all" or is_held_out(number) == (part == "held-out")
+
+
+class Log:
+    """A log made of a run: `variant` 0 is whole, the others lack something."""
+
+    def __init__(self, base, variant):
+        self.base = base
+        self.random = random.Random(f"{base.name}-{variant}")
+        self.process = forms.Process(self.random)
+        self.form = self.random.choice(forms.FORMS + ["raw", "threadtime", "threadtime"])
+        if base.situation.cause in SEEN_BY_TIMES and self.random.random() < 0.8:
+            self.form = self.random.choice(sorted(forms.TIMED))
+        self.levels = "all"
+        self.losses = []
+        self.entries = [self.process.entry(line) for line in base.lines]
+        if self.form != "raw" and self.random.random() < 0.5:
+            # The end of the process is seldom in the log of a receiver.
+            self.entries = [entry for entry in self.entries if ",TENRIK,VM Thread," not in entry.text]
+        if variant > 0:
+            self.degrade(variant)
+
+    def degrade(self, variant):
+        kept = set().union(*self.base.evidence) if self.base.evidence else set()
+        if (self.base.number + variant) % 2:
+            self.levels = self.random.choice([name for name in losses.LEVELS if name != "all"])
+            level_of = {line.number: line.level for line in self.base.lines}
+            before = len(self.entries)
+            self.entries = losses.filtered(self.entries, self.levels, level_of)
+            if len(self.entries) < before and not self.is_empty():
+                self.losses.append("levels-missing")
+            return
+        kinds = list(losses.PLANTED)
+        if self.base.situation.cause in SEEN_BY_TIMES:
+            kinds = [kind for kind in kinds if kind not in losses.TIMES]
+        self.random.shuffle(kinds)
+        wanted = 1 + (self.random.random() < 0.3)
+        for kind in kinds:
+            if len(self.losses) == wanted:
+                break
+            if losses.TIMES & set(self.losses) and kind in losses.TIMES:
+                continue
+            if kind in losses.TIMES and self.form not in forms.TIMED:
+                self.form = self.random.choice(sorted(forms.TIMED))
+            if kind == "chatty" and self.form == "raw":
+                self.form = "threadtime"
+            if losses.PLANTED[kind](self.entries, self.random, kept):
+                self.losses.append(kind)
+
+    def is_empty(self):
+        """Whether no line of the bridge is left."""
+        return not any(entry.text.startswith(",TENRIK,") for entry in self.entries)
+
+    def also(self):
+        """Other names that the first cause may be given."""
+        situation = self.base.situation
+        if situation.cause == "none" and "command-without-reply" in self.losses:
+            # The service may as well not have answered.
+            return ["no-reply"]
+        return list(situation.also)
+
+    def is_judgeable(self):
+        """Whether the lines that show the cause are in the log."""
+        if self.base.situation.cause in SEEN_BY_TIMES and self.form not in forms.TIMED:
+            return False
+        left = {entry.number for entry in self.entries}
+        return any(alternative <= left for alternative in self.base.evidence)
+
+    def write(self, folder, name):
+        """Writes the log. Returns its label."""
+        entries = self.entries
+        if self.form != "raw" and self.random.random() < 0.6:
+            share = self.random.uniform(0.02, 0.3)
+            # A cut line is the first or the last of the whole log.
+            entries = entries[:1] + forms.with_foreign_lines(entries[1:], self.random, share)
+        options = {"beginning": self.random.random() < 0.5 and "cut-line" not in self.losses,
+                   "report": self.form == "threadtime" and "cut-line" not in self.losses
+                   and self.random.random() < 0.3,
+                   "crlf": self.random.random() < 0.15, "compressed": self.random.random() < 0.15}
+        data = forms.render(entries, self.form, self.process, self.random,
+                            **{**options, "compressed": False})
+        if entries and getattr(entries[-1], "cut_end", False):
+            data = data.rstrip(b"\r\n")
+            data = data[:-self.random.randrange(4, 30)]
+        if options["compressed"]:
+            data = forms.gzip.compress(data, 1, mtime=0)
+            name += ".gz"
+        (folder / name).write_bytes(data)
+        situation = self.base.situation
+        form = "+".join([self.form, *(option for option, is_set in options.items() if is_set)])
+        return {"log": name, "seed": self.base.seed, "run": self.base.name, "levels": self.levels,
+                "form": form, "cause": situation.cause, "subject": situation.subject,
+                "also": self.also(), "losses": sorted(self.losses),
+                "judgeable": self.is_judgeable() if situation.cause != "none" else not self.losses,
+                "empty": self.is_empty(), "provoked": self.base.provoked, "held_out": is_held_out(self.base.number)}
+
+
+def main():
+    parser = argparse.ArgumentParser(description="Makes logs of the bridge with known causes.")
+    parser.add_argument("build", type=pathlib.Path)
+    parser.add_argument("out", type=pathlib.Path)
+    parser.add_argument("--part", choices=["open", "held-out", "all"], default="all")
+    parser.add_argument("--runs", type=int, help="runs of each cause (default: 6 to 15)")
+    parser.add_argument("--only", action="append", choices=sorted(CAUSES), help="a cause; may be repeated")
+    arguments = parser.parse_args()
+    if not (arguments.build / "tests/field/field.jar").exists():
+        parser.error(f"{arguments.build} has no tests/field/field.jar: build the target field_java")
+    arguments.out.mkdir(parents=True, exist_ok=True)
+    begun = time.monotonic()
+    with tempfile.TemporaryDirectory() as folder:
+        bases = run_all(arguments.build, pathlib.Path(folder), set(arguments.only or CAUSES),
+                        arguments.runs, arguments.part)
+    labels = []
+    for base in bases:
+        for variant in range(2):
+            labels.append(Log(copy.deepcopy(base), variant).write(arguments.out, f"{len(labels):03}.log"))
+    (arguments.out / "labels.json").write_text(json.dumps(labels, indent=1) + "\n", encoding="utf-8")
+    print(f"{len(labels)} logs of {len(bases)} runs in {time.monotonic() - begun:.0f} s")
+
+
+if __name__ == "__main__":
+    main()
