@@ -10,6 +10,7 @@ for measuring alone, and nobody who writes rules looks at them.
 import argparse
 import concurrent.futures
 import copy
+import gzip
 import json
 import os
 import pathlib
@@ -19,7 +20,7 @@ import tempfile
 import time
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
-from corpus import command_causes, event_causes, forms, losses  # noqa: E402
+from corpus import command_causes, evening_causes, event_causes, forms, losses  # noqa: E402
 from corpus.java_side import JavaSides  # noqa: E402
 from corpus.runs import Runner  # noqa: E402
 from corpus.situation import Situation, evidence_numbers  # noqa: E402
@@ -27,7 +28,7 @@ from corpus.situation import Situation, evidence_numbers  # noqa: E402
 CAUSES = {**command_causes.CAUSES, **event_causes.CAUSES}
 RUNS = 6  # of each cause
 MORE_RUNS = {"none": 15, "argument-refused": 12, "command-failed": 12, "slow-reply": 9}
-EVENINGS = ["br-sp-SaoPaulo", "br-rj-RioDeJaneiro", "br-mg-Luz", "br-df-Brasilia"]
+VARIANTS = 3
 SEEN_BY_TIMES = {"slow-reply"}
 
 
@@ -72,11 +73,18 @@ def run_situation(runner, cause, number, java):
 
 def run_evening(runner, number, provoked):
     name = f"evening-{'provoked-' if provoked else ''}{number}"
-    options = [] if provoked else ["--no-refusals"]
-    lines, shown = runner.evening(name, number, EVENINGS[number % len(EVENINGS)], *options)
+    city = evening_causes.CITIES[number % len(evening_causes.CITIES)]
+    lines, shown = runner.evening(name, number, city, {}, *([] if provoked else ["--no-refusals"]))
     if is_sound(shown) == provoked:
         raise RuntimeError(f"{name}: {'nothing' if provoked else 'something'} goes wrong in it")
     return Base(name, number, number, Situation("none", None, [], []), lines, provoked)
+
+
+def run_scripted_evening(runner, number):
+    situation = evening_causes.situation(number)
+    name = f"evening-{situation.cause}-{number}"
+    lines, _ = runner.evening(name, number, situation.city, situation.script, "--no-refusals")
+    return Base(name, number, number, situation, lines)
 
 
 def run_all(build, folder, wanted, runs, part):
@@ -91,6 +99,9 @@ def run_all(build, folder, wanted, runs, part):
     if "none" in wanted and runs is None:
         tasks += [(run_evening, number, provoked) for number in range(6) for provoked in (False, True)
                   if is_wanted(number, part)]
+    if runs is None:
+        tasks += [(run_scripted_evening, number) for number, make in enumerate(evening_causes.SITUATIONS)
+                  if is_wanted(number, part) and make().cause in wanted]
     with concurrent.futures.ThreadPoolExecutor(len(os.sched_getaffinity(0))) as pool:
         return list(pool.map(lambda task: task[0](runner, *task[1:]), tasks))
 
@@ -100,7 +111,7 @@ def is_wanted(number, part):
 
 
 class Log:
-    """A log made of a run: `variant` 0 is whole, the others lack something."""
+    """A log made of a run: variant 0 is whole, 1 lacks levels, 2 has lost something."""
 
     def __init__(self, base, variant):
         self.base = base
@@ -115,19 +126,21 @@ class Log:
         if self.form != "raw" and self.random.random() < 0.5:
             # The end of the process is seldom in the log of a receiver.
             self.entries = [entry for entry in self.entries if ",TENRIK,VM Thread," not in entry.text]
-        if variant > 0:
-            self.degrade(variant)
+        if variant == 1:
+            self.filter_levels()
+        elif variant == 2:
+            self.plant_losses()
 
-    def degrade(self, variant):
+    def filter_levels(self):
+        self.levels = self.random.choice([name for name in losses.LEVELS if name != "all"])
+        level_of = {line.number: line.level for line in self.base.lines}
+        before = len(self.entries)
+        self.entries = losses.filtered(self.entries, self.levels, level_of)
+        if len(self.entries) < before and not self.is_empty():
+            self.losses.append("levels-missing")
+
+    def plant_losses(self):
         kept = set().union(*self.base.evidence) if self.base.evidence else set()
-        if (self.base.number + variant) % 2:
-            self.levels = self.random.choice([name for name in losses.LEVELS if name != "all"])
-            level_of = {line.number: line.level for line in self.base.lines}
-            before = len(self.entries)
-            self.entries = losses.filtered(self.entries, self.levels, level_of)
-            if len(self.entries) < before and not self.is_empty():
-                self.losses.append("levels-missing")
-            return
         kinds = list(losses.PLANTED)
         if self.base.situation.cause in SEEN_BY_TIMES:
             kinds = [kind for kind in kinds if kind not in losses.TIMES]
@@ -164,6 +177,13 @@ class Log:
         left = {entry.number for entry in self.entries}
         return any(alternative <= left for alternative in self.base.evidence)
 
+    def evidence_lines(self, line_of):
+        """The lines of the log that show the cause, counted from 1; none when they are not in it."""
+        for alternative in self.base.evidence:
+            if alternative <= set(line_of):
+                return sorted(line_of[number] for number in alternative)
+        return []
+
     def write(self, folder, name):
         """Writes the log. Returns its label."""
         entries = self.entries
@@ -171,17 +191,18 @@ class Log:
             share = self.random.uniform(0.02, 0.3)
             # A cut line is the first or the last of the whole log.
             entries = entries[:1] + forms.with_foreign_lines(entries[1:], self.random, share)
-        options = {"beginning": self.random.random() < 0.5 and "cut-line" not in self.losses,
+        options = {"beginning": self.form != "raw" and "cut-line" not in self.losses
+                   and self.random.random() < 0.5,
                    "report": self.form == "threadtime" and "cut-line" not in self.losses
                    and self.random.random() < 0.3,
-                   "crlf": self.random.random() < 0.15, "compressed": self.random.random() < 0.15}
-        data = forms.render(entries, self.form, self.process, self.random,
-                            **{**options, "compressed": False})
+                   "crlf": self.random.random() < 0.15}
+        data, line_of = forms.render(entries, self.form, self.process, self.random, **options)
         if entries and getattr(entries[-1], "cut_end", False):
             data = data.rstrip(b"\r\n")
             data = data[:-self.random.randrange(4, 30)]
+        options["compressed"] = self.random.random() < 0.15
         if options["compressed"]:
-            data = forms.gzip.compress(data, 1, mtime=0)
+            data = gzip.compress(data, 1, mtime=0)
             name += ".gz"
         (folder / name).write_bytes(data)
         situation = self.base.situation
@@ -189,7 +210,7 @@ class Log:
         return {"log": name, "seed": self.base.seed, "run": self.base.name, "levels": self.levels,
                 "form": form, "cause": situation.cause, "subject": situation.subject,
                 "also": self.also(), "losses": sorted(self.losses),
-                "judgeable": self.is_judgeable() if situation.cause != "none" else not self.losses,
+                "lines": self.evidence_lines(line_of), "judgeable": self.is_judgeable() if situation.cause != "none" else not self.losses,
                 "empty": self.is_empty(), "provoked": self.base.provoked, "held_out": is_held_out(self.base.number)}
 
 
@@ -210,7 +231,7 @@ def main():
                         arguments.runs, arguments.part)
     labels = []
     for base in bases:
-        for variant in range(2):
+        for variant in range(VARIANTS):
             labels.append(Log(copy.deepcopy(base), variant).write(arguments.out, f"{len(labels):03}.log"))
     (arguments.out / "labels.json").write_text(json.dumps(labels, indent=1) + "\n", encoding="utf-8")
     print(f"{len(labels)} logs of {len(bases)} runs in {time.monotonic() - begun:.0f} s")

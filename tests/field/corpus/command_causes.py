@@ -1,6 +1,6 @@
 """Situations in which a command is the cause: refused, not taken, failed or not answered. Each function
 gives one situation for each number, from 0; `day` is where the choices come from."""
-from .day import CAPTIONS, COMPONENTS, DATA, OFF, ON, VIDEO, Day, broadcast, text
+from .day import CAPTIONS, COMPONENTS, DATA, OFF, ON, VIDEO, Day, broadcast
 from .java_side import VALUES
 from .situation import Situation
 
@@ -42,6 +42,9 @@ def argument_refused(number, random, _):
         ("StartRec", [random.randrange(9, 99)], "medium is too large"),
         ("TerminateRec", [{"save_data": "ON", "title_size": 0, "title_name": "a" * 300}],
          "title_name length = "),
+        ("StartPlay", [{"medium": None, "program_number": 1, "resume": "OFF", "interval": 1, "pause": "OFF"}],
+         "start_play getEnumValue Error"),
+        ("BMLStartTvLinkReq", [1, None], "bml_start_info_obj is NULL"),
     ]
     if number % 4 == 3:
         # A session that is never created: all that follows is sent to session 0, and fails.
@@ -160,7 +163,9 @@ def command_failed(number, random, _):
         native, arguments = random.choice([
             ("StartPlay", [{"medium": "INTERNAL", "program_number": 77, "resume": "OFF", "interval": 1,
                             "pause": "OFF"}]),
-            ("ReleaseDisplay", [2])])
+            ("ReleaseDisplay", [2]),
+            # The address of a surface that has been released is 0.
+            ("SetScreenDisplay", [{**VIDEO, "surface_handle": "0"}])])
         if native == "StartPlay":
             day.stop()
         day.call(native, *arguments)
@@ -245,11 +250,6 @@ def service_stopped(number, random, _):
                      [[(r"FUNCSTART,recvEventFromServer\(\)", rf"FUNCSTART,{log_name('SetTunerLog')}\(\)"),
                        r"FUNCSTART,recvEventFromServer\(\)", rf"FUNCSTART,{log_name('ControlLNA')}\(\)"]],
                      {"stop": stop}, also=also)
-
-
-def provoked_step(native, *arguments):
-    """A step as the day writes it."""
-    return f"{native} {'|'.join(text(value) for value in arguments)}"
 
 
 CAUSES = {

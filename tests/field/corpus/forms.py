@@ -1,7 +1,7 @@
 """The forms in which people have a log: the desk's own trace, the text forms of logcat, and what is
 around them."""
 import datetime
-import gzip
+
 
 # The members of the listener, which write under its name; everything else writes as the natives do.
 LISTENER = {"recvEventFromServer", "DoListenerEvent", "getJNIEnv", "freeJNIEnv", "detachJNIEnv", "CallMethod",
@@ -94,8 +94,8 @@ def wrap(entry, form, process):
             entry.text, ""]
 
 
-def bug_report(lines, process, random):
-    """The lines as a section of a bug report."""
+def bug_report(process, random):
+    """What is before and after the lines of the log in a bug report."""
     head = ["=" * 56, f"== dumpstate: {process.begin:%Y-%m-%d %H:%M:%S}", "=" * 56, "",
             "Build: TV-2.3.7-1138", "Kernel: Linux version 2.6.35.7 (build@tv)", "",
             "------ UPTIME (uptime) ------",
@@ -107,18 +107,21 @@ def bug_report(lines, process, random):
             f"{process.begin:%m-%d %H:%M:%S}.011   248   260 I battery_level: [78,3914,322]",
             "", "------ VM TRACES JUST NOW (/data/anr/traces.txt) ------",
             "\"main\" prio=5 tid=1 NATIVE", "  at android.os.MessageQueue.nativePollOnce(Native Method)"]
-    return head + lines + tail
+    return head, tail
 
 
-def render(entries, form, process, random, *, beginning=False, report=False, crlf=False, compressed=False):
-    """The bytes of the log."""
-    lines = []
-    if beginning and form != "raw":
+def render(entries, form, process, random, *, beginning=False, report=False, crlf=False):
+    """The bytes of the log, and by the numbers of its lines in the run where they are, from 1."""
+    head, tail = bug_report(process, random) if report else ([], [])
+    lines = list(head)
+    if beginning:
         lines += ["--------- beginning of /dev/log/system", "--------- beginning of main"]
+    line_of = {}
     for entry in entries:
-        lines += wrap(entry, form, process)
-    if report:
-        lines = bug_report(lines, process, random)
+        wrapped = wrap(entry, form, process)
+        if entry.number is not None:
+            # In the long form the text follows the line with the time.
+            line_of[entry.number] = len(lines) + (2 if len(wrapped) > 1 else 1)
+        lines += wrapped
     end = "\r\n" if crlf else "\n"
-    data = "".join(line + end for line in lines).encode("utf-8", "surrogateescape")
-    return gzip.compress(data, 1, mtime=0) if compressed else data
+    return "".join(line + end for line in lines + tail).encode("utf-8", "surrogateescape"), line_of
