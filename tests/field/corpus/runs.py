@@ -31,11 +31,17 @@ class Line:
         return self.level != ""
 
 
-def read_line(number, seconds, text):
+def add_line(lines, seconds, text):
+    """Adds what the run wrote next. The texts of a guide are UTF-16, which the trace prints byte by byte: one
+    of them may be the end of a line, and what follows is still of the same line of the bridge."""
     match = LINE.match(text)
-    if match is None:
-        return Line(number, seconds, text)
-    return Line(number, seconds, text, match[1], match[2].strip(), match[3])
+    before = lines[-1] if lines else None
+    if match is not None:
+        lines.append(Line(len(lines), seconds, text, match[1], match[2].strip(), match[3]))
+    elif before is not None and before.is_bridges and before.function.endswith("_epg_info_notify"):
+        lines.append(Line(len(lines), seconds, text, before.task, before.level, before.function))
+    else:
+        lines.append(Line(len(lines), seconds, text))
 
 
 class Clock:
@@ -64,21 +70,18 @@ def read_session(output, random):
     clock = Clock(random)
     lines = []
     waiting = None  # the texts that came while time passed
-    number = 0
     for text in output.split("\n")[:-1]:
         if text == "\1":
             waiting = []
         elif text.startswith("\1"):
             clock.set(text[1:])
             for held in waiting or []:
-                lines.append(read_line(number, clock.tick(), held))
-                number += 1
+                add_line(lines, clock.tick(), held)
             waiting = None
         elif waiting is not None:
             waiting.append(text)
         else:
-            lines.append(read_line(number, clock.tick(), text))
-            number += 1
+            add_line(lines, clock.tick(), text)
     return lines
 
 
@@ -143,9 +146,9 @@ class Runner:
         lines = []
         begun = time.monotonic()
         with open(descriptor, "rb") as pipe:
-            for number, text in enumerate(pipe):
-                lines.append(read_line(number, time.monotonic() - begun,
-                                       text.decode("utf-8", "surrogateescape").rstrip("\n")))
+            for text in pipe:
+                add_line(lines, time.monotonic() - begun,
+                         text.decode("utf-8", "surrogateescape").rstrip("\n"))
         return lines
 
     def messages(self, capture):
