@@ -158,8 +158,10 @@ def print_part(title, verdicts, table):
         lossy = [verdict for verdict in verdicts if kind in verdict.label["losses"]]
         table.require(f"{title}: {kind} named", sum(verdict.named(kind) for verdict in lossy), len(lossy))
     whole = [verdict for verdict in verdicts if not verdict.label["losses"] and not verdict.label["empty"]]
+    unplanted = collections.Counter(kind for verdict in whole for kind in verdict.losses)
     print(f"{title + ': whole logs with a loss named':<44} "
-          f"{sum(bool(verdict.losses) for verdict in whole):4} of {len(whole):4}")
+          f"{sum(bool(verdict.losses) for verdict in whole):4} of {len(whole):4}  "
+          f"{', '.join(f'{kind} {count}' for kind, count in sorted(unplanted.items()))}".rstrip())
     hidden = [verdict for verdict in verdicts if not verdict.is_scored and not verdict.label["provoked"]]
     print(f"{title + ': cause not in the log, one claimed':<44} "
           f"{sum(verdict.first is not None and not verdict.is_right for verdict in hidden):4} "
@@ -169,7 +171,7 @@ def print_part(title, verdicts, table):
     table.require_none(f"{title}: clean logs with findings",
                        sum(verdict.has_false_finding for verdict in verdicts))
     provoked = [verdict for verdict in verdicts
-                if verdict.label["provoked"] and verdict.label["levels"] == "all"]
+                if verdict.label["provoked"] and not verdict.label["losses"]]
     table.require(f"{title}: provoked refusals said to be so",
                   sum(all(finding["severity"] in ("provoked", "info") for finding in verdict.findings)
                       for verdict in provoked), len(provoked))
