@@ -15,7 +15,7 @@ BUILD = pathlib.Path(sys.argv.pop(1)).resolve()
 # What one of the lines that show a cause says.
 SHOWN = {
     "argument-refused": r"too large|is NULL, ret = 5|length = |getEnumValue Error|\(param\)ret = 5",
-    "java-field-missing": r"fieldID is NULL|\(param\)ret = 5",
+    "java-field-missing": r"fieldID is NULL|field_id is NULL|\(param\)ret = 5",
     "surface-refused": r"surface_object is NULL",
     "command-not-taken": r"FUNCEND  ,dtvSvLib\w+\(\), *\d+,ret = (-|[1-9])",
     "command-failed": r"result = (-|[1-9])|RECV, reply_data.handle = [1-9]|return_value = [1-9]",
@@ -28,6 +28,7 @@ SHOWN = {
     "method-missing": r"GetMethodID error!", "native-missing": r"registerNatives, failed for",
     "load-failed": r"GetEnv failed", "callback-threw": r"IllegalStateException",
     "thread-table-full": r"env is NULL!|FUNCEND  ,getJNIEnv",
+    "attach-failed": r"AttachCurrentThread\(\) error!",
     "event-after-release": r"dtvsv_msgid_lib_\w+\(\).*handle = 1\b",
     "event-without-session": r"dtvsv_msgid_lib_\w+\(\).*handle = \d+",
 }

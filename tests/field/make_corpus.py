@@ -27,7 +27,7 @@ from corpus.situation import Situation, evidence_numbers  # noqa: E402
 
 CAUSES = {**command_causes.CAUSES, **event_causes.CAUSES}
 RUNS = 6  # of each cause
-MORE_RUNS = {"none": 15, "argument-refused": 12, "command-failed": 12, "slow-reply": 9}
+MORE_RUNS = {"none": 15, "argument-refused": 12, "command-failed": 12, "slow-reply": 9, "attach-failed": 3}
 VARIANTS = 3
 SEEN_BY_TIMES = {"slow-reply"}
 
@@ -219,7 +219,7 @@ def main():
     parser.add_argument("build", type=pathlib.Path)
     parser.add_argument("out", type=pathlib.Path)
     parser.add_argument("--part", choices=["open", "held-out", "all"], default="all")
-    parser.add_argument("--runs", type=int, help="runs of each cause (default: 6 to 15)")
+    parser.add_argument("--runs", type=int, help="runs of each cause (default: 3 to 15)")
     parser.add_argument("--only", action="append", choices=sorted(CAUSES), help="a cause; may be repeated")
     arguments = parser.parse_args()
     if not (arguments.build / "tests/field/field.jar").exists():

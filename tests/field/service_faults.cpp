@@ -45,8 +45,8 @@ private:
 };
 
 decltype(JNINativeInterface_::NewStringUTF) vm_new_string = nullptr;
-const JNIInvokeInterface_* vm_functions = nullptr;
-JNIInvokeInterface_ refusing_functions;
+const JNIInvokeInterface_* vm_functions = nullptr; ///< the VM's own
+JNIInvokeInterface_ other_functions;
 
 /// The texts that the VM has no memory for: those that contain this one.
 std::string& refusedText() {
@@ -65,6 +65,22 @@ jstring JNICALL newString(JNIEnv* env, const char* text) {
 jint JNICALL refuseEnvironment(JavaVM*, void** env, jint) {
     *env = nullptr;
     return JNI_EVERSION;
+}
+
+jint JNICALL refuseThread(JavaVM* vm, void** env, void* arguments) {
+    return arguments == nullptr ? JNI_ENOMEM
+                                : vm_functions->AttachCurrentThread(vm, env, arguments);
+}
+
+/// Gives the VM a table of functions that can be changed: its own is constant.
+void useFunctions(JNIEnv* env) {
+    if (vm_functions == nullptr) {
+        JavaVM* vm = nullptr;
+        env->GetJavaVM(&vm);
+        vm_functions = vm->functions;
+        other_functions = *vm_functions;
+        vm->functions = &other_functions;
+    }
 }
 
 } // namespace
@@ -107,14 +123,14 @@ JNIEXPORT void JNICALL Java_field_Faults_refuseText(JNIEnv* env, jclass, jstring
 
 /// Whether the VM refuses its environment, as a VM of another version does.
 JNIEXPORT void JNICALL Java_field_Faults_refuseEnvironment(JNIEnv* env, jclass, jboolean refuse) {
-    JavaVM* vm = nullptr;
-    env->GetJavaVM(&vm);
-    if (vm_functions == nullptr) {
-        vm_functions = vm->functions;
-        refusing_functions = *vm_functions;
-        refusing_functions.GetEnv = refuseEnvironment;
-    }
-    vm->functions = refuse != JNI_FALSE ? &refusing_functions : vm_functions;
+    useFunctions(env);
+    other_functions.GetEnv = refuse != JNI_FALSE ? refuseEnvironment : vm_functions->GetEnv;
+}
+
+/// From now on the VM attaches no thread that gives no name, as the bridge's do.
+JNIEXPORT void JNICALL Java_field_Faults_refuseThreads(JNIEnv* env, jclass) {
+    useFunctions(env);
+    other_functions.AttachCurrentThread = refuseThread;
 }
 
 } // extern "C"

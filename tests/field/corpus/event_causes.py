@@ -146,6 +146,14 @@ def thread_table_full(number, random, _):
                      environment={"FIELD_THREADS": str(random.randrange(23, 40))})
 
 
+def attach_failed(number, random, _):
+    """The VM takes no further thread. The events of the first thread still arrive."""
+    day = Day(random).step("refuse-threads").open().select().watch(2 + number % 3)
+    return Situation("attach-failed", None, day.steps,
+                     [[r",TENRIK,DtvEvent-\d+ *,ERROR    ,getJNIEnv\(\), *\d+,AttachCurrentThread\(\) error!"]],
+                     environment={"FIELD_THREADS": str(random.randrange(2, 5))})
+
+
 def event_after_release(number, random, _):
     cases = [("GoodSensNotify", "good_sens_notify"), ("CapStatusNotify", "cap_status_notify"),
              ("BmlStatusNotify", "bml_status_notify"), ("PlayErrorNotify", "play_error_notify")]
@@ -191,6 +199,6 @@ CAUSES = {
     "record-size": record_size, "record-count": record_count, "record-text": record_text,
     "unknown-event": unknown_event, "class-missing": class_missing, "method-missing": method_missing,
     "native-missing": native_missing, "load-failed": load_failed, "callback-threw": callback_threw,
-    "thread-table-full": thread_table_full, "event-after-release": event_after_release,
+    "thread-table-full": thread_table_full, "attach-failed": attach_failed, "event-after-release": event_after_release,
     "event-without-session": event_without_session, "none": none,
 }

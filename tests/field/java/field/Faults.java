@@ -17,4 +17,7 @@ final class Faults {
      * @param refuse whether it is refused
      */
     static native void refuseEnvironment(boolean refuse);
+
+    /** Has the VM attach no thread from now on whose native code gives it no name. */
+    static native void refuseThreads();
 }

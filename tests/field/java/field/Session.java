@@ -29,6 +29,7 @@ import tenrik.service.dtvserver.DtvServerProxy;
  *   <li>load: loads the bridge; load-old-vm: the same in a VM that refuses its environment
  *   <li>throw CALLBACK N: the N-th call of a callback throws; 0: every one
  *   <li>refuse-text PART: the VM makes no string of a text that contains PART
+ *   <li>refuse-threads: the VM attaches no thread of the bridge's
  *   <li>wait MILLISECONDS: lets the service's time pass
  *   <li>thread NAME: the calls come from a thread of this name from now on
  *   <li>NATIVE ARGUMENT...: calls a native; the arguments, separated by "|", are as in the shell
@@ -103,6 +104,7 @@ public final class Session {
             }
             case "throw" -> BGCallBack.setListener(throwing(words[1], Integer.parseInt(words[2])));
             case "refuse-text" -> Faults.refuseText(line.substring(line.indexOf(' ') + 1));
+            case "refuse-threads" -> Faults.refuseThreads();
             case "wait" -> pass(Long.parseLong(words[1]));
             case "thread" -> thread = words[1];
             default -> call(line);
