@@ -9,7 +9,7 @@ for measuring alone, and nobody who writes rules looks at them.
 """
 import argparse
 import concurrent.futures
-import copy
+import dataclasses
 import gzip
 import json
 import os
@@ -29,6 +29,7 @@ CAUSES = {**command_causes.CAUSES, **event_causes.CAUSES}
 RUNS = 6  # of each cause
 MORE_RUNS = {"none": 15, "argument-refused": 12, "command-failed": 12, "slow-reply": 9, "attach-failed": 3}
 VARIANTS = 3
+EARLIER = 1_000_000  # is added to the numbers of the lines of a process before
 SEEN_BY_TIMES = {"slow-reply"}
 
 
@@ -113,8 +114,9 @@ def is_wanted(number, part):
 class Log:
     """A log made of a run: variant 0 is whole, 1 lacks levels, 2 has lost something."""
 
-    def __init__(self, base, variant):
+    def __init__(self, base, variant, earlier):
         self.base = base
+        self.restarted = False
         self.random = random.Random(f"{base.name}-{variant}")
         self.process = forms.Process(self.random)
         self.form = self.random.choice(forms.FORMS + ["raw", "threadtime", "threadtime"])
@@ -126,14 +128,27 @@ class Log:
         if self.form != "raw" and self.random.random() < 0.5:
             # The end of the process is seldom in the log of a receiver.
             self.entries = [entry for entry in self.entries if ",TENRIK,VM Thread," not in entry.text]
+        level_of = {line.number: line.level for line in base.lines}
+        if earlier and self.random.random() < 0.15:
+            self.restarted = True
+            level_of.update(self.begin_with(self.random.choice(earlier)))
         if variant == 1:
-            self.filter_levels()
+            self.filter_levels(level_of)
         elif variant == 2:
             self.plant_losses()
 
-    def filter_levels(self):
+    def begin_with(self, earlier):
+        """Puts a day of the process before this one at the beginning, on which nothing goes wrong. Returns the
+        levels of its lines, which get numbers of their own."""
+        process = forms.Process(self.random)
+        seconds = earlier.lines[-1].time + self.random.uniform(5, 900)
+        lines = [dataclasses.replace(line, number=EARLIER + line.number, time=line.time - seconds)
+                 for line in earlier.lines]
+        self.entries = [process.entry(line) for line in lines] + self.entries
+        return {line.number: line.level for line in lines}
+
+    def filter_levels(self, level_of):
         self.levels = self.random.choice([name for name in losses.LEVELS if name != "all"])
-        level_of = {line.number: line.level for line in self.base.lines}
         before = len(self.entries)
         self.entries = losses.filtered(self.entries, self.levels, level_of)
         if len(self.entries) < before and not self.is_empty():
@@ -206,6 +221,7 @@ class Log:
             name += ".gz"
         (folder / name).write_bytes(data)
         situation = self.base.situation
+        options["restart"] = self.restarted
         form = "+".join([self.form, *(option for option, is_set in options.items() if is_set)])
         return {"log": name, "seed": self.base.seed, "run": self.base.name, "levels": self.levels,
                 "form": form, "cause": situation.cause, "subject": situation.subject,
@@ -231,8 +247,11 @@ def main():
                         arguments.runs, arguments.part)
     labels = []
     for base in bases:
+        earlier = [other for other in bases if other.situation.cause == "none" and not other.provoked
+                   and is_held_out(other.number) == is_held_out(base.number)]
         for variant in range(VARIANTS):
-            labels.append(Log(copy.deepcopy(base), variant).write(arguments.out, f"{len(labels):03}.log"))
+            log = Log(base, variant, earlier)
+            labels.append(log.write(arguments.out, f"{len(labels):03}.log"))
     (arguments.out / "labels.json").write_text(json.dumps(labels, indent=1) + "\n", encoding="utf-8")
     print(f"{len(labels)} logs of {len(bases)} runs in {time.monotonic() - begun:.0f} s")
 
