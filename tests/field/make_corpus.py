@@ -67,7 +67,7 @@ def run_situation(runner, cause, number, java):
     situation = CAUSES[cause](number, choices, java)
     name = f"{cause}-{number}"
     lines, shown = runner.session(name, situation, seed, choices)
-    if (cause == "none") != is_sound(shown) and cause == "none":
+    if cause == "none" and not is_sound(shown):
         raise RuntimeError(f"{name}: something goes wrong in it")
     return Base(name, number, seed, situation, lines)
 

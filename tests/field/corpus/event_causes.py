@@ -5,6 +5,11 @@ from .java_side import NOTICES, REPLIES, SERVICE, VALUES
 from .situation import Situation
 
 
+# Events of a session whose lines hold its handle, with the names of their handlers.
+SESSION_EVENTS = [("CapStatusNotify", "cap_status_notify"), ("BmlStatusNotify", "bml_status_notify"),
+                  ("PlayErrorNotify", "play_error_notify")]
+
+
 def handler(name):
     return rf",dtvsv_msgid_lib_{name}\(\)"
 
@@ -71,13 +76,10 @@ def unknown_event(number, random, _):
 
 
 def class_missing(number, random, java):
-    cases = [(REPLIES + "BG_EV_DTVSV_SELECT_CHANNEL_REPLY", "select"),
-             (VALUES + "BG_TS_DTVSVLIB_NETWORK_INFO", "select"),
-             (NOTICES + "BG_EV_DTVSV_RECEIVE_SENSITIVITY_NOTIFY", "select"),
-             (VALUES + "BG_TS_DTVSVLIB_PRG_INFO", "select"),
-             (REPLIES + "BG_EV_DTVSV_CREATE_REPLY", "select"),
-             (SERVICE + "BGCallBack", "none")]
-    name, _ = cases[number % len(cases)]
+    names = [REPLIES + "BG_EV_DTVSV_SELECT_CHANNEL_REPLY", VALUES + "BG_TS_DTVSVLIB_NETWORK_INFO",
+             NOTICES + "BG_EV_DTVSV_RECEIVE_SENSITIVITY_NOTIFY", VALUES + "BG_TS_DTVSVLIB_PRG_INFO",
+             REPLIES + "BG_EV_DTVSV_CREATE_REPLY", SERVICE + "BGCallBack"]
+    name = names[number % len(names)]
     day = Day(random).open().select().watch(2)
     return Situation("class-missing", name.rsplit("/", 1)[1], day.steps,
                      [[rf"setJavaClass, Can't find class : {name}$"]], java_side=java.without(name))
@@ -155,9 +157,7 @@ def attach_failed(number, random, _):
 
 
 def event_after_release(number, random, _):
-    cases = [("GoodSensNotify", "good_sens_notify"), ("CapStatusNotify", "cap_status_notify"),
-             ("BmlStatusNotify", "bml_status_notify"), ("PlayErrorNotify", "play_error_notify")]
-    name, function = cases[1 + number % 3]
+    name, function = SESSION_EVENTS[number % len(SESSION_EVENTS)]
     day = opened(random).stop()
     release = ["Release", "Release_Sync"][number % 2]
     day.call(release)
@@ -172,9 +172,7 @@ def event_after_release(number, random, _):
 
 
 def event_without_session(number, random, _):
-    cases = [("CapStatusNotify", "cap_status_notify"), ("BmlStatusNotify", "bml_status_notify"),
-             ("PlayErrorNotify", "play_error_notify")]
-    name, function = cases[number % 3]
+    name, function = SESSION_EVENTS[number % len(SESSION_EVENTS)]
     handle = random.randrange(3, 60)
     day = opened(random).watch(1)
     if number % 2:
