@@ -27,7 +27,8 @@ from corpus.situation import Situation, evidence_numbers  # noqa: E402
 
 CAUSES = {**command_causes.CAUSES, **event_causes.CAUSES}
 RUNS = 6  # of each cause
-MORE_RUNS = {"none": 15, "argument-refused": 12, "command-failed": 12, "slow-reply": 9, "attach-failed": 3}
+MORE_RUNS = {"none": 15, "argument-refused": 12, "command-failed": 12, "slow-reply": 9, "no-reply": 9,
+             "service-stopped": 9, "attach-failed": 3}
 VARIANTS = 3
 EARLIER = 1_000_000  # is added to the numbers of the lines of a process before
 SEEN_BY_TIMES = {"slow-reply"}

@@ -213,9 +213,13 @@ def empty_answer(number, random, _):
 
 def no_reply(number, random, _):
     natives = ["ControlLNA", "SetDisplayAll", "ControlScreenDisplay", "SetTunerLog", "SelectChannel",
-               "ControlDecodeAudio", "StartRec"]
+               "ControlDecodeAudio", "StartRec", "Create"]
     native = natives[number % len(natives)]
-    day = Day(random).open().call("SetDisplayAll", VIDEO, CAPTIONS, DATA).select()
+    day = Day(random)
+    if native == "Create":
+        # The session does not exist: all that follows fails.
+        day.session = 0
+    day.open().call("SetDisplayAll", VIDEO, CAPTIONS, DATA).select()
     day.signal().picture().sound()
     if native == "StartRec":
         day.call("StartRec", 0)
@@ -240,6 +244,12 @@ def slow_reply(number, random, _):
 
 
 def service_stopped(number, random, _):
+    if number % 4 == 1:
+        # Nothing has ever been answered.
+        day = Day(random).open().select().signal().picture().sound().wait(12000)
+        return Situation("service-stopped", None, day.steps,
+                         [[rf"FUNCSTART,{log_name('Create')}\(\)", rf"FUNCSTART,{log_name('ControlLNA')}\(\)",
+                           rf"FUNCSTART,{log_name('SetTunerLog')}\(\)"]], {"stop": {"from": "Create"}})
     day = Day(random).open().select().watch(1)
     natives = [("ControlScreenDisplay", [ON]), ("GetTunerLogStatus", []), ("SelectChannel", [broadcast(24)])]
     first, arguments = natives[number % 3]
