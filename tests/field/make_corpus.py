@@ -67,8 +67,8 @@ def run_situation(runner, cause, number, java):
     choices = random.Random(f"{cause}-{number}")
     situation = CAUSES[cause](number, choices, java)
     name = f"{cause}-{number}"
-    lines, shown = runner.session(name, situation, seed, choices)
-    if cause == "none" and not is_sound(shown):
+    lines, capture = runner.session(name, situation, seed, choices)
+    if cause == "none" and not is_sound(runner.messages(capture)):
         raise RuntimeError(f"{name}: something goes wrong in it")
     return Base(name, number, seed, situation, lines)
 
@@ -76,8 +76,8 @@ def run_situation(runner, cause, number, java):
 def run_evening(runner, number, provoked):
     name = f"evening-{'provoked-' if provoked else ''}{number}"
     city = evening_causes.CITIES[number % len(evening_causes.CITIES)]
-    lines, shown = runner.evening(name, number, city, {}, *([] if provoked else ["--no-refusals"]))
-    if is_sound(shown) == provoked:
+    lines, capture = runner.evening(name, number, city, {}, *([] if provoked else ["--no-refusals"]))
+    if is_sound(runner.messages(capture)) == provoked:
         raise RuntimeError(f"{name}: {'nothing' if provoked else 'something'} goes wrong in it")
     return Base(name, number, number, Situation("none", None, [], []), lines, provoked)
 
@@ -187,7 +187,9 @@ class Log:
         return list(situation.also)
 
     def is_judgeable(self):
-        """Whether the lines that show the cause are in the log."""
+        """Whether the lines that show the cause are in the log; where nothing went wrong, whether it is whole."""
+        if self.base.situation.cause == "none":
+            return not self.losses
         if self.base.situation.cause in SEEN_BY_TIMES and self.form not in forms.TIMED:
             return False
         left = {entry.number for entry in self.entries}
@@ -227,8 +229,9 @@ class Log:
         return {"log": name, "seed": self.base.seed, "run": self.base.name, "levels": self.levels,
                 "form": form, "cause": situation.cause, "subject": situation.subject,
                 "also": self.also(), "losses": sorted(self.losses),
-                "lines": self.evidence_lines(line_of), "judgeable": self.is_judgeable() if situation.cause != "none" else not self.losses,
-                "empty": self.is_empty(), "provoked": self.base.provoked, "held_out": is_held_out(self.base.number)}
+                "lines": self.evidence_lines(line_of), "judgeable": self.is_judgeable(),
+                "empty": self.is_empty(), "provoked": self.base.provoked,
+                "held_out": is_held_out(self.base.number)}
 
 
 def main():

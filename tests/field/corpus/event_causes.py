@@ -197,6 +197,7 @@ CAUSES = {
     "record-size": record_size, "record-count": record_count, "record-text": record_text,
     "unknown-event": unknown_event, "class-missing": class_missing, "method-missing": method_missing,
     "native-missing": native_missing, "load-failed": load_failed, "callback-threw": callback_threw,
-    "thread-table-full": thread_table_full, "attach-failed": attach_failed, "event-after-release": event_after_release,
-    "event-without-session": event_without_session, "none": none,
+    "thread-table-full": thread_table_full, "attach-failed": attach_failed,
+    "event-after-release": event_after_release, "event-without-session": event_without_session,
+    "none": none,
 }

@@ -103,7 +103,7 @@ class Runner:
         return path
 
     def session(self, name, situation, seed, random):
-        """Runs the steps of a situation. Returns the lines, and the messages as the capture has them."""
+        """Runs the steps of a situation. Returns the lines, and the file of the capture."""
         steps = self.file(name + ".steps", "\n".join(situation.steps) + "\n")
         script = self.file(name + ".json", json.dumps({"version": 1, **situation.script})) \
             if situation.script else ""
@@ -119,11 +119,11 @@ class Runner:
         output = run.stderr.decode("utf-8", "surrogateescape")
         if run.returncode != 0:
             raise RuntimeError(f"{name}: status {run.returncode}: {output[-2000:]}")
-        return read_session(output, random), self.messages(capture)
+        return read_session(output, random), capture
 
     def evening(self, name, seed, city, script, *options):
         """An evening in stepped time; its lines have the times at which they were written. A script that is
-        not empty ends it early."""
+        not empty ends it early. Returns the lines, and the file of the capture."""
         if script:
             options += ("--script", self.file(name + ".json", json.dumps({"version": 1, **script})))
         read, write = os.pipe()
@@ -139,7 +139,7 @@ class Runner:
             errors = run.stderr.read().decode()
         if run.returncode not in ((0, 1) if script else (0,)):
             raise RuntimeError(f"{name}: status {run.returncode}: {errors}")
-        return lines, self.messages(capture)
+        return lines, capture
 
     @staticmethod
     def stamped(descriptor):
@@ -152,9 +152,7 @@ class Runner:
         return lines
 
     def messages(self, capture):
-        """What the capture holds, as ./run show --json tells it."""
-        if not capture.exists():
-            return {"messages": [], "unanswered": []}
+        """What a capture holds, as ./run show --json tells it."""
         shown = subprocess.run([self.build / "bin/dtv-show", "--json", capture], capture_output=True,
                                timeout=60, check=False)
         return json.loads(shown.stdout.decode("utf-8", "replace"))
