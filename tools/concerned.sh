@@ -25,6 +25,7 @@ labels_of() {
     desk/show/*) echo show ;;
     desk/* | tests/desk/* | run | test) echo desk ;;
     tools/rows/*) echo rows ;;
+    tests/field/*) echo field ;;
     tests/image/*) echo image ;;
     tests/sources/* | docs/*) echo "sources|desk" ;;
     *) return 1 ;;

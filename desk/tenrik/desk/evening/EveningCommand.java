@@ -40,6 +40,10 @@ public final class EveningCommand implements Callable<Integer> {
     @Option(names = "--json", description = "Shows the figures of the closing table as JSON.")
     private boolean json;
 
+    @Option(names = "--no-refusals",
+            description = "Leaves out the commands that are sent to be refused.")
+    private boolean noRefusals;
+
     /** The command before its options are read. */
     public EveningCommand() {}
 
@@ -65,7 +69,8 @@ public final class EveningCommand implements Callable<Integer> {
     }
 
     private boolean play(Desk desk, Screen screen, Summary summary) throws InterruptedException {
-        CheckedCommands commands = new CheckedCommands(desk.events(), pace, screen, summary);
+        CheckedCommands commands = new CheckedCommands(desk.events(), pace, screen, summary,
+                !noRefusals);
         try {
             return new Evening(desk.service(), commands, screen).play();
         } catch (DeskException failure) {

@@ -102,7 +102,8 @@ final class Summary {
             callbacks.never.forEach(name -> lines.add("    " + name));
             lines.add(row("replies", replies + ", and all said OK"));
             lines.add(row("refusals provoked", refusals.size()
-                    + (ok ? ", and all came back as they should:" : ":")));
+                    + (refusals.isEmpty() ? ""
+                            : ok ? ", and all came back as they should:" : ":")));
             refusals.forEach((what, how) -> lines.add("    " + Columns.fit(what, 44) + " " + how));
             lines.add(row("time taken", String.format("%.1f s, %.1f s on the service's clock",
                     seconds, clock)));

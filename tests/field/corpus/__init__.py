@@ -1,0 +1,1 @@
+"""Logs of the bridge with known causes: how they are made."""
