@@ -1,6 +1,7 @@
 // Reads the packets of a pcapng file, one after the other.
 #pragma once
 
+#include "sessions/block_options.h"
 #include "sessions/bytes.h"
 #include "sessions/input_window.h"
 #include "sessions/moment.h"
@@ -18,6 +19,7 @@ struct Packet {
     Moment time;
     uint32_t original_size = 0; ///< bytes; more than there are when the file has not all of them
     std::vector<uint8_t> data;
+    Notes notes; ///< of the packet's comments
 };
 
 /// Bytes of a file of which no packet could be made.
@@ -37,6 +39,10 @@ public:
 
     /// The next packet, or nothing at the end of the file or at an error.
     std::optional<Packet> next();
+
+    /// What the header of the section that was read last says of the session: docs/capture.md has
+    /// the keys. Empty when it says nothing.
+    const Notes& section() const { return section_; }
 
     /// What is wrong with the file, with the offset in bytes; empty when it was read to its end.
     const std::string& error() const { return error_; }
@@ -66,7 +72,7 @@ private:
     bool canBePacket(uint32_t length) const;
     bool beginSection(const Block& block);
     bool addInterface(const Block& block);
-    bool readOptions(Bytes options, Interface& interface);
+    bool readOptions(Bytes bytes, Interface& interface);
     bool readPacket(const Block& block, Packet& packet);
     bool fail(const std::string& what);
     bool failForGood(const std::string& what);
@@ -81,6 +87,7 @@ private:
     bool whole_ = false;      ///< its lengths are right, so that the next one follows it
     bool other_file_ = false; ///< the error is no damage
     bool big_endian_ = false;
+    Notes section_;
     std::vector<Interface> interfaces_; ///< of the section
     std::string error_;
 };
