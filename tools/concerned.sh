@@ -20,7 +20,9 @@ labels_of() {
     tests/platform/*) echo platform ;;
     simulator/tests/*) echo simulator ;;
     simulator/*) echo "simulator|desk" ;;
-    sessions/*) echo "sessions|show" ;;
+    sessions/*) echo "sessions|show|replay" ;;
+    replay/* | desk/tenrik/desk/replay/* | tests/replay/*) echo replay ;;
+    desk/native/*) echo "desk|replay" ;;
     desk/show/*) echo show ;;
     desk/* | tests/desk/* | run | test) echo desk ;;
     tools/rows/*) echo rows ;;

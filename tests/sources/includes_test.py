@@ -29,8 +29,9 @@ ALLOWED = {
     "simulator/script": ["script/", "messages/", "records/"],
     "simulator": ["./", "script/", "receiver/", "service/", "messages/", "on_air/", "records/",
                   "dtv/exchange.h"],
-    "desk/native": ["simulator.h", "script/", "records/"],
+    "desk/native": ["./", "simulator.h", "script/", "records/", "replay/"],
     "sessions": ["sessions/", "records/"],
+    "replay": ["replay/", "sessions/", "desk/show/", "records/", "dtv/exchange.h"],
     "desk/show": ["desk/show/", "sessions/", "records/"],
     "desk/show/wireshark": ["enumerations.def", "records/"],
 }
@@ -44,7 +45,7 @@ ROOTS = ["src", "simulator", "platform", "."]
 
 
 def sources(root):
-    for top in ("src", "platform", "simulator", "sessions", "desk"):
+    for top in ("src", "platform", "simulator", "sessions", "replay", "desk"):
         for path in sorted((root / top).rglob("*")):
             if path.suffix in (".h", ".cpp", ".def") and "tests" not in path.relative_to(root).parts:
                 yield path
@@ -52,7 +53,8 @@ def sources(root):
 
 def intruders(root):
     """What the tests and tools include of src/ besides the messages, where they may not."""
-    for top in ("tests", "tools", "simulator/tests", "sessions/tests", "desk/show/tests"):
+    for top in ("tests", "tools", "simulator/tests", "sessions/tests", "replay/tests",
+                "desk/show/tests"):
         for path in sorted((root / top).rglob("*")):
             name = str(path.relative_to(root))
             if path.suffix not in (".h", ".cpp") or name in INSIDERS:
