@@ -214,6 +214,7 @@ bool CaptureReader::beginSection(const Block& block) {
     interfaces_.clear();
     ++section_count_;
     countOptions(Bytes{block.body.data(), block.body.size()}.from(12), {kWriter});
+    section_ = readNotes({Bytes{block.body.data(), block.body.size()}.from(12), big_endian_});
     return true;
 }
 
@@ -240,26 +241,21 @@ bool CaptureReader::addInterface(const Block& block) {
     return true;
 }
 
-bool CaptureReader::readOptions(Bytes options, Interface& interface) {
-    while (options.size >= 4) {
-        const unsigned code = number16(options.data);
-        const uint32_t length = number16(options.data + 2);
-        if (code == kNoMoreOptions) {
-            break;
-        }
-        const Bytes value = options.from(4);
-        if (padded(length) > value.size || (code == kTimeResolution && length != 1) ||
-            (code == kTimeOffset && length != 8)) {
-            return fail("option " + std::to_string(code) + " of the interface at byte " +
-                        std::to_string(start_) + " cannot be " + std::to_string(length) +
+bool CaptureReader::readOptions(Bytes bytes, Interface& interface) {
+    BlockOptions options(bytes, big_endian_);
+    while (const std::optional<Option> option = options.next()) {
+        const std::optional<Bytes>& value = option->value;
+        if (!value || (option->code == kTimeResolution && value->size != 1) ||
+            (option->code == kTimeOffset && value->size != 8)) {
+            return fail("option " + std::to_string(option->code) + " of the interface at byte " +
+                        std::to_string(start_) + " cannot be " + std::to_string(option->length) +
                         " bytes long");
         }
-        if (code == kTimeResolution) {
-            interface.resolution = value.data[0];
-        } else if (code == kTimeOffset) {
-            interface.offset = static_cast<int64_t>(number64(value.data));
+        if (option->code == kTimeResolution) {
+            interface.resolution = value->data[0];
+        } else if (option->code == kTimeOffset) {
+            interface.offset = static_cast<int64_t>(number64(value->data));
         }
-        options = value.from(static_cast<size_t>(padded(length)));
     }
     return true;
 }
@@ -287,6 +283,7 @@ bool CaptureReader::readPacket(const Block& block, Packet& packet) {
     packet.time = momentOf(stamp, interfaces_[interface].resolution, interfaces_[interface].offset);
     packet.original_size = number32(body.data + 16);
     packet.data.assign(data.data, data.data + captured);
+    packet.notes = readNotes({data.from(static_cast<size_t>(padded(captured))), big_endian_});
     return true;
 }
 

@@ -1,6 +1,7 @@
 // Reads the packets of a pcapng file, one after the other.
 #pragma once
 
+#include "sessions/block_options.h"
 #include "sessions/bytes.h"
 #include "sessions/input_window.h"
 #include "sessions/moment.h"
@@ -20,6 +21,7 @@ struct Packet {
     Moment time;
     uint32_t original_size = 0; ///< bytes; more than there are when the file has not all of them
     std::vector<uint8_t> data;
+    Notes notes; ///< of the packet's comments
 };
 
 /// Bytes of a file of which no packet could be made.
@@ -39,6 +41,10 @@ public:
 
     /// The next packet, or nothing at the end of the file or at an error.
     std::optional<Packet> next();
+
+    /// What the header of the section that was read last says of the session: docs/capture.md has
+    /// the keys. Empty when it says nothing.
+    const Notes& section() const { return section_; }
 
     /// What is wrong with the file, with the offset in bytes; empty when it was read to its end.
     const std::string& error() const { return error_; }
@@ -73,7 +79,7 @@ private:
     bool canBePacket(uint32_t length) const;
     bool beginSection(const Block& block);
     bool addInterface(const Block& block);
-    bool readOptions(Bytes options, Interface& interface);
+    bool readOptions(Bytes bytes, Interface& interface);
     bool readPacket(const Block& block, Packet& packet);
     void countOptions(Bytes options, std::initializer_list<uint16_t> known);
     bool fail(const std::string& what);
@@ -92,6 +98,7 @@ private:
     uint32_t section_count_ = 0;
     uint64_t passed_blocks_ = 0;
     uint64_t passed_options_ = 0;
+    Notes section_;
     std::vector<Interface> interfaces_; ///< of the section
     std::string error_;
 };

@@ -20,8 +20,11 @@ labels_of() {
     tests/platform/*) echo platform ;;
     simulator/tests/*) echo simulator ;;
     simulator/*) echo "simulator|desk" ;;
-    sessions/*) echo "sessions|show|redact" ;;
+    sessions/*) echo "sessions|show|redact|replay|explain" ;;
     desk/redact/*) echo redact ;;
+    desk/explain/* | tests/field/*) echo explain ;;
+    replay/* | desk/tenrik/desk/replay/* | tests/replay/*) echo replay ;;
+    desk/native/*) echo "desk|replay" ;;
     desk/show/*) echo show ;;
     desk/* | tests/desk/* | run | test) echo desk ;;
     tools/rows/*) echo rows ;;

@@ -1,12 +1,12 @@
 // The natives of tenrik.desk.core.Simulator: they connect the simulator to libDtv.
+#include "java_text.h"
 #include "records/catalogue.h"
-#include "script/script_reader.h"
+#include "service_options.h"
 #include "simulator.h"
 
 #include <gui/Surface.h>
 #include <jni.h>
 
-#include <array>
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
@@ -20,23 +20,8 @@
 
 namespace {
 
-void throwDeskException(JNIEnv* env, const std::string& message) {
-    const jclass exception = env->FindClass("tenrik/desk/core/DeskException");
-    if (exception != nullptr) {
-        env->ThrowNew(exception, message.c_str());
-    }
-}
-
-/// The characters of a Java string; empty, with an exception pending, when there is no memory.
-std::string textOf(JNIEnv* env, jstring string) {
-    const char* characters = env->GetStringUTFChars(string, nullptr);
-    if (characters == nullptr) {
-        return {};
-    }
-    std::string text(characters);
-    env->ReleaseStringUTFChars(string, characters);
-    return text;
-}
+using desk::intArray;
+using desk::textOf;
 
 /// A Wednesday evening in São Paulo, when a run that is to be repeated takes place.
 constexpr std::time_t kRepeatedEvening = 1775080800;
@@ -47,48 +32,11 @@ std::shared_ptr<simulator::Simulator>& service() {
     return instance;
 }
 
-/// Reads what the service begins with; no name, no guide or script. On failure empty, and `error`
-/// says why.
-std::optional<simulator::Options> readOptions(const std::string& table, const std::string& guide,
-                                              const std::string& script, std::string& error) {
-    simulator::Options options;
-    std::optional<simulator::ChannelPlan> plan = simulator::readChannelTable(table, error);
-    if (!plan) {
-        return std::nullopt;
-    }
-    options.plan = std::move(*plan);
-    if (!guide.empty()) {
-        std::optional<simulator::Guide> programmes = simulator::readGuide(guide, error);
-        if (!programmes) {
-            return std::nullopt;
-        }
-        options.guide = std::move(*programmes);
-    }
-    if (!script.empty()) {
-        std::optional<simulator::Script> read = simulator::readScript(script, error);
-        if (!read) {
-            return std::nullopt;
-        }
-        options.script = std::move(*read);
-    }
-    return options;
-}
-
-jobjectArray commandNames(JNIEnv* env) {
-    const std::vector<catalogue::Message>& commands = catalogue::commands();
-    const jclass string = env->FindClass("java/lang/String");
-    if (string == nullptr) {
-        return nullptr;
-    }
-    const jobjectArray names =
-        env->NewObjectArray(static_cast<jsize>(commands.size()), string, nullptr);
-    for (size_t index = 0; names != nullptr && index < commands.size(); ++index) {
-        const jstring name = env->NewStringUTF(commands[index].name.data());
-        if (name == nullptr) {
-            return nullptr;
-        }
-        env->SetObjectArrayElement(names, static_cast<jsize>(index), name);
-        env->DeleteLocalRef(name);
+/// The names of the commands, in the order of their ids.
+std::vector<std::string> commandNames() {
+    std::vector<std::string> names;
+    for (const catalogue::Message& command : catalogue::commands()) {
+        names.emplace_back(command.name);
     }
     return names;
 }
@@ -102,9 +50,9 @@ JNIEXPORT jintArray JNICALL Java_tenrik_desk_core_Simulator_startNative(
     jboolean stepped, jint seed, jboolean repeated) {
     std::string error;
     std::optional<simulator::Options> options =
-        readOptions(textOf(env, table), textOf(env, guide), textOf(env, script), error);
+        desk::readOptions(textOf(env, table), textOf(env, guide), textOf(env, script), error);
     if (!options) {
-        throwDeskException(env, error);
+        desk::throwDeskException(env, error);
         return nullptr;
     }
     options->time_scale = 1.0 / speed;
@@ -116,14 +64,14 @@ JNIEXPORT jintArray JNICALL Java_tenrik_desk_core_Simulator_startNative(
         options->wall_clock = [] { return kRepeatedEvening; };
     }
     const simulator::ChannelPlan& plan = options->plan;
-    const std::array<jint, 4> counts{static_cast<jint>(plan.stations.size()), plan.vhf_entries,
-                                     plan.beyond_entries, plan.unusable_entries};
-    const jintArray result = env->NewIntArray(static_cast<jsize>(counts.size()));
+    const jintArray result =
+        intArray(env, {static_cast<jint>(plan.stations.size()), plan.vhf_entries,
+                       plan.beyond_entries, plan.unusable_entries});
     if (result == nullptr) {
         return nullptr;
     }
-    env->SetIntArrayRegion(result, 0, static_cast<jsize>(counts.size()), counts.data());
-
+    dtv::describeCapture(
+        desk::descriptionOf(textOf(env, table), options->seed, options->wall_clock()));
     service() = std::make_shared<simulator::Simulator>(std::move(*options));
     dtv::setServiceEndpoint(service());
     return result;
@@ -138,7 +86,7 @@ JNIEXPORT jlong JNICALL Java_tenrik_desk_core_Simulator_now(JNIEnv*, jclass) {
 }
 
 JNIEXPORT jobjectArray JNICALL Java_tenrik_desk_core_Simulator_commands(JNIEnv* env, jclass) {
-    return commandNames(env);
+    return desk::stringArray(env, commandNames());
 }
 
 JNIEXPORT jintArray JNICALL Java_tenrik_desk_core_Simulator_arrivals(JNIEnv* env, jclass) {
@@ -146,11 +94,7 @@ JNIEXPORT jintArray JNICALL Java_tenrik_desk_core_Simulator_arrivals(JNIEnv* env
     for (const catalogue::Message& command : catalogue::commands()) {
         counts.push_back(static_cast<jint>(service()->arrivals(command.id)));
     }
-    const jintArray result = env->NewIntArray(static_cast<jsize>(counts.size()));
-    if (result != nullptr) {
-        env->SetIntArrayRegion(result, 0, static_cast<jsize>(counts.size()), counts.data());
-    }
-    return result;
+    return intArray(env, counts);
 }
 
 JNIEXPORT jlong JNICALL Java_tenrik_desk_core_Simulator_mostEventsWaiting(JNIEnv*, jclass) {
@@ -169,7 +113,7 @@ JNIEXPORT void JNICALL Java_tenrik_desk_core_Simulator_redirectStandardOutput(JN
     const std::string name = textOf(env, path);
     std::FILE* file = std::fopen(name.c_str(), "ae");
     if (file == nullptr) {
-        throwDeskException(env, name + ": " + std::strerror(errno));
+        desk::throwDeskException(env, name + ": " + std::strerror(errno));
         return;
     }
     std::setvbuf(file, nullptr, _IOLBF, BUFSIZ);

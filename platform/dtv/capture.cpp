@@ -17,6 +17,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <mutex>
 #include <utility>
 
 namespace dtv {
@@ -28,6 +29,10 @@ constexpr size_t message_header = 36;
 /// The longest packet of the file, in bytes. What a record has beyond it is left out, and the
 /// packet says so.
 constexpr size_t longest_packet = 65536;
+
+/// The longest description of the session, in bytes. A reader looks for damage in a section header
+/// that is longer than a few of these.
+constexpr size_t longest_description = 2000;
 
 /// Little-endian bytes, one after the other, in a room that is large enough for them.
 template <size_t Room>
@@ -51,6 +56,22 @@ public:
 private:
     unsigned char bytes_[Room];
     size_t size_ = 0;
+};
+
+constexpr size_t padded(size_t size) {
+    return (size + 3) / 4 * 4;
+}
+
+/// What the section header says of the session, until it is written. Never destroyed.
+struct Description {
+    std::mutex mutex;
+    std::string lines;
+    bool written = false;
+
+    static Description& instance() {
+        static Description& description = *new Description;
+        return description;
+    }
 };
 
 /// The name of the calling thread, with zero bytes to its end.
@@ -125,11 +146,32 @@ Capture* Capture::open() {
     return capture;
 }
 
+bool Capture::describe(std::string_view lines) {
+    Description& description = Description::instance();
+    const std::lock_guard<std::mutex> lock(description.mutex);
+    if (description.written || lines.size() > longest_description) {
+        return false;
+    }
+    description.lines = lines;
+    return true;
+}
+
+bool describeCapture(std::string_view lines) {
+    return Capture::describe(lines);
+}
+
 /// The section header and the one interface.
 void Capture::writeStart() {
-    Bytes<96> blocks;
+    Description& description = Description::instance();
+    const std::lock_guard<std::mutex> lock(description.mutex);
+    description.written = true;
+    const std::string& lines = description.lines;
+    const size_t comment = lines.empty() ? 0 : 4 + padded(lines.size());
+    const auto section_size = static_cast<uint32_t>(44 + comment);
+
+    Bytes<96 + 4 + padded(longest_description)> blocks;
     blocks.put32(0x0a0d0d0a); // section header block
-    blocks.put32(44);
+    blocks.put32(section_size);
     blocks.put32(0x1a2b3c4d); // the bytes' order
     blocks.put16(1);          // version 1.0
     blocks.put16(0);
@@ -138,8 +180,14 @@ void Capture::writeStart() {
     blocks.put16(4); // shb_userappl
     blocks.put16(6);
     blocks.put("libDtv\0", 8);
+    if (!lines.empty()) {
+        blocks.put16(1); // opt_comment
+        blocks.put16(static_cast<uint16_t>(lines.size()));
+        blocks.put(lines.data(), lines.size());
+        blocks.put("\0\0", padded(lines.size()) - lines.size());
+    }
     blocks.put32(0); // end of the options
-    blocks.put32(44);
+    blocks.put32(section_size);
 
     blocks.put32(1); // interface description block
     blocks.put32(44);

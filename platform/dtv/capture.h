@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace dtv {
 
@@ -20,6 +21,10 @@ public:
     /// The capture of this process, or null when there is none. The variable is read once, by the
     /// first call.
     static Capture* instance();
+
+    /// What the section header says of the session. False when it has been written, or when the
+    /// text is too long for it.
+    static bool describe(std::string_view lines);
 
     /// A command, before the service sees it.
     void command(const Command& command);

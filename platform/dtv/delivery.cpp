@@ -97,14 +97,20 @@ void Delivery::end(const Call& call) {
     }
 }
 
-/// Without the lock: delivers what begin() began, and lets the listener go.
-int Delivery::callListener(Call& call, int event_id, void* data, int size) {
+/// Without the lock: delivers what begin() began, and lets the listener go. `steps` may be null.
+int Delivery::callListener(Call& call, int event_id, void* data, int size, DeliverySteps* steps) {
     ++deliveries_here;
     Capture* const capture = Capture::instance();
     if (capture != nullptr) {
         capture->event(event_id, data, size);
     }
+    if (steps != nullptr) {
+        steps->begins();
+    }
     const int result = call.listener->recvEventFromServer(event_id, data, size);
+    if (steps != nullptr) {
+        steps->ended(result);
+    }
     if (capture != nullptr && result != 0) {
         capture->refusedEvent(event_id, result);
     }
@@ -137,14 +143,14 @@ bool Delivery::post(Event event) {
     return true;
 }
 
-int Delivery::deliver(int event_id, void* data, int size) {
+int Delivery::deliver(int event_id, void* data, int size, DeliverySteps* steps) {
     Call call;
     std::unique_lock<std::mutex> lock(mutex_);
     if (!begin(lock, call)) {
         return noListener;
     }
     lock.unlock();
-    const int result = callListener(call, event_id, data, size);
+    const int result = callListener(call, event_id, data, size, steps);
     lock.lock();
     end(call);
     return result;
@@ -156,7 +162,7 @@ void Delivery::deliverPosted(std::unique_lock<std::mutex>& lock, Event event) {
     Call call;
     if (begin(lock, call)) {
         lock.unlock();
-        callListener(call, event.id, event.record.get(), event.size);
+        callListener(call, event.id, event.record.get(), event.size, nullptr);
         event.record.reset();
         lockSoon(lock);
         end(call);
@@ -238,7 +244,13 @@ bool postEvent(int event_id, const void* data, int size) {
 }
 
 int deliverEvent(int event_id, void* data, int size) {
-    return Delivery::instance().deliver(event_id, data, size);
+    return Delivery::instance().deliver(event_id, data, size, nullptr);
+}
+
+DeliverySteps::~DeliverySteps() = default;
+
+int deliverEvent(int event_id, void* data, int size, DeliverySteps& steps) {
+    return Delivery::instance().deliver(event_id, data, size, &steps);
 }
 
 void setDeliveryThreads(int count) {

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "admission.h"
+#include "exchange.h"
 #include "short_wait.h"
 
 #include <DtvSvLibListener.h>
@@ -49,7 +50,7 @@ public:
     void setListener(DtvSvLibListener* listener);
     void unsetListener(const DtvSvLibListener* listener);
     bool post(Event event);
-    int deliver(int event_id, void* data, int size);
+    int deliver(int event_id, void* data, int size, DeliverySteps* steps);
     void setThreads(int count);
     bool waitUntilDelivered(std::chrono::milliseconds limit);
     size_t mostWaiting();
@@ -79,7 +80,7 @@ private:
     bool hasOwnedListener() const;
     bool begin(std::unique_lock<std::mutex>& lock, Call& call);
     void end(const Call& call);
-    int callListener(Call& call, int event_id, void* data, int size);
+    int callListener(Call& call, int event_id, void* data, int size, DeliverySteps* steps);
     void startThreads();
     void noteProgress();
     uint64_t firstUndelivered() const;

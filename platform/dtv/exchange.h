@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #define DTV_EXPORT __attribute__((visibility("default")))
 
@@ -44,6 +45,11 @@ public:
 
     /// Takes a synchronous command and answers it before it returns. 0 when answered.
     virtual int onSynchronousCommand(const Command& command, const Reply& reply) = 0;
+
+    /// The command that this thread sent last is about to return to its sender; the capture has
+    /// what it returned. For a service that keeps an order over several threads. Does nothing by
+    /// default.
+    virtual void onReturned(int message_id);
 };
 
 /// Sets the service that takes the commands. Null removes it: sends return -1 then. A call that is
@@ -59,6 +65,19 @@ DTV_EXPORT bool postEvent(int event_id, const void* data, int size);
 /// libDtv's own are, or null.
 DTV_EXPORT int deliverEvent(int event_id, void* data, int size);
 constexpr int noListener = -1000;
+
+/// The steps of a delivery, on the thread that delivers.
+class DTV_EXPORT DeliverySteps {
+public:
+    virtual ~DeliverySteps();
+    /// The capture has the event, and the listener gets it next.
+    virtual void begins() = 0;
+    /// The listener has returned `result`. A refusal is captured after this.
+    virtual void ended(int result) = 0;
+};
+
+/// The same, and says when each step is reached. None is when the answer is noListener.
+DTV_EXPORT int deliverEvent(int event_id, void* data, int size, DeliverySteps& steps);
 
 /// Sets the number of threads that deliver events; 1 at first. It only grows, because the bridge
 /// never forgets a thread.
@@ -86,6 +105,11 @@ DTV_EXPORT size_t mostWaiting();
 /// detach from the VM as they end). Final: nothing is delivered afterwards. To be called before the
 /// VM is destroyed.
 DTV_EXPORT void stopDelivery();
+
+/// Sets what the capture's section header says of the session, in lines of the form `key=value`:
+/// docs/capture.md has the keys. To be called before the first listener is made. False, and nothing
+/// is changed, when the capture has begun, or when the text is longer than 2000 bytes.
+DTV_EXPORT bool describeCapture(std::string_view lines);
 
 /// One log line, as it was handed to DtvSvCom_Log.
 struct LogLine {

@@ -38,10 +38,7 @@ int replyCapacity(int message_id) {
                                                   : static_cast<int>(sizeof(TS_COMMON_SYNC_REPLY));
 }
 
-int handOver(const Command& command, void* reply, int* reply_size) {
-    // A reference of its own, so that an endpoint that is taken away lives until its call has
-    // ended.
-    const std::shared_ptr<ServiceEndpoint> endpoint = currentEndpoint();
+int handOver(ServiceEndpoint* endpoint, const Command& command, void* reply, int* reply_size) {
     if (endpoint == nullptr) {
         return -1;
     }
@@ -54,15 +51,20 @@ int handOver(const Command& command, void* reply, int* reply_size) {
 
 int send(const Command& command, void* reply, int* reply_size) {
     Capture* const capture = Capture::instance();
-    if (capture == nullptr) {
-        return handOver(command, reply, reply_size);
+    if (capture != nullptr) {
+        capture->command(command);
     }
-    capture->command(command);
-    const int result = handOver(command, reply, reply_size);
-    if (reply != nullptr || result != 0) {
+    // A reference of its own, so that an endpoint that is taken away lives until its call has
+    // ended.
+    const std::shared_ptr<ServiceEndpoint> endpoint = currentEndpoint();
+    const int result = handOver(endpoint.get(), command, reply, reply_size);
+    if (capture != nullptr && (reply != nullptr || result != 0)) {
         // A service that leaves the size alone leaves there what the sender had put: 0.
         const int size = reply != nullptr && reply_size != nullptr ? *reply_size : 0;
         capture->answer(command.message_id, result, reply, size, replyCapacity(command.message_id));
+    }
+    if (endpoint != nullptr) {
+        endpoint->onReturned(command.message_id);
     }
     return result;
 }
@@ -70,6 +72,8 @@ int send(const Command& command, void* reply, int* reply_size) {
 } // namespace
 
 ServiceEndpoint::~ServiceEndpoint() = default;
+
+void ServiceEndpoint::onReturned(int) {}
 
 void setServiceEndpoint(std::shared_ptr<ServiceEndpoint> endpoint) {
     {

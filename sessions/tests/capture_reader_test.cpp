@@ -60,6 +60,48 @@ TEST(CaptureReader, ReadsLittleEndianSections) {
     EXPECT_EQ(file.packets[1].offset, 96u);
 }
 
+/// A section whose comments are "city=a\nx\n=y\nseed=" and "seed=20=1".
+constexpr char kNotedSection[] = "0a0d0d0a 48000000 4d3c2b1a 0100 0000 ffffffffffffffff "
+                                 "0100 0f00 636974793d610a780a3d790a736565 00 "
+                                 "0400 0200 61620000 "
+                                 "0100 0900 736565643d32303d31 000000 48000000 ";
+
+TEST(CaptureReader, ReadsTheNotesOfASection) {
+    std::istringstream file(asString(fromHex(std::string(kNotedSection) + kInterface + kPacket +
+                                             kSection + kInterface + kPacket)));
+    CaptureReader reader(file);
+    EXPECT_TRUE(reader.section().empty());
+    ASSERT_TRUE(reader.next().has_value());
+    EXPECT_EQ(reader.section(), (sessions::Notes{{"city", "a"}, {"seed", "20=1"}}));
+    EXPECT_EQ(*sessions::valueOf(reader.section(), "seed"), "20=1");
+    EXPECT_EQ(sessions::valueOf(reader.section(), "clock"), nullptr);
+    ASSERT_TRUE(reader.next().has_value());
+    EXPECT_TRUE(reader.section().empty()) << "they end with their section";
+    EXPECT_FALSE(reader.next().has_value());
+    EXPECT_EQ(reader.error(), "");
+}
+
+TEST(CaptureReader, ReadsTheNotesOfAPacket) {
+    const Contents file = read(std::string(kSection) + kInterface +
+                               "06000000 2c000000 00000000 00000000 02ca9a3b 01000000 01000000 "
+                               "aa000000 0100 0300 613d6200 2c000000" +
+                               kPacket);
+    EXPECT_EQ(file.error, "");
+    ASSERT_EQ(file.packets.size(), 2u);
+    EXPECT_EQ(file.packets[0].notes, (sessions::Notes{{"a", "b"}}));
+    EXPECT_TRUE(file.packets[1].notes.empty());
+}
+
+TEST(CaptureReader, PassesOverDamagedOptionsOfSectionsAndPackets) {
+    const Contents file =
+        read("0a0d0d0a 20000000 4d3c2b1a 0100 0000 ffffffffffffffff 0100 0900 20000000 " +
+             std::string(kInterface) +
+             "06000000 28000000 00000000 00000000 02ca9a3b 01000000 01000000 "
+             "aa000000 0100 0500 28000000");
+    EXPECT_EQ(file.error, "");
+    EXPECT_EQ(file.packets.size(), 1u);
+}
+
 TEST(CaptureReader, ReadsBigEndianSections) {
     const Contents file = read("0a0d0d0a 0000001c 1a2b3c4d 0001 0000 ffffffffffffffff 0000001c"
                                "00000001 00000020 0093 0000 00010000 0009 0001 03000000"

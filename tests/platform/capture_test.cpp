@@ -65,6 +65,30 @@ TEST_F(CaptureBytes, ReplacesAnOldFileAndBeginsWithOneInterface) {
             0200 0600 6c6962447476 0000 0900 0100 09000000 0000 0000 2c000000)"));
 }
 
+TEST_F(CaptureBytes, SaysInItsSectionHeaderWhatTheSessionIs) {
+    inChild([&] {
+        EXPECT_TRUE(dtv::describeCapture("seed=1"));
+        EXPECT_FALSE(dtv::describeCapture(std::string(2001, 'x')));
+        EXPECT_TRUE(dtv::describeCapture("city=a\nseed=20"));
+        const sp<ListenerDouble> listener = new ListenerDouble;
+        EXPECT_FALSE(dtv::describeCapture("too=late"));
+    });
+    EXPECT_EQ(hex(file()), block(R"(
+        0a0d0d0a 40000000 4d3c2b1a 0100 0000 ffffffffffffffff
+            0400 0600 6c6962447476 0000
+            0100 0e00 636974793d61 0a 736565643d3230 0000 0000 0000 40000000
+        01000000 2c000000 9300 0000 00000100
+            0200 0600 6c6962447476 0000 0900 0100 09000000 0000 0000 2c000000)"));
+}
+
+TEST_F(CaptureBytes, TakesTheLongestDescription) {
+    inChild([&] {
+        EXPECT_TRUE(dtv::describeCapture(std::string(2000, 'x')));
+        const sp<ListenerDouble> listener = new ListenerDouble;
+    });
+    EXPECT_EQ(file().size(), 88u + 4 + 2000);
+}
+
 TEST_F(CaptureBytes, HasCommandsAndWhatTheyReturned) {
     const auto before = std::chrono::system_clock::now().time_since_epoch();
     inChild([&] {

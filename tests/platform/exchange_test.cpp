@@ -69,6 +69,54 @@ TEST_F(Exchange, DeliversOnTheCallingThreadAsItIs) {
     EXPECT_EQ(listener->threads, std::set<pthread_t>{pthread_self()});
 }
 
+/// Notes the steps of a delivery, with what the listener has had by then.
+class NotedSteps : public dtv::DeliverySteps {
+public:
+    explicit NotedSteps(ListenerDouble& listener) : listener_(listener) {}
+    void begins() override { note("begins"); }
+    void ended(int result) override { note("ended " + std::to_string(result)); }
+
+    std::vector<std::string> steps;
+
+private:
+    void note(const std::string& step) {
+        steps.push_back(step + " with " + std::to_string(listener_.events.size()));
+    }
+
+    ListenerDouble& listener_;
+};
+
+TEST_F(Exchange, SaysWhichStepOfADeliveryIsReached) {
+    const sp<ListenerDouble> listener = new ListenerDouble;
+    listener->answer = 42;
+    NotedSteps steps(*listener);
+    char eight[8] = {};
+    EXPECT_EQ(dtv::deliverEvent(1, eight, 8, steps), 42);
+    EXPECT_THAT(steps.steps, testing::ElementsAre("begins with 0", "ended 42 with 1"));
+}
+
+/// Notes which commands have returned.
+class ReturningService : public dtv::ServiceEndpoint {
+public:
+    int onCommand(const dtv::Command&) override { return 3; }
+    int onSynchronousCommand(const dtv::Command&, const dtv::Reply&) override { return 0; }
+    void onReturned(int message_id) override { returned.push_back(message_id); }
+
+    std::vector<int> returned;
+};
+
+TEST_F(Exchange, TellsTheServiceThatACommandReturns) {
+    const sp<ListenerDouble> listener = new ListenerDouble;
+    const auto service = std::make_shared<ReturningService>();
+    dtv::setServiceEndpoint(service);
+    char record[8] = {};
+    int size = 0;
+    EXPECT_EQ(listener->sendEventToServer(0x10000006, record, 8, nullptr, nullptr), 3);
+    EXPECT_EQ(listener->sendEventToServer(0x10000038, record, 2, record, &size), 0);
+    EXPECT_THAT(service->returned, testing::ElementsAre(0x10000006, 0x10000038));
+    dtv::setServiceEndpoint(nullptr);
+}
+
 TEST_F(Exchange, DeliversNothingWithoutAListener) {
     char eight[8] = {};
     listener = nullptr;

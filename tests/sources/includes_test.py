@@ -29,9 +29,13 @@ ALLOWED = {
     "simulator/script": ["script/", "messages/", "records/"],
     "simulator": ["./", "script/", "receiver/", "service/", "messages/", "on_air/", "records/",
                   "dtv/exchange.h"],
-    "desk/native": ["simulator.h", "script/", "records/"],
+    "desk/native": ["./", "simulator.h", "script/", "records/", "replay/"],
     "sessions": ["sessions/", "records/"],
+    "sessions/log": ["sessions/", "records/", "commands/native_table.def", "trace_calls.def"],
     "desk/redact": ["desk/redact/", "sessions/", "records/"],
+    "replay": ["replay/", "sessions/", "desk/show/", "records/", "dtv/exchange.h"],
+    "desk/explain": ["desk/explain/", "desk/show/", "sessions/", "records/",
+                     "binding/class_table.def"],
     "desk/show": ["desk/show/", "sessions/", "records/"],
     "desk/show/wireshark": ["enumerations.def", "records/"],
 }
@@ -45,7 +49,7 @@ ROOTS = ["src", "simulator", "platform", "."]
 
 
 def sources(root):
-    for top in ("src", "platform", "simulator", "sessions", "desk"):
+    for top in ("src", "platform", "simulator", "sessions", "replay", "desk"):
         for path in sorted((root / top).rglob("*")):
             if path.suffix in (".h", ".cpp", ".def") and "tests" not in path.relative_to(root).parts:
                 yield path
@@ -53,8 +57,8 @@ def sources(root):
 
 def intruders(root):
     """What the tests and tools include of src/ besides the messages, where they may not."""
-    for top in ("tests", "tools", "simulator/tests", "sessions/tests", "desk/redact/tests",
-                "desk/show/tests"):
+    for top in ("tests", "tools", "simulator/tests", "sessions/tests", "replay/tests",
+                "desk/explain/tests", "desk/redact/tests", "desk/show/tests"):
         for path in sorted((root / top).rglob("*")):
             name = str(path.relative_to(root))
             if path.suffix not in (".h", ".cpp") or name in INSIDERS:

@@ -14,13 +14,14 @@ import tenrik.desk.core.ExitStatus;
 import tenrik.desk.core.ProgramVersion;
 import tenrik.desk.core.StandardStreams;
 import tenrik.desk.evening.EveningCommand;
+import tenrik.desk.replay.ReplayCommand;
 import tenrik.desk.shell.ShellCommand;
 
 /**
  * The receiver at the desk: puts the stations of a channel table on the air and uses the bridge as
  * the Java service layer does.
  */
-@Command(name = "run", subcommands = {EveningCommand.class, ShellCommand.class},
+@Command(name = "run", subcommands = {EveningCommand.class, ShellCommand.class, ReplayCommand.class},
         versionProvider = ProgramVersion.class)
 public final class Main {
     @Option(names = "--version", versionHelp = true,
