@@ -10,10 +10,10 @@ const char* nameOf(Severity severity) {
         return "error";
     case Severity::kWarning:
         return "warning";
-    case Severity::kRefused:
+    case Severity::kProvoked:
         break;
     }
-    return "refused";
+    return "provoked";
 }
 
 const std::vector<RuleText>& allRules() {

@@ -12,7 +12,7 @@ namespace explain {
 enum class Severity : uint8_t {
     kError,
     kWarning,
-    kRefused, ///< what the Java side asked for is not allowed, and was refused as it has to be
+    kProvoked, ///< what the Java side asked for is not allowed, and was refused as it has to be
 };
 const char* nameOf(Severity severity);
 

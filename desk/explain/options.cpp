@@ -25,7 +25,7 @@ standard input. Of several files or a folder it counts the first causes.
 
   --json           one JSON document, see docs/field.md
   --only WHAT      the findings of a rule (no-reply), of a severity (error,
-                   warning, refused), or of a message (SelectChannel)
+                   warning, provoked), or of a message (SelectChannel)
   --around LINE    the lines around one, and the call that it belongs to
   --slow SECONDS   how long an answer may take before it is slow (default: 1)
   --ndjson FILE    writes an object for each log, session and finding to a file

@@ -29,7 +29,7 @@ constexpr TraceLevel DEBUG = TraceLevel::kDebug;
 constexpr TraceCall kTraceCalls[] = {
 #define TRACE_CALL(level, function, file, line, format)                                            \
     {level_word::level, function, file, line, format},
-#include "trace_calls.def"
+#include <trace_calls.def>
 #undef TRACE_CALL
 };
 
