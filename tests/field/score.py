@@ -53,9 +53,10 @@ class Verdict:
 
     @property
     def names_subject(self):
-        """Whether the subject is that of the label. A class may have its packages before it."""
+        """Whether the subject names that of the label. A class may have its packages before it, and a member
+        its class."""
         subject = self.first.get("subject") if self.first else None
-        return subject is not None and subject.replace(".", "/").rsplit("/", 1)[-1] == self.label["subject"]
+        return subject is not None and self.label["subject"] in subject.replace(".", "/").split("/")
 
     @property
     def is_called_clean(self):
