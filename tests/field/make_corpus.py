@@ -119,7 +119,7 @@ class Log:
         self.base = base
         self.restarted = False
         self.random = random.Random(f"{base.name}-{variant}")
-        self.process = forms.Process(self.random)
+        self.process = forms.Process(base.lines, self.random)
         self.form = self.random.choice(forms.FORMS + ["raw", "threadtime", "threadtime"])
         if base.situation.cause in SEEN_BY_TIMES and self.random.random() < 0.8:
             self.form = self.random.choice(sorted(forms.TIMED))
@@ -141,7 +141,7 @@ class Log:
     def begin_with(self, earlier):
         """Puts a day of the process before this one at the beginning, on which nothing goes wrong. Returns the
         levels of its lines, which get numbers of their own."""
-        process = forms.Process(self.random)
+        process = forms.Process(earlier.lines, self.random)
         seconds = earlier.lines[-1].time + self.random.uniform(5, 900)
         lines = [dataclasses.replace(line, number=EARLIER + line.number, time=line.time - seconds)
                  for line in earlier.lines]
@@ -161,6 +161,8 @@ class Log:
         if self.base.situation.cause in SEEN_BY_TIMES:
             kinds = [kind for kind in kinds if kind not in losses.TIMES]
         self.random.shuffle(kinds)
+        if not kept and self.random.random() < 0.5:
+            kinds.sort(key=lambda kind: kind != "command-without-reply")
         wanted = 1 + (self.random.random() < 0.3)
         for kind in kinds:
             if len(self.losses) == wanted:

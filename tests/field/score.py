@@ -19,10 +19,12 @@ import sys
 import tempfile
 
 LEAST = 0.95
+FEW = 20  # of fewer logs than these, one may be wrong
 TIMEOUT = 60  # seconds for a log
 # A gap and a clock that was set look alike.
 NAMED_AS = {"gap": {"gap", "time-jump"}, "time-jump": {"gap", "time-jump"}}
 STATUS_CLEAN = 0
+TOLD_AS_REFUSAL = {"provoked", "refused", "info"}
 
 
 class Verdict:
@@ -51,9 +53,10 @@ class Verdict:
 
     @property
     def names_subject(self):
-        """Whether the subject is that of the label. A class may have its packages before it."""
+        """Whether the subject names that of the label. A class may have its packages before it, and a member
+        its class."""
         subject = self.first.get("subject") if self.first else None
-        return subject is not None and subject.replace(".", "/").rsplit("/", 1)[-1] == self.label["subject"]
+        return subject is not None and self.label["subject"] in subject.replace(".", "/").split("/")
 
     @property
     def is_called_clean(self):
@@ -107,7 +110,7 @@ class Table:
     def require(self, name, part, whole, least=LEAST):
         value = share(part, whole)
         print(f"{name:<44} {part:4} of {whole:4} {percent(value)}")
-        if value is not None and value < least:
+        if value is not None and value < least and not (whole < FEW and whole - part <= 1):
             self.too_low.append(name)
 
     def require_none(self, name, count):
@@ -173,7 +176,7 @@ def print_part(title, verdicts, table):
     provoked = [verdict for verdict in verdicts
                 if verdict.label["provoked"] and not verdict.label["losses"]]
     table.require(f"{title}: provoked refusals said to be so",
-                  sum(all(finding["severity"] in ("provoked", "info") for finding in verdict.findings)
+                  sum(all(finding["severity"] in TOLD_AS_REFUSAL for finding in verdict.findings)
                       for verdict in provoked), len(provoked))
 
 
@@ -221,7 +224,8 @@ def main():
     parser.add_argument("corpus", type=pathlib.Path, nargs="?")
     parser.add_argument("--cities", type=int, default=0)
     parser.add_argument("--build", type=pathlib.Path)
-    parser.add_argument("--analyser", nargs="+", required=True)
+    parser.add_argument("--analyser", nargs=argparse.REMAINDER, required=True,
+                        help="the command, with its options; the last option here")
     arguments = parser.parse_args()
     if not arguments.corpus and not (arguments.cities and arguments.build):
         parser.error("a corpus is needed, or --cities and --build")

@@ -73,7 +73,8 @@ def java_field_missing(number, random, java):
         return Situation("java-field-missing", None, opened(random).watch(2).steps,
                          [[r",getRetCode\(\), *\d+,RESULT's field_id is NULL"]],
                          java_side=java.renamed(VALUES + "BG_TE_DTVSVLIB_RESULT", "DTVSVLIB_RESULT_OK",
-                                                "DTVSVLIB_RESULT_0K"))
+                                                "DTVSVLIB_RESULT_0K"),
+                         also=("result-not-made",))
     cases = [
         ("BROADCAST_INFO", "service_no", "service_nr", "SelectChannel",
          lambda: [{"physical_channel": 32, "service_nr": 0}], "service_no fieldID is NULL"),

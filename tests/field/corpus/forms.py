@@ -1,6 +1,7 @@
 """The forms in which people have a log: the desk's own trace, the text forms of logcat, and what is
 around them."""
 import datetime
+import re
 
 
 # The members of the listener, which write under its name; everything else writes as the natives do.
@@ -38,8 +39,10 @@ class Entry:
 class Process:
     """Numbers of the process and its threads on the receiver, and the time at which the run began."""
 
-    def __init__(self, random):
-        self.pid = random.randrange(700, 32000)
+    def __init__(self, lines, random):
+        # The bridge writes the number of its process when it is loaded.
+        numbers = (re.search(r"JNI_OnLoad\(\), *\d+,pid = (\d+)", line.text) for line in lines)
+        self.pid = next(int(number[1]) for number in numbers if number)
         self.tids = {}
         self.begin = datetime.datetime(2012, random.randrange(1, 12), random.randrange(1, 28),
                                        random.randrange(0, 23), random.randrange(0, 59),

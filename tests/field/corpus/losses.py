@@ -93,12 +93,12 @@ def delete_block(entries, place):
 
 
 def without_reply(entries, random, kept):
-    """The lines of a reply event are not there. Only after what shows the cause: a reply that is missing
-    before it could be the cause itself."""
-    last = max((index for index, entry in enumerate(entries) if entry.number in kept), default=0)
+    """The lines of a reply event are not there. Only where nothing else goes wrong: a reply that never came
+    leaves the same lines."""
+    if kept:
+        return False
     replies = [place for place in events(entries)
-               if place[0] > last
-               and any(REPLY.search(entry.text) for entry in entries[place[0]:place[1]])]
+               if any(REPLY.search(entry.text) for entry in entries[place[0]:place[1]])]
     place = choose(replies, entries, kept, random)
     if place is None:
         return False
@@ -106,13 +106,25 @@ def without_reply(entries, random, kept):
     return True
 
 
-ANSWERED = re.compile(r"FUNCSTART,dtvSvLib(SelectChannel|ControlLNA|GetTunerLogStatus|SetDisplayAll|"
-                      r"ControlScreenDisplay|StartRec|SetSoundVideoDelay)\(\)")
+# Commands that a reply event answers, with the ids of the events.
+ANSWERED = {"SelectChannel": "54", "ControlLNA": "65", "GetTunerLogStatus": "67", "SetDisplayAll": "56",
+            "ControlScreenDisplay": "5c", "StartRec": "6b", "SetSoundVideoDelay": "60"}
+
+
+def is_answered(entries, place):
+    """Whether a command's reply is in the log, before the next command of its kind."""
+    native = NATIVE.search(entries[place[0]].text)[3].removeprefix("dtvSvLib")
+    for entry in entries[place[1]:]:
+        if f"FUNCSTART,dtvSvLib{native}()" in entry.text:
+            return False
+        if native in ANSWERED and f"event_id = 100000{ANSWERED[native]}," in entry.text:
+            return True
+    return False
 
 
 def without_command(entries, random, kept):
     """The lines of a command that is answered by an event are not there."""
-    places = [place for place in commands(entries) if ANSWERED.search(entries[place[0]].text)]
+    places = [place for place in commands(entries) if is_answered(entries, place)]
     place = choose(places, entries, kept, random)
     if place is None:
         return False
