@@ -18,6 +18,9 @@ using sessions::Message;
 using sessions::Step;
 using Kind = Message::Kind;
 
+/// The result that says that an argument is not accepted.
+constexpr int64_t kParamNg = 5;
+
 /// A service that has stopped leaves this many commands at least.
 constexpr size_t kFewestOfStop = 2;
 
@@ -48,6 +51,7 @@ bool isFailure(Rule rule) {
     case Rule::kNoReply:
     case Rule::kCommandNotTaken:
     case Rule::kCommandFailed:
+    case Rule::kArgumentRejected:
     case Rule::kEmptyAnswer:
     case Rule::kArgumentRefused:
     case Rule::kSurfaceRefused:
@@ -85,6 +89,11 @@ Analysis::Entry& Analysis::add(Rule rule, const std::string& subject, const std:
         entry.relations = relations;
         if (relations.handle) {
             entry.relations.failed = failed_[*relations.handle];
+            for (const auto& [number, sent] : sent_) {
+                if (sent.handle == relations.handle) {
+                    entry.relations.failed.insert(sent.name); // it has no answer yet
+                }
+            }
         }
     }
     if (relations.handle && isFailure(rule)) {
@@ -159,12 +168,20 @@ void Analysis::pass(const Message& message, const Place& place) {
 void Analysis::passCommand(const Message& message, const sessions::Link& link, const Place& place) {
     if (link.session && message.id != command_id::kCreate) {
         checkSession(message, *link.session, place);
-        checkOrder(message, *link.session, place);
     }
+    Sent sent{nameOf(message.id), place, message.thread_name, handleOf(link), message.time};
+    sent.out_of_place =
+        link.session && isOpen(*link.session) && !order_[*link.session].allows(message);
     const catalogue::Message* const known = catalogue::find(message.id);
     if (known != nullptr && (known->reply != nullptr || known->reply_event != 0)) {
-        sent_[link.number] = {nameOf(message.id), place, message.thread_name, handleOf(link)};
+        sent_[link.number] = sent;
     }
+    last_sent_[message.thread_id] = sent;
+}
+
+bool Analysis::isOpen(int handle) const {
+    const auto session = sessions_.find(handle);
+    return session != sessions_.end() && !session->second;
 }
 
 bool Analysis::isReleased(int handle) const {
@@ -179,7 +196,14 @@ void Analysis::checkSession(const Message& message, int handle, const Place& pla
     relations.handle = handle;
     relations.command = command ? pairing_.count() : 0;
     if (session == sessions_.end()) {
-        if (covers_sessions_) {
+        if (const auto create = waitingCreate(); !command && create != sent_.end()) {
+            // It was opened, or the service would not name it: its reply is missing in the log.
+            coverage_.mark(LossKind::kCommandWithoutReply, create->second.place.line,
+                           "a Create without its reply, though its session was opened");
+            sent_.erase(create);
+            sessions_[handle] = false;
+            story_.opened(handle, place.line);
+        } else if (covers_sessions_) {
             add(command ? Rule::kCommandWithoutSession : Rule::kEventWithoutSession,
                 nameOf(message.id), std::to_string(handle), place, relations, message.thread_name);
         }
@@ -189,32 +213,36 @@ void Analysis::checkSession(const Message& message, int handle, const Place& pla
     }
 }
 
-/// What a command needs to have happened in its session.
-void Analysis::checkOrder(const Message& message, int handle, const Place& place) {
-    const bool known = sessions_.count(handle) != 0 && !isReleased(handle);
-    if (!known || order_[handle].allows(message.id)) {
+/// The oldest Create that has no reply.
+std::map<uint64_t, Analysis::Sent>::iterator Analysis::waitingCreate() {
+    return std::find_if(sent_.begin(), sent_.end(),
+                        [](const auto& sent) { return sent.second.name == "Create"; });
+}
+
+/// A command that failed, and needs what has not happened in its session.
+void Analysis::checkOrder(const Sent& command, uint64_t number) {
+    if (!command.out_of_place) {
         return;
     }
     Relations relations;
-    relations.handle = handle;
-    relations.command = pairing_.count();
-    add(Rule::kCommandOutOfPlace, nameOf(message.id), {}, place, relations, message.thread_name);
+    relations.handle = command.handle;
+    relations.command = number;
+    add(Rule::kCommandOutOfPlace, command.name, {}, command.place, relations, command.thread);
 }
 
 void Analysis::passAnswer(const Message& message, const sessions::Link& link, const Place& place) {
     const catalogue::Message* const known = catalogue::find(message.id);
     answered(message, link, place.line);
     const auto sent = sent_.find(link.partner);
-    const Sent command = sent != sent_.end()
-                             ? sent->second
-                             : Sent{nameOf(message.id), place, message.thread_name, handleOf(link)};
+    const Sent command = sent != sent_.end() ? sent->second : last_sent_[message.thread_id];
     Relations relations;
     relations.handle = command.handle;
     relations.command = link.partner;
     if (message.value != 0) {
         Place where = place;
         where.text = "ret = " + std::to_string(message.value);
-        add(Rule::kCommandNotTaken, command.name, {}, where, relations, message.thread_name);
+        checkOrder(command, link.partner);
+        add(Rule::kCommandNotTaken, nameOf(message.id), {}, where, relations, message.thread_name);
         not_taken_.push_back(command);
     } else if (known != nullptr && known->reply != nullptr) {
         if (message.size == 0) {
@@ -257,7 +285,25 @@ void Analysis::checkResult(const Message& message, const sessions::Link& link,
     Relations relations;
     relations.handle = handleOf(link);
     relations.command = link.partner;
-    add(Rule::kCommandFailed, subject, where.text, where, relations, message.thread_name);
+    if (sent != sent_.end()) {
+        checkOrder(sent->second, link.partner);
+    }
+    add(*result == kParamNg ? Rule::kArgumentRejected : Rule::kCommandFailed, subject, where.text,
+        where, relations, message.thread_name);
+}
+
+/// How long the service took at least, in nanoseconds: of several equal commands that wait, the
+/// answer may be that of the youngest.
+int64_t Analysis::shortestWait(const Message& message, const sessions::Link& link,
+                               const Sent& command) const {
+    int64_t shortest = *link.latency;
+    for (const auto& [number, sent] : sent_) {
+        if (link.ambiguous && sent.name == command.name && sent.handle == command.handle) {
+            const auto passed = sessions::nanosecondsBetween(sent.time, message.time);
+            shortest = std::min(shortest, passed.value_or(shortest));
+        }
+    }
+    return shortest;
 }
 
 /// Counts how long an answer took.
@@ -268,8 +314,13 @@ void Analysis::answered(const Message& message, const sessions::Link& link, uint
         return;
     }
     const Sent& command = sent->second;
+    const uint64_t jump = coverage_.lastJump();
+    if (jump > command.place.line && jump <= line) {
+        return; // the time between the two is not known
+    }
+    longest_latency_ = std::max(longest_latency_, *link.latency);
     latencies_[command.name].add(*link.latency, command.place.line);
-    if (*link.latency < slow_) {
+    if (shortestWait(message, link, command) < slow_) {
         return;
     }
     Relations relations;
@@ -284,6 +335,11 @@ void Analysis::passEvent(const Message& message, const sessions::Link& link, con
     last_event_ = std::max(last_event_, place.line);
     not_taken_.clear();
     const catalogue::Message* const known = catalogue::find(message.id);
+    if (message.id == 0) {
+        // The line with its number is missing: it may be any reply, of any session.
+        knows_replies_ = false;
+        covers_sessions_ = false;
+    }
     if (known == nullptr && message.id != 0) {
         Relations relations;
         add(Rule::kUnknownEvent, nameOf(message.id), {}, place, relations, message.thread_name);
@@ -299,6 +355,10 @@ void Analysis::passEvent(const Message& message, const sessions::Link& link, con
 void Analysis::passReply(const Message& message, const sessions::Link& link, const Place& place) {
     const catalogue::Record& layout = *catalogue::find(message.id)->record;
     const bool good = numberIn(layout, message, "result").value_or(0) == 0;
+    last_reply_ = std::max(last_reply_, place.line);
+    if (message.id == event_id::kCreateReply && !link.session) {
+        covers_sessions_ = false;
+    }
     answered(message, link, place.line);
     checkResult(message, link, "result", place);
     sent_.erase(link.partner);
@@ -408,10 +468,15 @@ void Analysis::nativeEnded(const BridgeCall& call) {
         relations.class_id = fault->class_id;
         add(Rule::kResultNotMade, subject, {}, placeOf(fault->where), relations, call.thread);
     }
+    const FaultLine* reason = findFault(call, Fault::kFieldMissing);
+    if (reason != nullptr && reason->where.function == "getRetCode") {
+        add(Rule::kFieldMissing, "BG_TE_DTVSVLIB_RESULT", {}, placeOf(reason->where), relations,
+            call.thread);
+        return;
+    }
     if (!call.refused) {
         return;
     }
-    const FaultLine* reason = findFault(call, Fault::kFieldMissing);
     const FaultLine* const enumeration = findFault(call, Fault::kEnumNotRead);
     if (reason == nullptr && enumeration != nullptr &&
         enumeration->where.text != "enum object is NULL") {
@@ -447,11 +512,21 @@ void Analysis::eventEnded(const BridgeCall& call) {
     relations.handle = call.handle;
     for (const RuleOfFault& each : kEventFaults) {
         if (const FaultLine* const fault = findFault(call, each.fault)) {
+            if (each.rule == Rule::kAttachFailed && call.id == 0 && !call.has_begin) {
+                loose_attach_ = {placeOf(fault->where), call.thread};
+                return;
+            }
             relations.class_id = fault->class_id;
             relations.method_id = fault->method_id;
             add(each.rule, subject, {}, placeOf(fault->where), relations, call.thread);
             return;
         }
+    }
+    if (call.id == 0 && call.result.value_or(0) != 0) {
+        // Which command it answers is not in the log.
+        Place where = placeOf(call, call.last);
+        where.text = "result = " + std::to_string(*call.result);
+        add(Rule::kCommandFailed, subject, where.text, where, relations, call.thread);
     }
     if (call.has_begin && call.has_end && !call.done && call.message != nullptr) {
         add(Rule::kEventRefused, subject, {}, placeOf(call, call.first), relations, call.thread);
@@ -490,11 +565,24 @@ void Analysis::loadEnded(const BridgeCall& call) {
 
 void Analysis::line(const sessions::LogLine& line) {
     coverage_.line(line);
+    if (loose_attach_ && line.kind <= sessions::LogLineKind::kShortened) {
+        takeLooseAttach(line.trace.function == "freeJNIEnv");
+    }
     if (line.kind == sessions::LogLineKind::kForeign) {
         readStackTrace(line);
     } else if (line.kind == sessions::LogLineKind::kTrace) {
         process_ended_ = process_ended_ || line.trace.function == "freeJNIEnv";
     }
+}
+
+/// A thread that the VM did not attach. At the end of a process the listener goes on one, and its
+/// threads are freed next; with the lines of errors alone that looks as an event does, and is the
+/// last line.
+void Analysis::takeLooseAttach(bool ends_process) {
+    if (!ends_process) {
+        add(Rule::kAttachFailed, {}, {}, loose_attach_->first, {}, loose_attach_->second);
+    }
+    loose_attach_.reset();
 }
 
 namespace {
@@ -551,10 +639,14 @@ void Analysis::unanswered(const std::vector<sessions::OpenCommand>& commands, bo
             continue;
         }
         const Sent& sent = found->second;
+        if (!knows_replies_) {
+            sent_.erase(found);
+            continue;
+        }
         coverage_.mark(LossKind::kCommandWithoutReply, sent.place.line,
                        "a " + sent.name + " without its reply, or it never came");
-        // When nothing at all follows, the log may end too early to tell.
-        if (!may_come || last_message_ > sent.place.line || process_ended_) {
+        // The log may end too early to tell.
+        if (!may_come || process_ended_ || (last_message_ > sent.place.line && hadTime(command))) {
             Relations relations;
             relations.handle = sent.handle;
             relations.command = command.number;
@@ -564,17 +656,29 @@ void Analysis::unanswered(const std::vector<sessions::OpenCommand>& commands, bo
     }
 }
 
+/// Whether a command has waited longer than others have for their answer.
+bool Analysis::hadTime(const sessions::OpenCommand& command) const {
+    const auto& end = coverage_.end();
+    if (!end || command.time.seconds == 0) {
+        return true;
+    }
+    const int64_t sent = command.time.seconds * kSecond + command.time.nanoseconds;
+    return end->nanoseconds - sent > longest_latency_;
+}
+
 /// Whether the service stopped: the last event is followed by commands alone, none of which was
 /// answered.
 void Analysis::findStop(const std::vector<sessions::OpenCommand>& open) {
     std::vector<Sent> left = not_taken_;
+    size_t after_events = not_taken_.size();
     for (const sessions::OpenCommand& command : open) {
         const auto sent = sent_.find(command.number);
-        if (sent != sent_.end() && sent->second.place.line > last_event_) {
+        if (sent != sent_.end() && sent->second.place.line > last_reply_) {
             left.push_back(sent->second);
+            after_events += sent->second.place.line > last_event_ ? 1 : 0;
         }
     }
-    if (left.size() < kFewestOfStop) {
+    if (left.size() < kFewestOfStop || after_events == 0 || !knows_replies_) {
         return;
     }
     const auto first =
@@ -602,6 +706,8 @@ void Analysis::endProcess(bool log_ends) {
     story_.beginProcess();
     not_taken_.clear();
     process_ended_ = false;
+    knows_replies_ = true;
+    last_sent_.clear();
     event_of_capture_.reset();
 }
 

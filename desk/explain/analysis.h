@@ -19,6 +19,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace explain {
@@ -58,6 +59,8 @@ private:
         Place place;
         std::string thread;
         std::optional<int> handle;
+        sessions::Moment time;
+        bool out_of_place = false; ///< it needs what has not happened in its session
     };
 
     Entry& add(Rule rule, const std::string& subject, const std::string& detail, const Place& place,
@@ -71,17 +74,23 @@ private:
                    const Place& place);
     void passReply(const sessions::Message& message, const sessions::Link& link,
                    const Place& place);
+    bool isOpen(int handle) const;
     bool isReleased(int handle) const;
-    void checkOrder(const sessions::Message& message, int handle, const Place& place);
+    std::map<uint64_t, Sent>::iterator waitingCreate();
+    void checkOrder(const Sent& command, uint64_t number);
+    bool hadTime(const sessions::OpenCommand& command) const;
     void checkSession(const sessions::Message& message, int handle, const Place& place);
     void checkResult(const sessions::Message& message, const sessions::Link& link,
                      std::string_view field, const Place& place);
+    int64_t shortestWait(const sessions::Message& message, const sessions::Link& link,
+                         const Sent& command) const;
     void answered(const sessions::Message& message, const sessions::Link& link, uint64_t line);
     void refusedInCapture(const sessions::Message& message, const Place& place);
     void callEnded(const sessions::BridgeCall& call);
     void nativeEnded(const sessions::BridgeCall& call);
     void eventEnded(const sessions::BridgeCall& call);
     void loadEnded(const sessions::BridgeCall& call);
+    void takeLooseAttach(bool ends_process);
     void readStackTrace(const sessions::LogLine& line);
     void findStop(const std::vector<sessions::OpenCommand>& open);
     void unanswered(const std::vector<sessions::OpenCommand>& commands, bool may_come);
@@ -100,11 +109,16 @@ private:
     std::map<int, SessionOrder> order_; ///< by handle
     /// By handle: the commands that failed when they were sent last.
     std::map<int, std::set<std::string>> failed_;
-    bool covers_sessions_ = false; ///< every open session was opened in the log
-    bool process_ended_ = false;   ///< the library's end is in the log
-    uint64_t last_event_ = 0;      ///< line
-    uint64_t last_message_ = 0;    ///< line
-    std::vector<Sent> not_taken_;  ///< the commands since the last event that were not taken
+    bool covers_sessions_ = false;       ///< every open session was opened in the log
+    bool process_ended_ = false;         ///< the library's end is in the log
+    bool knows_replies_ = true;          ///< the log names each reply that arrived
+    int64_t longest_latency_ = 0;        ///< nanoseconds
+    std::map<uint32_t, Sent> last_sent_; ///< by number of the thread
+    std::optional<std::pair<Place, std::string>> loose_attach_; ///< that may be no event's
+    uint64_t last_reply_ = 0;                                   ///< line
+    uint64_t last_event_ = 0;                                   ///< line
+    uint64_t last_message_ = 0;                                 ///< line
+    std::vector<Sent> not_taken_; ///< the commands since the last event that were not taken
 
     std::string exception_; ///< of the stack trace that is read; empty: it has been told
     std::optional<sessions::Message> event_of_capture_;

@@ -72,6 +72,10 @@ void Coverage::line(const LogLine& line) {
         begins_another_ = true;
         break;
     case LogLineKind::kTrace:
+        // Attaching a thread or making an object is reported at INFO.
+        expects_info_ = expects_info_ || line.trace.function == "getJNIEnv" ||
+                        line.trace.function == "CallMethod";
+        break;
     case LogLineKind::kCopy:
     case LogLineKind::kForeign:
         break;
@@ -90,9 +94,11 @@ void Coverage::time(const LogLine& line) {
     if (last_ && !begins_another_) {
         const int64_t passed = now.nanoseconds - last_->nanoseconds;
         if (passed < -kMostBack && !(passed < -kYear && !now.has_year)) {
+            last_jump_ = line.first;
             mark(LossKind::kTimeJump, line.first,
                  "the clock goes back by " + durationText(-passed));
         } else if (passed > kLongestSilence) {
+            last_jump_ = line.first;
             mark(LossKind::kGap, line.first,
                  durationText(passed) + " without a line, or the clock was set forward");
         }
@@ -111,13 +117,12 @@ std::vector<Loss> Coverage::losses(const LogCounts& counts) const {
     if (counts.of_bridge > 0) {
         for (const TraceLevel level : {TraceLevel::kFuncStart, TraceLevel::kFuncEnd,
                                        TraceLevel::kInfo, TraceLevel::kDebug}) {
-            if (countOf(counts, level) == 0) {
+            if (countOf(counts, level) == 0 && (level != TraceLevel::kInfo || expects_info_)) {
                 missing += std::string(missing.empty() ? "" : ", ") + sessions::nameOf(level);
             }
         }
     }
-    // A log that ends while the library is loaded has no line of INFO yet.
-    if (!missing.empty() && !(missing == "INFO" && counts.of_bridge < 600)) {
+    if (!missing.empty()) {
         all.push_back({LossKind::kLevelsMissing, 1, 0, "there is no line of " + missing});
     }
     for (const auto& [kind, loss] : losses_) {

@@ -49,14 +49,16 @@ public:
     /// The time of the first and the last line of the bridge.
     const std::optional<sessions::LogTime>& begin() const { return begin_; }
     const std::optional<sessions::LogTime>& end() const { return end_; }
-    /// Whether lines that report what a call is about are in the log.
-    bool hasTimes() const { return begin_.has_value(); }
+    /// The last line that came after a gap or a jump in time; 0: there was none.
+    uint64_t lastJump() const { return last_jump_; }
 
 private:
     void time(const sessions::LogLine& line);
 
     std::map<LossKind, Loss> losses_;
     uint64_t dropped_ = 0;
+    uint64_t last_jump_ = 0;
+    bool expects_info_ = false; ///< there are lines that one of INFO follows
     std::optional<sessions::LogTime> begin_;
     std::optional<sessions::LogTime> end_;
     std::optional<sessions::LogTime> last_; ///< of any line

@@ -94,7 +94,7 @@ const char* byCreate(const RelatedFinding& cause, const RelatedFinding& symptom)
 
 bool isTrouble(Rule rule) {
     return isOneOf(rule, Rule::kNoReply, Rule::kCommandNotTaken, Rule::kCommandFailed,
-                   Rule::kEmptyAnswer);
+                   Rule::kEmptyAnswer, Rule::kArgumentRejected);
 }
 
 /// A command that needs another one, which failed in the same session.
@@ -121,6 +121,28 @@ const char* bySession(const RelatedFinding& cause, const RelatedFinding& symptom
         (rule == other && isOneOf(rule, Rule::kNoReply, Rule::kCommandNotTaken)) ||
         (other == Rule::kSlowReply && isOneOf(rule, Rule::kSlowReply, Rule::kNoReply));
     return same && both && isBefore(cause, symptom) ? "later in the same session" : nullptr;
+}
+
+/// The order of first causes. A reply that is missing may be a line that is missing: what is there
+/// comes before it.
+int rankOf(Rule rule) {
+    switch (rule) {
+    case Rule::kNoReply:
+        return 2;
+    case Rule::kSlowReply:
+        return 3;
+    default:
+        break;
+    }
+    switch (textOf(rule).severity) {
+    case Severity::kError:
+        return 0;
+    case Severity::kWarning:
+        return 1;
+    case Severity::kProvoked:
+        break;
+    }
+    return 4;
 }
 
 /// In this order: what names the same thing before what is only in the same session.
@@ -168,8 +190,8 @@ std::vector<Finding> withFirstCauses(std::vector<RelatedFinding> found) {
         if (one_follows != other_follows) {
             return !one_follows;
         }
-        return !one_follows && textOf(found[one].finding.key.rule).severity <
-                                   textOf(found[other].finding.key.rule).severity;
+        return !one_follows &&
+               rankOf(found[one].finding.key.rule) < rankOf(found[other].finding.key.rule);
     });
     std::vector<int> ids(found.size());
     for (size_t place = 0; place < order.size(); ++place) {

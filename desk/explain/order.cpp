@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace explain {
 namespace {
@@ -29,9 +30,6 @@ constexpr Need kNeeds[] = {
     {command_id::kCancelScan, command_id::kStartScan},
     {command_id::kCancelScan_Sync, command_id::kStartScan},
     {command_id::kCancelSearchChannel, command_id::kStartSearchChannel},
-    {command_id::kTerminateBroadcastReceiving, command_id::kStartBroadcastReceiving},
-    {command_id::kTerminateBroadcastReceiving_Sync, command_id::kStartBroadcastReceiving},
-    {command_id::kSelectChannel, command_id::kStartBroadcastReceiving},
     {command_id::kBMLMailReply, event_id::kBmlMailReq},
     {command_id::kBMLPhonebookReply, event_id::kBmlPhonebookReq},
     {command_id::kBMLCallReply, event_id::kBmlCallReq},
@@ -60,23 +58,62 @@ constexpr std::array<int, 2> kReception = {command_id::kStartBroadcastReceiving,
                                            command_id::kSelectChannel};
 
 bool isAfterReception(int command) {
-    constexpr std::array<int, 9> kAfter = {
-        command_id::kSelectChannel,      command_id::kStartRec,
-        command_id::kControlCap,         command_id::kControlCap_Sync,
-        command_id::kControlBML,         command_id::kControlBML_Sync,
-        command_id::kStartSearchChannel, command_id::kTerminateBroadcastReceiving,
-        command_id::kBMLStartTvLinkReq};
+    constexpr std::array<int, 16> kAfter = {command_id::kControlDecodeScreen,
+                                            command_id::kControlDecodeScreen_Sync,
+                                            command_id::kControlDecodeAudio,
+                                            command_id::kControlDecodeAudio_Sync,
+                                            command_id::kChangeAudioComponent,
+                                            command_id::kChangeSoundDualMono,
+                                            command_id::kChangeCapLang,
+                                            command_id::kSelectChannel,
+                                            command_id::kStartRec,
+                                            command_id::kControlCap,
+                                            command_id::kControlCap_Sync,
+                                            command_id::kControlBML,
+                                            command_id::kControlBML_Sync,
+                                            command_id::kStartSearchChannel,
+                                            command_id::kTerminateBroadcastReceiving,
+                                            command_id::kBMLStartTvLinkReq};
     return std::find(kAfter.begin(), kAfter.end(), command) != kAfter.end();
 }
 
 } // namespace
 
-bool SessionOrder::allows(int command) const {
-    if (command == command_id::kSelectChannel) {
-        return true; // it begins the reception itself
+namespace {
+
+/// The plane that is to be released, or nothing.
+std::optional<int64_t> planeToRelease(const sessions::Message& message) {
+    return message.id == command_id::kReleaseDisplay
+               ? sessions::numberIn(*catalogue::find(message.id)->record, message, "value")
+               : std::nullopt;
+}
+
+/// The plane that was released, or nothing.
+std::optional<int64_t> releasedPlane(const sessions::Message& message) {
+    if (message.id != event_id::kReleaseDisplayReply) {
+        return std::nullopt;
     }
-    const auto need = std::find_if(std::begin(kNeeds), std::end(kNeeds),
-                                   [command](const Need& each) { return each.command == command; });
+    const catalogue::Record& layout = *catalogue::find(message.id)->record;
+    return sessions::numberIn(layout, message, "result") == 0
+               ? sessions::numberIn(layout, message, "drawing_destination")
+               : std::nullopt;
+}
+
+bool placesPlanes(int command) {
+    return command == command_id::kSetDisplayAll || command == command_id::kSetScreenDisplay ||
+           command == command_id::kSetCapDisplay || command == command_id::kSetBMLDisplay ||
+           command == command_id::kSetFirstComponent;
+}
+
+} // namespace
+
+bool SessionOrder::allows(const sessions::Message& command) const {
+    if (const auto plane = planeToRelease(command)) {
+        return released_planes_.count(*plane) == 0;
+    }
+    const auto need =
+        std::find_if(std::begin(kNeeds), std::end(kNeeds),
+                     [&command](const Need& each) { return each.command == command.id; });
     return need == std::end(kNeeds) || happened_.count(need->needed) != 0;
 }
 
@@ -91,6 +128,11 @@ void SessionOrder::pass(const sessions::Message& message) {
         }
     }
     happened_.insert(message.id);
+    if (const auto plane = releasedPlane(message)) {
+        released_planes_.insert(*plane);
+    } else if (placesPlanes(message.id)) {
+        released_planes_.clear();
+    }
 }
 
 bool dependsOn(std::string_view command, std::string_view needed) {

@@ -11,14 +11,15 @@ namespace explain {
 /// Follows one session from its CreateReply on.
 class SessionOrder {
 public:
-    /// Whether what the command needs has happened; true for a command that needs nothing.
-    bool allows(int command) const;
+    /// Whether what a command needs has happened; true for a command that needs nothing.
+    bool allows(const sessions::Message& command) const;
 
     /// A message of the session has passed.
     void pass(const sessions::Message& message);
 
 private:
     std::set<int> happened_; ///< ids of commands that were sent, and of events that arrived
+    std::set<int64_t> released_planes_; ///< by number
 };
 
 /// Whether a command cannot succeed in a session where the other one failed, by their names.

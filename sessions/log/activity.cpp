@@ -50,6 +50,13 @@ std::string_view ownFunction(const BridgeCall& call) {
     return call.function;
 }
 
+/// Whether it is written while the library is loaded, and at no other time.
+bool isOfLoad(const TraceLine& line) {
+    return line.function == kLoad || line.function == "registerNatives" ||
+           line.function == "DtvSvLibListenerInit" || line.function == "setJavaClass" ||
+           (line.function == "setJavaMethod" && line.level == TraceLevel::kDebug);
+}
+
 std::optional<int> intOf(std::optional<int64_t> number) {
     return number ? std::optional<int>(static_cast<int>(*number)) : std::nullopt;
 }
@@ -156,6 +163,7 @@ Activity::OpenCall* Activity::callOf(Thread& thread, const LogLine& line) {
     const std::string_view function = line.trace.function;
     const bool native = commandOf(function) != nullptr;
     const bool of_event = isHandler(function) || function == kReception || function == kDispatch;
+    const bool of_load = isOfLoad(line.trace);
     if (!thread.calls.empty()) {
         OpenCall& inner = *thread.calls.back();
         const BridgeCall& call = inner.call;
@@ -189,6 +197,11 @@ Activity::OpenCall* Activity::callOf(Thread& thread, const LogLine& line) {
     }
     if (of_event) {
         return &openWithoutBegin(thread, line, BridgeCall::Kind::kEvent);
+    }
+    if (of_load) {
+        OpenCall& opened = openWithoutBegin(thread, line, BridgeCall::Kind::kLoad);
+        step(Step::Kind::kLoad, opened.call);
+        return &opened;
     }
     return nullptr;
 }
@@ -410,12 +423,27 @@ void Activity::closeFrames(OpenCall& open, size_t from) {
     open.frames.resize(std::min(open.frames.size(), from));
 }
 
+/// Whether the end of a call itself is not in the log, though it must have ended with a line.
+bool Activity::lacksEnd(const OpenCall& open) {
+    const BridgeCall& call = open.call;
+    if (!call.has_begin || call.has_end) {
+        return false;
+    }
+    if (call.kind == BridgeCall::Kind::kEvent) {
+        // Whatever its handler met, but that the thread has no environment.
+        return std::none_of(call.faults.begin(), call.faults.end(), [](const FaultLine& fault) {
+            return fault.fault == Fault::kNoEnvironment || fault.fault == Fault::kAttachFailed ||
+                   fault.fault == Fault::kThreadTableFull;
+        });
+    }
+    return open.frames.empty() && !call.refused && call.faults.empty();
+}
+
 void Activity::closeInnermost(Thread& thread) {
     const std::unique_ptr<OpenCall> open = std::move(thread.calls.back());
     thread.calls.pop_back();
     BridgeCall& call = open->call;
-    const bool unended = call.has_begin && !call.has_end;
-    if (unended && open->frames.empty() && !call.refused && call.faults.empty()) {
+    if (lacksEnd(*open)) {
         take_unmatched_({true, {call.first, std::string(ownFunction(call)), call.source_line, {}}});
     } else {
         closeFrames(*open, 0);
@@ -423,7 +451,8 @@ void Activity::closeInnermost(Thread& thread) {
     if (call.kind == BridgeCall::Kind::kNative) {
         if (!call.refused && (call.sent || call.sent_line != 0)) {
             giveFirst(*open);
-            if (call.has_end && (isSynchronous(call) || call.ret.value_or(0) != 0)) {
+            const bool answered = call.has_end || call.reply_size;
+            if (answered && (isSynchronous(call) || call.ret.value_or(0) != 0)) {
                 step(Step::Kind::kAnswer, call);
             }
         }

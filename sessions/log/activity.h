@@ -73,6 +73,7 @@ struct BridgeCall {
     bool handled = false;          ///< an event reached its handler
     bool done = false;             ///< the event's handler ended as it does when all went well
     std::optional<int> reply_size; ///< of the answer
+    std::optional<int> result; ///< in the reply of an event, also of one whose number is not known
     RecordInLines record;
     RecordInLines answer;
     std::vector<FaultLine> faults; ///< in the order of their lines
@@ -159,6 +160,7 @@ private:
     void readHandler(OpenCall& open, const LogLine& line);
     void readFault(OpenCall& open, const LogLine& line, Fault fault);
     void closeFrames(OpenCall& open, size_t from);
+    static bool lacksEnd(const OpenCall& open);
     void closeInnermost(Thread& thread);
     void closeAll(Thread& thread);
     void giveFirst(OpenCall& open);

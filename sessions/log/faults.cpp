@@ -29,6 +29,7 @@ constexpr FaultText kFaults[] = {
     {"SetIntField", "error", Fault::kObjectNotMade},
     {"OrgNewString", "Failure", Fault::kRecordText},
     {"OrgNewStringUTF", "Failure", Fault::kRecordText},
+    {"getRetCode", "field_id is NULL", Fault::kFieldMissing},
     {"getRetCode", "", Fault::kResultNotMade},
     {"makeComSubReplyObjSync", "NG, ", Fault::kResultNotMade},
     {"makeComSubReplyObjSync", "bad err", Fault::kResultNotMade},

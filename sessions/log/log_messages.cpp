@@ -55,8 +55,16 @@ void setAnswer(Message& message, const BridgeCall& call) {
     message.kind = static_cast<uint8_t>(Message::Kind::kAnswer);
     message.time = momentOf(call.ended_at);
     message.value = call.ret.value_or(0);
-    message.size = call.reply_size.value_or(0);
     setRecord(message, call.answer);
+    if (call.reply_size || call.aborted || call.message == nullptr ||
+        call.message->reply == nullptr || message.value != 0) {
+        message.size = call.reply_size.value_or(0);
+        return;
+    }
+    // The line with its size is missing: nothing of it is known.
+    message.size = static_cast<int32_t>(call.message->reply->size);
+    message.record.assign(call.message->reply->size, 0);
+    message.known.assign(call.message->reply->size, false);
 }
 
 void setRefusedEvent(Message& message, const BridgeCall& call) {

@@ -15,7 +15,9 @@ constexpr size_t kMostWrappedLines = 8;
 
 /// "uid=10045(u0_a45) expire 12 lines", "uid=1000 com.example identical 3 lines": how many, or 0.
 uint64_t droppedLines(const LineHeader& header, std::string_view text, bool& identical) {
-    if (!contains(header.tag, "chatty") && !contains(text, "chatty")) {
+    const bool may_be = contains(header.tag, "chatty") || contains(text, "chatty") ||
+                        (header.tag.empty() && beginsWith(text, "uid="));
+    if (!may_be) {
         return 0;
     }
     for (const std::string_view word : {"expire ", "identical "}) {

@@ -114,7 +114,8 @@ std::vector<ShownField> findFields(const KnownLine& line, const catalogue::Recor
 } // namespace
 
 const std::vector<ShownField>& fieldsShown(const KnownLine& line, const catalogue::Record& layout) {
-    thread_local std::map<std::pair<const KnownLine*, const catalogue::Record*>, std::vector<ShownField>>
+    thread_local std::map<std::pair<const KnownLine*, const catalogue::Record*>,
+                          std::vector<ShownField>>
         found;
     const auto key = std::make_pair(&line, &layout);
     const auto entry = found.find(key);

@@ -147,6 +147,11 @@ def command_not_taken(number, random, _):
                      [[sent(native) + str(result)]], script)
 
 
+# 5 is PARAM_NG: the service does not accept the argument.
+def also_of(result):
+    return ("argument-rejected",) if result == 5 else ()
+
+
 # Replies whose result is in the log, with what asks for them.
 LOGGED_RESULTS = ["ControlLNA", "ControlDecodeAudio", "SetSoundVideoDelay", "ControlScreenDisplay",
                   "ControlCap", "Create", "SetDisplayAll", "GetTunerLogStatus", "StartScan"]
@@ -163,7 +168,7 @@ def command_failed(number, random, _):
                             rf",{log_name(native)}\(\), *\d+,RECV, reply_data.handle = {result & 0xffff}\b|"
                             rf"com_data->return_value = {result & 0xffffffff}\b|"
                             rf"com_data->return_value = {result}\b")]],
-                         {"commands": [{"command": native, "result": result}]})
+                         {"commands": [{"command": native, "result": result}]}, also=also_of(result))
     if number % 5 == 4:
         # The service refuses by itself: something is asked for that is not there.
         day = opened(random)
@@ -181,7 +186,8 @@ def command_failed(number, random, _):
         day.call("GetTunerLogStatus")
         return Situation("command-failed", native, day.steps,
                          [[(rf"FUNCSTART,{log_name(native)}\(\)",
-                            r"FUNCSTART,dtvsv_msgid_lib_(common|release_display)_reply", r"result = [^0]")]])
+                            r"FUNCSTART,dtvsv_msgid_lib_(common|release_display)_reply", r"result = [^0]")]],
+                         also=("command-out-of-place", "argument-rejected"))
     native = LOGGED_RESULTS[number % len(LOGGED_RESULTS)]
     day = Day(random).create()
     if native == "Create":
@@ -194,7 +200,7 @@ def command_failed(number, random, _):
         day.select().sound().picture().signal().captions()
     return Situation("command-failed", native, day.steps,
                      [[(rf"FUNCSTART,{log_name(native)}\(\)", rf"result = {result}\b")]],
-                     {"commands": [{"command": native, "nth": 1, "result": result}]})
+                     {"commands": [{"command": native, "nth": 1, "result": result}]}, also=also_of(result))
 
 
 def empty_answer(number, random, _):
