@@ -271,7 +271,7 @@ void Analysis::checkResult(const Message& message, const sessions::Link& link,
         layout != nullptr ? sessions::numberIn(*layout, message, field) : std::nullopt;
     const auto sent = sent_.find(link.partner);
     if (!result || *result == 0) {
-        if (result && link.session && sent != sent_.end()) {
+        if (link.session && sent != sent_.end()) {
             failed_[*link.session].erase(sent->second.name);
         }
         return;

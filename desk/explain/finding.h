@@ -51,6 +51,8 @@ struct FindingKey {
 struct Finding {
     int id = 0; ///< from 1, in the order in which findings are shown
     FindingKey key;
+    /// That of the rule; of what follows from something provoked: provoked as well.
+    Severity severity = Severity::kError;
     uint64_t count = 0;
     Place first;
     uint64_t last_line = 0;

@@ -199,9 +199,12 @@ std::vector<Finding> withFirstCauses(std::vector<RelatedFinding> found) {
     }
     std::vector<Finding> findings;
     for (const size_t index : order) {
-        Finding finding = std::move(found[index].finding);
+        Finding finding = found[index].finding;
         finding.id = ids[index];
         finding.caused_by = causes[index] != index ? ids[causes[index]] : 0;
+        const Severity of_cause = textOf(found[causes[index]].finding.key.rule).severity;
+        finding.severity =
+            of_cause == Severity::kProvoked ? of_cause : textOf(finding.key.rule).severity;
         findings.push_back(std::move(finding));
     }
     return findings;

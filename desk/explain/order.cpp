@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <string_view>
 
 namespace explain {
 namespace {
@@ -99,6 +100,29 @@ std::optional<int64_t> releasedPlane(const sessions::Message& message) {
                : std::nullopt;
 }
 
+/// What a ControlCap or a ControlBML asks for.
+enum ControlType : int64_t {
+    kOn = 1,
+    kResume = 3,
+};
+
+std::optional<int64_t> controlType(const sessions::Message& message, int command, int synchronous,
+                                   std::string_view field) {
+    return message.id == command || message.id == synchronous
+               ? sessions::numberIn(*catalogue::find(message.id)->record, message, field)
+               : std::nullopt;
+}
+
+std::optional<int64_t> captionControl(const sessions::Message& message) {
+    return controlType(message, command_id::kControlCap, command_id::kControlCap_Sync,
+                       "cap_control_type");
+}
+
+std::optional<int64_t> browserControl(const sessions::Message& message) {
+    return controlType(message, command_id::kControlBML, command_id::kControlBML_Sync,
+                       "bml_control_type");
+}
+
 bool placesPlanes(int command) {
     return command == command_id::kSetDisplayAll || command == command_id::kSetScreenDisplay ||
            command == command_id::kSetCapDisplay || command == command_id::kSetBMLDisplay ||
@@ -110,6 +134,12 @@ bool placesPlanes(int command) {
 bool SessionOrder::allows(const sessions::Message& command) const {
     if (const auto plane = planeToRelease(command)) {
         return released_planes_.count(*plane) == 0;
+    }
+    if (captionControl(command) == kOn) {
+        return !captions_run_;
+    }
+    if (browserControl(command) == kOn) {
+        return !browser_runs_;
     }
     const auto need =
         std::find_if(std::begin(kNeeds), std::end(kNeeds),
@@ -128,6 +158,11 @@ void SessionOrder::pass(const sessions::Message& message) {
         }
     }
     happened_.insert(message.id);
+    if (const auto type = captionControl(message)) {
+        captions_run_ = type == kOn || type == kResume;
+    } else if (const auto browser = browserControl(message)) {
+        browser_runs_ = browser == kOn || browser == kResume;
+    }
     if (const auto plane = releasedPlane(message)) {
         released_planes_.insert(*plane);
     } else if (placesPlanes(message.id)) {

@@ -20,6 +20,8 @@ public:
 private:
     std::set<int> happened_; ///< ids of commands that were sent, and of events that arrived
     std::set<int64_t> released_planes_; ///< by number
+    bool captions_run_ = false;         ///< the last command about them turned them on
+    bool browser_runs_ = false;         ///< the same of the BML browser
 };
 
 /// Whether a command cannot succeed in a session where the other one failed, by their names.

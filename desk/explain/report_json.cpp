@@ -101,7 +101,7 @@ Json::Value findingOf(const Explained& explained, const Finding& finding) {
     Json::Value object;
     object["id"] = finding.id;
     object["rule"] = rule.name;
-    object["severity"] = nameOf(rule.severity);
+    object["severity"] = nameOf(finding.severity);
     object["subject"] = finding.key.subject.empty() ? Json::Value() : text(finding.key.subject);
     object["count"] = number(finding.count);
     object["lines"] = Json::Value(Json::arrayValue);

@@ -155,7 +155,7 @@ void writeSymptoms(std::ostream& out, const Explained& explained, const Finding&
 void writeFinding(std::ostream& out, const Explained& explained, const Finding& finding,
                   bool explains) {
     const RuleText& rule = textOf(finding.key.rule);
-    const std::string head = std::string(nameOf(rule.severity)) + " " + rule.name + ": ";
+    const std::string head = std::string(nameOf(finding.severity)) + " " + rule.name + ": ";
     writeWrapped(out, "  " + std::to_string(finding.id) + " ", 4, head + headlineOf(finding));
     writeWrapped(out, "    ", 4, placesOf(explained, finding));
     if (!finding.first.text.empty()) {
@@ -220,7 +220,7 @@ void writeLatencies(std::ostream& out, const Explained& explained) {
 
 bool Selection::takes(const Finding& finding) const {
     const RuleText& rule = textOf(finding.key.rule);
-    return only.empty() || only == rule.name || only == nameOf(rule.severity) ||
+    return only.empty() || only == rule.name || only == nameOf(finding.severity) ||
            only == finding.key.subject;
 }
 
