@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <fstream>
 #include <iterator>
 #include <set>
@@ -38,15 +37,6 @@ TEST(KnownFormats, AreThoseOfTheLibrary) {
     }
     for (const std::string& format : known) {
         EXPECT_EQ(in_library.count(format), 1u) << "not in the library: " << format;
-    }
-}
-
-/// For written_lines_test.py: every line that is known.
-TEST(KnownFormats, DISABLED_ArePrinted) {
-    for (const sessions::KnownLine& line : sessions::knownLines()) {
-        std::printf("known|%s|%.*s|%.*s\n", nameOf(line.level),
-                    static_cast<int>(line.function.size()), line.function.data(),
-                    static_cast<int>(line.format.size()), line.format.data());
     }
 }
 
