@@ -6,21 +6,29 @@ all_of_the_bridge="harness|records|entry|binding|commands|events"
 # labels_of FILE: those of the tests that concern it, separated by |, as a path from the root.
 labels_of() {
     case $1 in
-    src/commands/* | tests/commands/*) echo commands ;;
-    src/events/* | tests/events/*) echo events ;;
+    src/commands/*) echo "commands|trace" ;;
+    tests/commands/*) echo commands ;;
+    src/events/*) echo "events|trace" ;;
+    tests/events/*) echo events ;;
     src/binding/*) echo "binding|entry|commands|events" ;;
     tests/binding/*) echo binding ;;
     src/entry/*) echo "entry|binding" ;;
     tests/entry/*) echo entry ;;
     src/records/*) echo "$all_of_the_bridge|sessions|show|redact|simulator" ;;
     tests/records/*) echo records ;;
+    tests/trace/*) echo trace ;;
     tests/harness/* | tests/strict_jni/* | tests/java/*) echo "$all_of_the_bridge" ;;
     java/*) echo "$all_of_the_bridge|desk|rows|show" ;;
     platform/*) echo "$all_of_the_bridge|platform|show|simulator|desk" ;;
     tests/platform/*) echo platform ;;
     simulator/tests/*) echo simulator ;;
     simulator/*) echo "simulator|desk" ;;
+<<<<<<< HEAD
     sessions/*) echo "sessions|show|redact|replay|explain" ;;
+=======
+    sessions/log/*) echo "sessions|trace|$all_of_the_bridge" ;;
+    sessions/*) echo "sessions|show|redact" ;;
+>>>>>>> e1844a0 (Take no time out of a log that 64 bits do not hold in nanoseconds)
     desk/redact/*) echo redact ;;
     desk/explain/* | tests/field/*) echo explain ;;
     replay/* | desk/tenrik/desk/replay/* | tests/replay/*) echo replay ;;

@@ -589,9 +589,12 @@ void Activity::readFault(OpenCall& open, const LogLine& line, Fault fault) {
         found.class_id = open.class_id;
         found.method_id = open.method_id;
     }
-    if (!trace.values.empty() && trace.known->values.back().conversion == 's') {
-        found.name = fault == Fault::kMethodMissing ? trace.value("method_name")->text
-                                                    : trace.values.back().text;
+    const std::string_view label = fault == Fault::kMethodMissing ? "method_name" : "class_name";
+    if (const ShownValue* const name = trace.value(label)) {
+        found.name = name->text;
+    } else if (!trace.values.empty() &&
+               trace.known->values[trace.values.size() - 1].conversion == 's') {
+        found.name = trace.values.back().text;
     }
     if (call.kind == BridgeCall::Kind::kNative && commandOf(trace.function) != nullptr) {
         call.refused = true;

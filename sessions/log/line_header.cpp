@@ -120,6 +120,10 @@ int64_t daysUntil(int64_t year, int64_t month, int64_t day) {
 
 constexpr int64_t kSecond = 1000000000; ///< nanoseconds
 constexpr int64_t kYearOfNone = 2000;   ///< has a 29th of February
+// What 64 bits hold in nanoseconds.
+constexpr int64_t kFirstYear = 1700;
+constexpr int64_t kLastYear = 2250;
+constexpr int64_t kLastSecond = 9000000000;
 
 /// "11-21 22:13:37.123", with a year before or a zone after it, or "1795300417.123".
 std::optional<LogTime> readTime(Scanner& line) {
@@ -127,9 +131,9 @@ std::optional<LogTime> readTime(Scanner& line) {
     line.blanks();
     const int64_t first = line.number();
     if (line.takeIf('.')) {
-        time.nanoseconds = first * kSecond + line.fraction();
+        time.nanoseconds = std::min(first, kLastSecond) * kSecond + line.fraction();
         time.has_year = true;
-        return line.failed() ? std::nullopt : std::optional(time);
+        return line.failed() || first > kLastSecond ? std::nullopt : std::optional(time);
     }
     line.take('-');
     const int64_t second = line.number(2);
@@ -151,7 +155,7 @@ std::optional<LogTime> readTime(Scanner& line) {
     line.take('.');
     const int64_t fraction = line.fraction();
     if (line.failed() || month < 1 || month > 12 || day < 1 || day > 31 || hours > 23 ||
-        minutes > 59 || seconds > 60 || year > 9999) {
+        minutes > 59 || seconds > 60 || year < kFirstYear || year > kLastYear) {
         return std::nullopt;
     }
     const int64_t days = daysUntil(year, month, day);

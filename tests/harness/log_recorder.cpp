@@ -1,5 +1,7 @@
 #include "harness/log_recorder.h"
 
+#include "harness/read_back.h"
+
 #include <unistd.h>
 
 #include <cctype>
@@ -156,6 +158,7 @@ std::string TraceLine::literal() const {
 
 TraceLine parseTrace(const dtv::LogLine& given) {
     TraceLine line{};
+    checkReadBack(given);
     line.category = given.category;
     line.kind = given.kind;
     line.module = given.module;

@@ -105,6 +105,14 @@ TEST(PartialActivity, DebugAlone) {
                      "end CancelScan_Sync h=1 7-14 no begin no end"}));
 }
 
+TEST(PartialActivity, AShortenedFault) {
+    EXPECT_EQ(stepsOf(R"(
+        desk START JNI_OnLoad|
+        desk DEBUG setJavaMethod|setJavaMethod, GetMethodID error!, class_id = 1, meth
+        desk END JNI_OnLoad|)"),
+              (Steps{"load", "end 1-3 fault 2"}));
+}
+
 TEST(PartialActivity, ErrorsAlone) {
     EXPECT_EQ(stepsOf(R"(
         Event ERROR dtvsv_msgid_lib_select_channel_reply|recv_size err!, recv_size = 3
