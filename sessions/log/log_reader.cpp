@@ -47,10 +47,19 @@ bool isSection(std::string_view text) {
 }
 
 /// Whether the end of a line of the trace is in a line that lacks its beginning.
-bool looksCut(std::string_view text) {
+bool hasEndOfTraceLine(std::string_view text) {
     const size_t place = text.find("(),");
     return place != std::string_view::npos && place < 200 &&
            text.find(',', place + 3) != std::string_view::npos;
+}
+
+bool beginsAsTrace(std::string_view text) {
+    return findTraceLine(text) == 0;
+}
+
+/// Whether a line ends with a value, so that nothing shows that more of it is missing.
+bool endsWithValue(const KnownLine* known) {
+    return known == nullptr || (!known->values.empty() && known->literals.back().empty());
 }
 
 } // namespace
@@ -258,14 +267,38 @@ void LogReader::join(LogLine& line) {
     }
 }
 
+/// Whether the first line of the log lacks its beginning: those after it have a header that it has
+/// not, or are of the bridge where it is not.
+bool LogReader::beginIsCut(const LogLine& line) {
+    if (line.kind != LogLineKind::kForeign || line.text.empty()) {
+        return false;
+    }
+    if (hasEndOfTraceLine(line.text)) {
+        return true;
+    }
+    if (line.header.form != LogForm::kRaw) {
+        return false;
+    }
+    const Physical* const next = peek(0);
+    if (next == nullptr) {
+        return false;
+    }
+    const bool next_is_trace = beginsAsTrace(next->text);
+    const Physical* const second = peek(1);
+    const LogForm form = readHeader(peek(0)->text).form;
+    return next_is_trace ? second != nullptr && beginsAsTrace(second->text)
+                         : form != LogForm::kRaw && form != LogForm::kLong;
+}
+
 /// Says that the log begins or ends in the middle of a line.
-void LogReader::markCut(LogLine& line) const {
-    if (line.kind == LogLineKind::kForeign && line.first == 1 && looksCut(line.text)) {
+void LogReader::markCut(LogLine& line) {
+    if (line.first == 1 && beginIsCut(line)) {
         line.cut = true;
     }
-    if (current_.unended &&
-        (line.kind == LogLineKind::kShortened || line.kind == LogLineKind::kNotKnown)) {
-        line.cut = true;
+    if (current_.unended) {
+        line.cut = line.kind == LogLineKind::kForeign
+                       ? line.header.form == LogForm::kRaw
+                       : endsWithValue(line.trace.known) || line.trace.shortened;
     }
 }
 

@@ -82,7 +82,8 @@ private:
     void take(LogLine& line, std::string joined, size_t more);
     bool isWrapped(const LogLine& line);
     bool continues(const LogLine& line, std::string_view next, LineHeader& header) const;
-    void markCut(LogLine& line) const;
+    bool beginIsCut(const LogLine& line);
+    void markCut(LogLine& line);
     void count(const LogLine& line);
 
     LineSource& source_;
