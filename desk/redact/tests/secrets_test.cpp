@@ -264,9 +264,9 @@ Messages messagesOf(const std::vector<Planted>& all) {
 
 std::string captureOf(const Messages& messages) {
     redact::CaptureWriter writer;
-    std::string bytes = writer.section();
+    std::string bytes = writer.section({});
     for (const Message& message : messages) {
-        bytes += writer.packet(message);
+        bytes += writer.packet(message, {});
     }
     return bytes;
 }
