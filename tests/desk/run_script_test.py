@@ -109,6 +109,10 @@ class Arguments(DeskTest):
         secret = "segredo".encode()
         self.assertIn(secret, capture.read_bytes())
         self.assertNotIn(secret, copy.read_bytes())
+        done = subprocess.run([ROOT / "run", "replay", "--build", BUILD, copy], text=True,
+                              capture_output=True, timeout=LIMIT, check=False)
+        self.assertEqual((0, ""), (done.returncode, done.stderr))
+        self.assertRegex(done.stdout, r"replay: (\d{3}) of \1 messages, no divergence\n\Z")
         subprocess.run([ROOT / "run", "redact", "--build", BUILD, trace, other], timeout=LIMIT,
                        stdout=subprocess.DEVNULL, check=True)
         self.assertIn(secret, trace.read_bytes())
