@@ -48,6 +48,28 @@ Parts partsOf(std::string_view line) {
     return {line.substr(0, begin), text, line.substr(begin + text.size())};
 }
 
+constexpr std::string_view kAfterFunction = "(),";
+
+constexpr std::string_view kFrame = "at ";
+constexpr std::string_view kJavaSide = "tenrik.service.dtvserver.";
+constexpr const char* kNameCharacters =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_.$";
+constexpr const char* kFrameCharacters =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_.$(:)< >";
+
+/// What stays of a word that may be the name of an exception: the whole name of one of Java's own,
+/// the last word of another; empty when it is none.
+std::string_view exceptionIn(std::string_view word) {
+    for (const std::string_view ending : {"Exception", "Error"}) {
+        if (word.size() >= ending.size() && word.substr(word.size() - ending.size()) == ending) {
+            const bool is_public = beginsWith(word, "java.lang.") ||
+                                   beginsWith(word, "java.util.") || beginsWith(word, "java.io.");
+            return is_public ? word : word.substr(word.size() - ending.size());
+        }
+    }
+    return {};
+}
+
 /// The message that a line of the trace shows, or null.
 const catalogue::Message* messageOf(const TraceLine& trace) {
     const catalogue::Message* command = commandOf(trace.function);
@@ -105,7 +127,46 @@ std::string LogRedaction::redactText(const LogLine& line, std::string_view first
     case LogLineKind::kForeign:
         break;
     }
-    return isKept(line) ? std::string(first) : replaced(first);
+    if (isKept(line)) {
+        return std::string(first);
+    }
+    return line.cut ? redactCut(first) : redactOther(first);
+}
+
+/// The end of a line of the bridge that lacks its beginning: "(),  87," stays, which shows that.
+std::string LogRedaction::redactCut(std::string_view text) {
+    const size_t begin = std::min(text.find(kAfterFunction), text.size());
+    size_t end = std::min(begin + kAfterFunction.size(), text.size());
+    end = std::min(text.find_first_not_of(" 0123456789,", end), text.size());
+    return replaced(text.substr(0, begin)) + std::string(text.substr(begin, end - begin)) +
+           replaced(text.substr(end));
+}
+
+/// A line of another program. Of a stack trace stay the names of Java's own exceptions and the
+/// frames of the Java side's classes, by which a reader knows what went through a callback.
+std::string LogRedaction::redactOther(std::string_view text) {
+    const size_t frame = std::min(text.find_first_not_of(" \t"), text.size());
+    if (beginsWith(text.substr(frame), kFrame)) {
+        const std::string_view place = text.substr(frame + kFrame.size());
+        if (beginsWith(place, kJavaSide) &&
+            place.find_first_not_of(kFrameCharacters) == std::string_view::npos) {
+            return std::string(text);
+        }
+        return std::string(text.substr(0, frame + kFrame.size())) + replaced(place);
+    }
+    std::string redacted;
+    size_t done = 0;
+    for (size_t begin = 0; begin < text.size();) {
+        size_t end = std::min(text.find_first_not_of(kNameCharacters, begin), text.size());
+        const std::string_view kept = exceptionIn(text.substr(begin, end - begin));
+        if (!kept.empty()) {
+            redacted += replaced(text.substr(done, end - kept.size() - done));
+            redacted += kept;
+            done = end;
+        }
+        begin = std::max(end, begin + 1);
+    }
+    return redacted + replaced(text.substr(done));
 }
 
 /// A line of the bridge, without what is before it.

@@ -35,6 +35,8 @@ public:
 private:
     std::string redactText(const LogLine& line, std::string_view first);
     std::string redactTrace(const LogLine& line);
+    std::string redactCut(std::string_view text);
+    std::string redactOther(std::string_view text);
     std::string redactDropped(std::string_view text);
     std::string redactSection(std::string_view text);
     std::string replaced(std::string_view text);

@@ -1,6 +1,7 @@
 #include "sessions/redaction.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace sessions {
 namespace {
@@ -19,6 +20,27 @@ size_t sizeWithoutZeros(const uint8_t* bytes, size_t size) {
         --size;
     }
     return size;
+}
+
+constexpr size_t kLongestNote = 64; ///< bytes
+constexpr const char* kDigits = "0123456789-";
+constexpr const char* kWord = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._+";
+
+/// The keys of docs/capture.md, and the characters of their values: others may be anybody's words.
+constexpr struct {
+    std::string_view key;
+    const char* characters;
+} kPublicNotes[] = {
+    {"city", kWord},    {"seed", kDigits},       {"clock", kDigits},
+    {"version", kWord}, {"incomplete", kDigits},
+};
+
+bool isPublicNote(const std::pair<std::string, std::string>& note) {
+    return note.second.size() <= kLongestNote &&
+           std::any_of(std::begin(kPublicNotes), std::end(kPublicNotes), [&note](const auto& one) {
+               return one.key == note.first &&
+                      note.second.find_first_not_of(one.characters) == std::string::npos;
+           });
 }
 
 /// How many bytes there are before the first that is not zero.
@@ -42,6 +64,16 @@ bool isPublic(std::string_view message, std::string_view field) {
     return std::any_of(fields.begin(), fields.end(), [&](const PublicField& one) {
         return one.message == message && one.field == field;
     });
+}
+
+Notes publicNotes(const Notes& notes) {
+    Notes kept;
+    std::copy_if(notes.begin(), notes.end(), std::back_inserter(kept), isPublicNote);
+    // That bytes are missing must not get lost with what is said of them.
+    if (valueOf(notes, "incomplete") != nullptr && valueOf(kept, "incomplete") == nullptr) {
+        kept.emplace_back("incomplete", "");
+    }
+    return kept;
 }
 
 void Redaction::redact(Message& message) {

@@ -28,6 +28,9 @@ const std::vector<PublicField>& publicFields();
 
 bool isPublic(std::string_view message, std::string_view field);
 
+/// Of the notes of a section or of a packet those that say nothing of anybody, in their order.
+Notes publicNotes(const Notes& notes);
+
 /// Replaces the contents of texts and bytes by placeholders of the same length. One object is for
 /// all that is given to others at a time: it gives equal values equal placeholders, and no other
 /// object gives the same. For one thread at a time.

@@ -15,6 +15,7 @@ constexpr uint32_t kByteOrder = 0x1a2b3c4d;
 constexpr uint16_t kUserLinkType = 147;
 constexpr uint32_t kLongestPacket = 65536;
 
+constexpr uint16_t kComment = sessions::Option::kComment;
 constexpr uint16_t kPacketFlags = 2;
 constexpr uint16_t kInterfaceName = 2;
 constexpr uint16_t kWriter = 4;
@@ -43,6 +44,18 @@ void putOption(std::string& bytes, uint16_t code, const std::string& value) {
     put(bytes, value.size(), 2);
     bytes += value;
     pad(bytes);
+}
+
+/// A comment with the notes, if there are any.
+void putNotes(std::string& bytes, const sessions::Notes& notes) {
+    std::string comment;
+    for (const auto& [key, value] : notes) {
+        comment.append(key).append("=").append(value).append("\n");
+    }
+    if (!comment.empty()) {
+        comment.pop_back();
+        putOption(bytes, kComment, comment);
+    }
 }
 
 std::string number(uint64_t value, size_t size) {
@@ -79,19 +92,20 @@ int64_t spanOf(int64_t seconds) {
 
 } // namespace
 
-std::string CaptureWriter::section() {
+std::string CaptureWriter::section(const sessions::Notes& notes) {
     std::string body;
     put(body, kByteOrder, 4);
     put(body, 1, 2);
     put(body, 0, 2);
     put(body, UINT64_MAX, 8); // the section's length is not given
     putOption(body, kWriter, "dtv-redact");
+    putNotes(body, notes);
     put(body, 0, 4);
     interfaces_ = {{0, 0}};
     return block(kSectionHeader, body) + interfaceBlock(0);
 }
 
-std::string CaptureWriter::packet(const Message& message) {
+std::string CaptureWriter::packet(const Message& message, const sessions::Notes& notes) {
     const int64_t offset = spanOf(message.time.seconds);
     const auto [interface, is_new] =
         interfaces_.try_emplace(offset, static_cast<uint32_t>(interfaces_.size()));
@@ -123,9 +137,13 @@ std::string CaptureWriter::packet(const Message& message) {
     const bool outbound = message.is(Kind::kCommand) || message.is(Kind::kRefusedEvent);
     const bool inbound = message.is(Kind::kAnswer) || message.is(Kind::kEvent);
     // A packet that libDtv cannot have written may be as long as a reader takes them.
-    if ((outbound || inbound) && data.size() <= kLongestPacket) {
-        putOption(body, kPacketFlags, number(outbound ? 2 : 1, 4));
-        put(body, 0, 4);
+    if (data.size() <= kLongestPacket) {
+        const size_t before = body.size();
+        if (outbound || inbound) {
+            putOption(body, kPacketFlags, number(outbound ? 2 : 1, 4));
+        }
+        putNotes(body, notes);
+        put(body, 0, body.size() > before ? 4 : 0);
     }
     return (is_new ? interfaceBlock(offset) : "") + block(kEnhancedPacket, body);
 }

@@ -6,6 +6,7 @@
 #include "sessions/capture_reader.h"
 #include "sessions/message.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace redact {
@@ -22,7 +23,6 @@ public:
 
     /// As far as there are messages and the copy can be written.
     void run() {
-        copy_.write(writer_.section());
         copyPackets();
         while (!reader_.error().empty() && !copy_.failed()) {
             const std::string error = reader_.error();
@@ -31,15 +31,21 @@ public:
                              std::to_string(gap->offset + gap->size)
                        : error);
             if (!gap) {
-                return;
+                break;
             }
             copyPackets();
+        }
+        if (messages_ == 0) {
+            copySection();
         }
     }
 
     bool isDamaged() const { return damaged_; }
     uint64_t messages() const { return messages_; }
-    const CaptureReader& reader() const { return reader_; }
+    uint64_t blocks() const { return reader_.passedBlocks(); }
+    uint64_t options() const {
+        return reader_.passedOptions() - std::min(kept_comments_, reader_.passedOptions());
+    }
 
 private:
     void report(const std::string& what) {
@@ -59,14 +65,23 @@ private:
                 report(error + "; dropped");
                 continue;
             }
-            if (messages_ > 0 && packet->section != section_) {
-                copy_.write(writer_.section());
+            if (messages_ == 0 || packet->section != section_) {
+                copySection();
             }
             section_ = packet->section;
             redaction_.redact(*message);
-            copy_.write(writer_.packet(*message));
+            copy_.write(writer_.packet(*message, keep(packet->notes)));
             ++messages_;
         }
+    }
+
+    void copySection() { copy_.write(writer_.section(keep(reader_.section()))); }
+
+    /// The notes that the copy has. A comment of which something is missing counts as left out.
+    sessions::Notes keep(const sessions::Notes& notes) {
+        sessions::Notes kept = sessions::publicNotes(notes);
+        kept_comments_ += !kept.empty() && kept == notes ? 1 : 0;
+        return kept;
     }
 
     CaptureReader reader_;
@@ -75,6 +90,7 @@ private:
     const std::function<void(const std::string&)>& report_;
     CaptureWriter writer_;
     uint64_t messages_ = 0;
+    uint64_t kept_comments_ = 0;
     uint32_t section_ = 0;
     bool damaged_ = false;
 };
@@ -93,8 +109,8 @@ Copied copyCapture(std::istream& file, const std::string& copy, sessions::Redact
     Copying copying(file, target, redaction, report);
     copying.run();
     result.messages = copying.messages();
-    result.blocks = copying.reader().passedBlocks();
-    result.options = copying.reader().passedOptions();
+    result.blocks = copying.blocks();
+    result.options = copying.options();
     if (copying.isDamaged() && copying.messages() == 0) {
         report("there is nothing to copy");
         return result;

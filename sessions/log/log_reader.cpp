@@ -205,11 +205,15 @@ bool LogReader::joinWith(LogLine& line, std::string_view separator, size_t most)
 
 /// Makes the text of a line what was joined of it and the next `more` lines.
 void LogReader::take(LogLine& line, std::string joined, size_t more) {
+    // The line that the header refers to makes room for the last one.
+    joined_tag_.assign(line.header.tag);
+    line.header.tag = joined_tag_;
     for (size_t taken = 0; taken < more; ++taken) {
         take();
     }
     joined_ = std::move(joined);
     line.text = joined_;
+    line.header.text = joined_;
     readTraceLine(line.text, line.trace);
     understand(line.trace);
 }

@@ -90,6 +90,7 @@ private:
     Physical current_;
     std::deque<Physical> ahead_; ///< read, and not yet given
     std::string joined_;         ///< a line of the bridge that takes several
+    std::string joined_tag_;     ///< of its first line
     bool keeps_lines_ = false;
     std::vector<std::string> lines_;
     /// The header that the lines of the long form belong to, and its texts.

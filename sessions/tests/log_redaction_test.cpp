@@ -163,6 +163,22 @@ TEST(LogRedaction, LeavesWhatTheLogSaysOfItself) {
             "I( 123: 45) chatty" + letters(": uid=1 ") + "identical 3 line" + letters("s, Maria")));
 }
 
+TEST(LogRedaction, LeavesWhatAStackTraceSaysOfTheJavaSide) {
+    EXPECT_THAT(
+        redacted({"Exception in thread \"Maria\" java.lang.IllegalStateException: no Maria",
+                  "\tat app.Maria.call(Maria.java:12)",
+                  "\tat tenrik.service.dtvserver.BGCallBack.onEvDtvsvScanNotify(BGCallBack.java:9)",
+                  "  at tenrik.service.dtvserver.BGCallBack.on\xc3\xa9(Maria.java:9)",
+                  "Caused by: maria.MariaError", "an Errorless day"}),
+        ElementsAre(
+            "Exception" + letters(" in thread \"Maria\" ") + "java.lang.IllegalStateException" +
+                letters(": no Maria"),
+            "\tat " + letters("app.Maria.call(Maria.java:12)"),
+            "\tat tenrik.service.dtvserver.BGCallBack.onEvDtvsvScanNotify(BGCallBack.java:9)",
+            "  at " + letters("tenrik.service.dtvserver.BGCallBack.on\xc3\xa9(Maria.java:9)"),
+            letters("Caused by: maria.Maria") + "Error", letters("an Errorless day")));
+}
+
 TEST(LogRedaction, KeepsOtherProgramsWhenItIsAskedTo) {
     const std::string start = "D/Dtv_jni(  12): ,TENRIK,desk    ,DEBUG    ,other(),  12,";
     EXPECT_THAT(

@@ -236,6 +236,23 @@ TEST(Redaction, LeavesTheHeaderButForItsReservedByte) {
     EXPECT_EQ(message.record, (std::vector<uint8_t>{3, 0, 0, 0, 1}));
 }
 
+TEST(PublicNotes, AreThoseOfTheDesk) {
+    using sessions::Notes;
+    const Notes desk{{"city", "br-sp-SaoPaulo"},
+                     {"seed", "-20"},
+                     {"clock", "1774998843"},
+                     {"version", "1.0"},
+                     {"incomplete", "1"}};
+    EXPECT_EQ(sessions::publicNotes(desk), desk);
+    EXPECT_EQ(sessions::publicNotes({{"author", "Maria"},
+                                     {"city", "/home/maria/br"},
+                                     {"seed", "Maria"},
+                                     {"version", std::string(65, '1')},
+                                     {"clock", "5"}}),
+              (Notes{{"clock", "5"}}));
+    EXPECT_EQ(sessions::publicNotes({{"incomplete", "Maria"}}), (Notes{{"incomplete", ""}}));
+}
+
 /// The names of all texts and bytes of a record.
 void addNames(const std::string& path, const catalogue::Record& layout,
               std::set<std::string>& names) {

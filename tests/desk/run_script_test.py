@@ -1,5 +1,6 @@
 """The script ./run: what it refuses, what it does when files cannot be written, what remains on the
 disk, and builds at the same time."""
+import json
 import os
 import pathlib
 import re
@@ -85,9 +86,18 @@ class Arguments(DeskTest):
                               self.folder / "capture")
         self.assertEqual((0, ""), (run.returncode, run.stderr))
 
+    def explained(self, log):
+        done = subprocess.run([ROOT / "run", "explain", "--build", BUILD, "--json", log],
+                              capture_output=True, timeout=LIMIT, check=False)
+        self.assertEqual((1, b""), (done.returncode, done.stderr))
+        return [(finding["rule"], finding.get("subject"), finding["lines"])
+                for finding in json.loads(done.stdout)["findings"]]
+
     def test_a_redacted_copy_of_an_evening(self):
         capture, copy = self.folder / "capture", self.folder / "copy"
-        self.assertEqual(0, self.run_script("--quiet", "--capture", capture).returncode)
+        trace, other = self.folder / "trace", self.folder / "other"
+        self.assertEqual(0, self.run_script("--quiet", "--capture", capture, "--trace",
+                                            trace).returncode)
         done = subprocess.run([ROOT / "run", "redact", "--build", BUILD, capture, copy], text=True,
                               capture_output=True, timeout=LIMIT, check=False)
         self.assertEqual((0, ""), (done.returncode, done.stderr))
@@ -99,6 +109,16 @@ class Arguments(DeskTest):
         secret = "segredo".encode()
         self.assertIn(secret, capture.read_bytes())
         self.assertNotIn(secret, copy.read_bytes())
+        done = subprocess.run([ROOT / "run", "replay", "--build", BUILD, copy], text=True,
+                              capture_output=True, timeout=LIMIT, check=False)
+        self.assertEqual((0, ""), (done.returncode, done.stderr))
+        self.assertRegex(done.stdout, r"replay: (\d{3}) of \1 messages, no divergence\n\Z")
+        subprocess.run([ROOT / "run", "redact", "--build", BUILD, trace, other], timeout=LIMIT,
+                       stdout=subprocess.DEVNULL, check=True)
+        self.assertIn(secret, trace.read_bytes())
+        self.assertNotIn(secret, other.read_bytes())
+        self.assertEqual(self.explained(trace), self.explained(other))
+        self.assertGreater(len(self.explained(trace)), 0)
 
     def test_standard_output_on_a_full_disk(self):
         for option in ("--quiet", "--json"):

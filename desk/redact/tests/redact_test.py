@@ -165,6 +165,29 @@ class Copies(Folder):
         self.assertNotIn(b"Maria", self.copy.read_bytes())
         self.assertEqual((1, 0), (read(self.copy)[0]["count"], read(self.copy)[1]))
 
+    def test_the_notes_of_the_desk(self):
+        def comment(text):
+            return struct.pack("<HH", 1, len(text)) + text + bytes(-len(text) % 4)
+
+        session = b"city=br-sp-SaoPaulo\nseed=20\nclock=1774998843\nversion=1.0"
+        blocks = [block(0x0a0d0d0a, struct.pack("<IHHq", 0x1a2b3c4d, 1, 0, -1) + comment(session)),
+                  self.capture.blocks[1],
+                  block(6, self.capture.blocks[2][8:-4] + comment(b"incomplete=1")),
+                  block(0x0a0d0d0a, struct.pack("<IHHq", 0x1a2b3c4d, 1, 0, -1) +
+                        comment(b"seed=7\nauthor=Maria")),
+                  self.capture.blocks[1],
+                  block(6, self.capture.blocks[3][8:-4] + comment(b"Maria"))]
+        self.file.write_bytes(b"".join(blocks))
+        status, out, errors = self.run_redact("evening.pcapng", "copy.pcapng")
+        self.assertEqual((0, "copy.pcapng: 2 messages, 2 values replaced\n"
+                             "copy.pcapng: without 0 blocks and 2 options that libDtv does not "
+                             "write\n", ""), (status, out, errors))
+        copy = self.copy.read_bytes()
+        for kept in (comment(session), comment(b"incomplete=1"), comment(b"seed=7")):
+            self.assertEqual(1, copy.count(kept))
+        self.assertNotIn(b"Maria", copy)
+        self.assertEqual((2, 0), (read(self.copy)[0]["count"], read(self.copy)[1]))
+
     def test_the_name_of_a_thread_ends_at_its_zero(self):
         capture = Capture()
         capture.add(COMMAND, 0x10000000, bytes(4), name=b"main\0Maria")

@@ -13,13 +13,14 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <deque>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <random>
 #include <set>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 #include <vector>
 
@@ -263,9 +264,9 @@ Messages messagesOf(const std::vector<Planted>& all) {
 
 std::string captureOf(const Messages& messages) {
     redact::CaptureWriter writer;
-    std::string bytes = writer.section();
+    std::string bytes = writer.section({});
     for (const Message& message : messages) {
-        bytes += writer.packet(message);
+        bytes += writer.packet(message, {});
     }
     return bytes;
 }
@@ -335,8 +336,9 @@ public:
             const std::string part = secret.substr(i, window);
             for (const std::string& form :
                  {part, hexOf(part, ""), hexOf(part, " "), narrow(part)}) {
-                if (!form.empty()) {
-                    parts_.insert(form);
+                if (!form.empty() && parts_.count(form) == 0) {
+                    texts_.push_back(form);
+                    parts_.insert(texts_.back());
                     sizes_.insert(form.size());
                 }
             }
@@ -344,12 +346,12 @@ public:
     }
 
     /// The first that a text has; empty when it has none.
-    std::string firstIn(const std::string& text) const {
+    std::string firstIn(std::string_view text) const {
         for (const size_t size : sizes_) {
             for (size_t i = 0; i + size <= text.size(); ++i) {
                 const auto found = parts_.find(text.substr(i, size));
                 if (found != parts_.end()) {
-                    return *found;
+                    return std::string(*found);
                 }
             }
         }
@@ -369,7 +371,8 @@ private:
         return text;
     }
 
-    std::unordered_set<std::string> parts_;
+    std::deque<std::string> texts_;
+    std::unordered_set<std::string_view> parts_; ///< of the texts
     std::set<size_t> sizes_;
 };
 
@@ -468,7 +471,7 @@ TEST(Secrets, ChangeEachByte) {
     for (const Planted& planted : all) {
         changed.emplace_back(planted.message.record.size());
     }
-    for (uint64_t key = 0; key < 12; ++key) {
+    for (uint64_t key = 0; key < 6; ++key) {
         const Messages copy = readAll(copyOf(capture, {key, ~key}));
         ASSERT_EQ(copy.size(), all.size());
         for (size_t i = 0; i < all.size(); ++i) {
