@@ -13,6 +13,7 @@
 #include <fstream>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 
 namespace {
@@ -73,8 +74,16 @@ private:
     std::map<uint32_t, uint32_t> back_;
 };
 
+/// What was compared.
+struct Sum {
+    uint64_t messages = 0;
+    uint64_t captures = 0;
+    std::set<int> commands; ///< their numbers
+    std::set<int> events;
+};
+
 /// Compares the messages of one capture with the next ones of the replay's.
-bool compare(const std::string& name, Messages& replayed, uint64_t& total, bool first) {
+bool compare(const std::string& name, Messages& replayed, Sum& sum) {
     Messages recorded(name);
     Threads threads;
     while (const std::optional<Message> message = recorded.next()) {
@@ -89,9 +98,14 @@ bool compare(const std::string& name, Messages& replayed, uint64_t& total, bool 
                         name.c_str(), recorded.count(), replayed.count());
             return false;
         }
-        ++total;
+        ++sum.messages;
+        if (message->is(Message::Kind::kCommand)) {
+            sum.commands.insert(message->id);
+        } else if (message->is(Message::Kind::kEvent)) {
+            sum.events.insert(message->id);
+        }
     }
-    if (first && recorded.section() != replayed.section()) {
+    if (sum.captures++ == 0 && recorded.section() != replayed.section()) {
         std::printf("%s: the section headers differ\n", name.c_str());
         return false;
     }
@@ -107,10 +121,9 @@ int main(int argc, char** argv) {
     }
     Messages replayed(argv[1]);
     std::ifstream list(argv[2]);
-    uint64_t total = 0;
-    uint64_t files = 0;
-    for (std::string name; std::getline(list, name); ++files) {
-        if (!compare(name, replayed, total, files == 0)) {
+    Sum sum;
+    for (std::string name; std::getline(list, name);) {
+        if (!compare(name, replayed, sum)) {
             return 1;
         }
     }
@@ -118,6 +131,8 @@ int main(int argc, char** argv) {
         std::printf("the replay has more messages than the captures\n");
         return 1;
     }
-    std::printf("%" PRIu64 " messages of %" PRIu64 " captures are the same\n", total, files);
-    return total > 0 ? 0 : 1;
+    std::printf("%" PRIu64 " messages of %" PRIu64 " captures are the same: %zu kinds of command, "
+                "%zu of event\n",
+                sum.messages, sum.captures, sum.commands.size(), sum.events.size());
+    return sum.messages > 0 ? 0 : 1;
 }
