@@ -77,21 +77,36 @@ int64_t spanOf(int64_t seconds) {
     return seconds - since;
 }
 
+/// The notes with these keys, as the text of a comment.
+std::string commentOf(const sessions::Notes& notes, std::initializer_list<const char*> keys) {
+    std::string comment;
+    for (const char* key : keys) {
+        if (const std::string* value = sessions::valueOf(notes, key)) {
+            comment += (comment.empty() ? "" : "\n") + std::string(key) + '=' + *value;
+        }
+    }
+    return comment;
+}
+
 } // namespace
 
-std::string CaptureWriter::section() {
+std::string CaptureWriter::section(const sessions::Notes& notes) {
     std::string body;
     put(body, kByteOrder, 4);
     put(body, 1, 2);
     put(body, 0, 2);
     put(body, UINT64_MAX, 8); // the section's length is not given
     putOption(body, kWriter, "dtv-redact");
+    const std::string comment = commentOf(notes, {"city", "seed", "clock", "version"});
+    if (!comment.empty()) {
+        putOption(body, sessions::Option::kComment, comment);
+    }
     put(body, 0, 4);
     interfaces_ = {{0, 0}};
     return block(kSectionHeader, body) + interfaceBlock(0);
 }
 
-std::string CaptureWriter::packet(const Message& message) {
+std::string CaptureWriter::packet(const Message& message, const sessions::Notes& notes) {
     const int64_t offset = spanOf(message.time.seconds);
     const auto [interface, is_new] =
         interfaces_.try_emplace(offset, static_cast<uint32_t>(interfaces_.size()));
@@ -123,8 +138,15 @@ std::string CaptureWriter::packet(const Message& message) {
     const bool outbound = message.is(Kind::kCommand) || message.is(Kind::kRefusedEvent);
     const bool inbound = message.is(Kind::kAnswer) || message.is(Kind::kEvent);
     // A packet that libDtv cannot have written may be as long as a reader takes them.
-    if ((outbound || inbound) && data.size() <= kLongestPacket) {
+    const bool has_flags = (outbound || inbound) && data.size() <= kLongestPacket;
+    if (has_flags) {
         putOption(body, kPacketFlags, number(outbound ? 2 : 1, 4));
+    }
+    const std::string comment = commentOf(notes, {"incomplete"});
+    if (!comment.empty()) {
+        putOption(body, sessions::Option::kComment, comment);
+    }
+    if (has_flags || !comment.empty()) {
         put(body, 0, 4);
     }
     return (is_new ? interfaceBlock(offset) : "") + block(kEnhancedPacket, body);

@@ -22,7 +22,18 @@ public:
 
     /// As far as there are messages and the copy can be written.
     void run() {
-        copy_.write(writer_.section());
+        copyAll();
+        if (messages_ == 0) {
+            copy_.write(writer_.section(reader_.section()));
+        }
+    }
+
+    bool isDamaged() const { return damaged_; }
+    uint64_t messages() const { return messages_; }
+    const CaptureReader& reader() const { return reader_; }
+
+private:
+    void copyAll() {
         copyPackets();
         while (!reader_.error().empty() && !copy_.failed()) {
             const std::string error = reader_.error();
@@ -37,11 +48,6 @@ public:
         }
     }
 
-    bool isDamaged() const { return damaged_; }
-    uint64_t messages() const { return messages_; }
-    const CaptureReader& reader() const { return reader_; }
-
-private:
     void report(const std::string& what) {
         damaged_ = true;
         report_(what);
@@ -59,12 +65,12 @@ private:
                 report(error + "; dropped");
                 continue;
             }
-            if (messages_ > 0 && packet->section != section_) {
-                copy_.write(writer_.section());
+            if (messages_ == 0 || packet->section != section_) {
+                copy_.write(writer_.section(reader_.section()));
             }
             section_ = packet->section;
             redaction_.redact(*message);
-            copy_.write(writer_.packet(*message));
+            copy_.write(writer_.packet(*message, packet->notes));
             ++messages_;
         }
     }

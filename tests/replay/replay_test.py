@@ -151,6 +151,15 @@ class Replay(ReplayTest):
         status, output, errors = self.replay("--unknown", "other", self.evening)
         self.assertEqual((status, output), (2, ""))
 
+    def test_a_redacted_copy_replays(self):
+        copy, replayed = self.folder / "copy.pcapng", self.folder / "replayed.pcapng"
+        subprocess.run([desk.BUILD / "bin/dtv-redact", self.evening, copy], check=True,
+                       capture_output=True)
+        self.assertIn(b"city=br-sp-SaoPaulo\nseed=20\nclock=1775080800\nversion=", copy.read_bytes())
+        status, output, errors = self.replay(copy, DTV_CAPTURE_FILE=replayed)
+        self.assertEqual((status, errors), (0, ""), output)
+        self.compare(replayed, copy)
+
     def test_the_script_writes_to_no_file_that_is_replayed(self):
         for option in ("--capture", "--trace"):
             run = subprocess.run([desk.ROOT / "run", "replay", "--build", desk.BUILD, option,
