@@ -49,6 +49,7 @@ public:
     void begins() override {
         has_begun_ = true;
         const std::lock_guard<std::mutex> lock(service_.mutex_);
+        service_.sequence_.callbackBegins(service_.recording_.entries[event_].thread);
         service_.pass(event_);
     }
 
@@ -137,10 +138,11 @@ void Service::deliver(std::unique_lock<std::mutex>& lock, size_t event) {
 /// recorded refusal waits for its turn, so that the capture of this run has it in its place.
 void Service::endEvent(size_t event, int result) {
     std::unique_lock<std::mutex> lock(mutex_);
+    const Entry& entry = recording_.entries[event];
+    sequence_.callbackEnds(entry.thread);
     if (sequence_.hasEnded()) {
         return;
     }
-    const Entry& entry = recording_.entries[event];
     while (isCommand(nextEntry(entry.thread))) {
         skipCommand(nextEntry(entry.thread), "");
     }

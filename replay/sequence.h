@@ -22,8 +22,16 @@ struct Pace {
     std::chrono::milliseconds patience{10000};
 };
 
+/// How long messages wait for a callback at most.
+constexpr std::chrono::milliseconds callbackLimit{100};
+
 /// What a replay is at. Commands may pass before their turn, because nobody holds up the Java side;
 /// answers and events do not.
+///
+/// An event passes when its callback begins. What comes after it on other threads waits for the end
+/// of the callback as well, when the recording has nothing more of it: so the Java side sees one
+/// after the other. It waits for callbackLimit at most, for a callback may wait for another thread
+/// itself.
 ///
 /// Not locked by itself: every function is called with the lock that guards the replay.
 class Sequence {
@@ -41,6 +49,10 @@ public:
     /// A message has passed, or will not come any more.
     void pass(size_t index, bool came = true);
 
+    /// The callback of an event on this thread of the recording begins, and has returned.
+    void callbackBegins(size_t thread);
+    void callbackEnds(size_t thread);
+
     /// Waits until all messages before this one have passed and it is due. False when the replay
     /// has ended before.
     bool waitForTurn(std::unique_lock<std::mutex>& lock, size_t index);
@@ -57,6 +69,15 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
+    /// What is known of a recorded thread that delivers events.
+    struct Callback {
+        bool open = false;
+        size_t next_place = 0;       ///< of the message after the last one that passed there
+        Clock::time_point changed{}; ///< when that one passed
+    };
+
+    bool isLast(size_t thread) const;
+    Clock::time_point heldUntil(size_t thread) const;
     Clock::time_point dueAt(size_t index) const;
     void wait(std::unique_lock<std::mutex>& lock, std::condition_variable& changed);
 
@@ -70,6 +91,8 @@ private:
     std::optional<size_t> stalled_at_;
     Clock::time_point begin_{};
     Clock::time_point last_progress_{};
+    std::vector<Callback> callbacks_; ///< of each thread
+    size_t open_callbacks_ = 0;
     /// For each thread: its message may have its turn. One thread is woken for a message.
     std::vector<std::condition_variable> changed_;
     std::condition_variable all_passed_;

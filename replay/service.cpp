@@ -54,6 +54,13 @@ Given given(const dtv::Command& command) {
     return given;
 }
 
+std::string withoutDigits(std::string name) {
+    name.erase(std::remove_if(name.begin(), name.end(),
+                              [](char character) { return character >= '0' && character <= '9'; }),
+               name.end());
+    return name;
+}
+
 void writeReply(const Message& answer, const dtv::Reply& reply) {
     const auto room = static_cast<size_t>(std::max(reply.capacity, 0));
     const size_t size = std::min(answer.record.size(), room);
@@ -189,26 +196,31 @@ size_t Service::threadHere() {
     return current.thread;
 }
 
-/// By its name, then in the order in which they appear. A further thread of a name shares the part
-/// of the last one: the numbers of threads that have ended are given again.
+/// By its name, then by its name without numbers, then in the order in which they appear. A further
+/// thread of a name shares the part of the last one: the numbers of threads that have ended are
+/// given again.
 size_t Service::threadNamed(const std::string& name) const {
-    size_t same_name = kNone;
-    size_t free = kNone;
+    size_t same = kNone;
+    size_t alike = kNone;
+    size_t any = kNone;
     for (size_t index = 0; index < tracks_.size(); ++index) {
         const Thread& thread = recording_.threads[index];
         if (thread.delivers) {
             continue;
         }
+        const bool is_free = !tracks_[index].taken;
         if (thread.name == name) {
-            same_name = index;
-            if (!tracks_[index].taken) {
+            if (is_free) {
                 return index;
             }
-        } else if (!tracks_[index].taken && free == kNone) {
-            free = index;
+            same = index;
+        } else if (is_free && alike == kNone && withoutDigits(thread.name) == withoutDigits(name)) {
+            alike = index;
+        } else if (is_free && any == kNone) {
+            any = index;
         }
     }
-    return same_name != kNone ? same_name : free;
+    return same != kNone ? same : alike != kNone ? alike : any;
 }
 
 size_t Service::nextEntry(size_t thread) const {

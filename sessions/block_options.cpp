@@ -1,21 +1,29 @@
 #include "sessions/block_options.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace sessions {
 namespace {
 
-void addNotes(Bytes comment, Notes& notes) {
+constexpr std::string_view kKnownKeys[] = {"city", "seed", "clock", "version", "incomplete"};
+
+/// The notes of a comment. False when it has lines that are none.
+bool addNotes(Bytes comment, Notes& notes) {
     const std::string text(comment.data, comment.data + comment.size);
+    bool all = true;
     for (size_t begin = 0; begin < text.size();) {
         const size_t end = std::min(text.find('\n', begin), text.size());
         const std::string line = text.substr(begin, end - begin);
         const size_t sign = line.find('=');
         if (sign != std::string::npos && sign > 0) {
             notes.emplace_back(line.substr(0, sign), line.substr(sign + 1));
+        } else {
+            all = false;
         }
         begin = end + 1;
     }
+    return all;
 }
 
 } // namespace
@@ -50,6 +58,15 @@ Notes readNotes(BlockOptions options) {
         }
     }
     return notes;
+}
+
+bool hasKnownNotesOnly(Bytes comment) {
+    Notes notes;
+    return addNotes(comment, notes) &&
+           std::all_of(notes.begin(), notes.end(), [](const auto& note) {
+               return std::find(std::begin(kKnownKeys), std::end(kKnownKeys), note.first) !=
+                      std::end(kKnownKeys);
+           });
 }
 
 const std::string* valueOf(const Notes& notes, std::string_view key) {

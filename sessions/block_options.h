@@ -43,6 +43,9 @@ using Notes = std::vector<std::pair<std::string, std::string>>;
 /// The notes in the comments among these options.
 Notes readNotes(BlockOptions options);
 
+/// Whether a comment has nothing but notes with the keys of docs/capture.md.
+bool hasKnownNotesOnly(Bytes comment);
+
 /// The value of the first line with that key; null when there is none.
 const std::string* valueOf(const Notes& notes, std::string_view key);
 

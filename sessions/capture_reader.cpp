@@ -10,7 +10,6 @@ constexpr uint32_t kSectionHeader = 0x0a0d0d0a; ///< the same in both byte order
 constexpr uint32_t kInterfaceDescription = 1;
 constexpr uint32_t kEnhancedPacket = 6;
 
-constexpr uint16_t kNoMoreOptions = 0;
 constexpr uint16_t kPacketFlags = 2;
 constexpr uint16_t kInterfaceName = 2;
 constexpr uint16_t kWriter = 4;
@@ -213,8 +212,9 @@ bool CaptureReader::beginSection(const Block& block) {
     }
     interfaces_.clear();
     ++section_count_;
-    countOptions(Bytes{block.body.data(), block.body.size()}.from(12), {kWriter});
-    section_ = readNotes({Bytes{block.body.data(), block.body.size()}.from(12), big_endian_});
+    const Bytes options = Bytes{block.body.data(), block.body.size()}.from(12);
+    countOptions(options, {kWriter});
+    section_ = readNotes({options, big_endian_});
     return true;
 }
 
@@ -277,30 +277,27 @@ bool CaptureReader::readPacket(const Block& block, Packet& packet) {
                     std::to_string(captured) + " bytes");
     }
     const uint64_t stamp = uint64_t{number32(body.data + 4)} << 32 | number32(body.data + 8);
-    countOptions(data.from(static_cast<size_t>(padded(captured))), {kPacketFlags});
+    const Bytes options = data.from(static_cast<size_t>(padded(captured)));
+    countOptions(options, {kPacketFlags});
     packet.offset = start_;
     packet.section = section_count_;
     packet.time = momentOf(stamp, interfaces_[interface].resolution, interfaces_[interface].offset);
     packet.original_size = number32(body.data + 16);
     packet.data.assign(data.data, data.data + captured);
-    packet.notes = readNotes({data.from(static_cast<size_t>(padded(captured))), big_endian_});
+    packet.notes = readNotes({options, big_endian_});
     return true;
 }
 
-/// Options whose lengths are wrong are passed over as one.
-void CaptureReader::countOptions(Bytes options, std::initializer_list<uint16_t> known) {
-    while (options.size > 0 && (options.size < 4 || number16(options.data) != kNoMoreOptions)) {
-        const Bytes value = options.from(4);
-        const auto length =
-            options.size < 4 ? size_t{1} : static_cast<size_t>(padded(number16(options.data + 2)));
-        if (length > value.size) {
-            ++passed_options_;
-            return;
-        }
-        if (std::find(known.begin(), known.end(), number16(options.data)) == known.end()) {
-            ++passed_options_;
-        }
-        options = value.from(length);
+/// Options whose lengths are wrong are passed over as one. Of comments libDtv's own notes are
+/// known.
+void CaptureReader::countOptions(Bytes bytes, std::initializer_list<unsigned> known) {
+    BlockOptions options(bytes, big_endian_);
+    while (const std::optional<Option> option = options.next()) {
+        const bool is_note =
+            option->code == Option::kComment && option->value && hasKnownNotesOnly(*option->value);
+        const bool is_known =
+            option->value && std::find(known.begin(), known.end(), option->code) != known.end();
+        passed_options_ += is_known || is_note ? 0 : 1;
     }
 }
 

@@ -81,7 +81,7 @@ private:
     bool addInterface(const Block& block);
     bool readOptions(Bytes bytes, Interface& interface);
     bool readPacket(const Block& block, Packet& packet);
-    void countOptions(Bytes options, std::initializer_list<uint16_t> known);
+    void countOptions(Bytes bytes, std::initializer_list<unsigned> known);
     bool fail(const std::string& what);
     bool failForGood(const std::string& what);
     bool failCut();

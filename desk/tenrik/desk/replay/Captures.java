@@ -7,7 +7,7 @@ import tenrik.desk.core.ChannelTables;
 import tenrik.desk.core.DeskException;
 
 /** What a capture says of the session that it was taken of. */
-final class Captures {
+public final class Captures {
     private Captures() {}
 
     /**
@@ -20,7 +20,7 @@ final class Captures {
      * @param guide the programmes; null when there is no guide
      * @throws DeskException when the header lacks something, or a file cannot be read
      */
-    static void simulateUnknown(
+    public static void simulateUnknown(
             Path capture, Map<String, String> section, Path tables, Path guide)
             throws DeskException {
         Path table = new ChannelTables(tables).find(value(capture, section, "city"));

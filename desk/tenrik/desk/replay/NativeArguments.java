@@ -50,6 +50,9 @@ final class NativeArguments {
     /** The bridge takes no more bytes of a block of the broadcaster's memory. */
     private static final int NVRAM_BLOCK = 64;
 
+    /** The longest delay that a session may be created with. */
+    private static final int LONGEST_DELAY = 999;
+
     private final CommandRecord.Layout layout;
     private final Surface surface;
     private final List<Maker> makers;
@@ -109,6 +112,8 @@ final class NativeArguments {
         return switch (name) {
             case "numerator" -> (record, form) -> PlaySpeed.of(record).numerator();
             case "denominator" -> (record, form) -> PlaySpeed.of(record).denominator();
+            // The later delays are measured against it: it is as large as it may have been.
+            case "max_delay_time" -> (record, form) -> longestDelay(record.number(field));
             // Is not checked against the text, which has the length that is sent.
             case "title_size" -> (record, form) -> record.number(field);
             // The bridge refuses a negative one.
@@ -117,10 +122,14 @@ final class NativeArguments {
         };
     }
 
+    private static int longestDelay(int sent) {
+        return sent <= LONGEST_DELAY ? sent : sent - (1 << Short.SIZE);
+    }
+
     private static int number(CommandRecord record, String field, Form form) {
         int value = record.number(field);
         int size = record.sizeOf(field);
-        return form == Form.PLAIN || size == Integer.BYTES ? value : value | -1 << size * Byte.SIZE;
+        return form == Form.PLAIN || size == Integer.BYTES ? value : value | Integer.MIN_VALUE;
     }
 
     private static Maker constant(Class<?> type, String field) {

@@ -65,7 +65,7 @@ public final class ReplayCommand implements Callable<Integer> {
 
     @Option(names = "--unknown", paramLabel = "simulate", converter = UnknownConverter.class,
             description = "What takes the commands that the capture does not have.")
-    private boolean simulate;
+    private String unknown;
 
     @Option(names = "--json", description = "Shows a JSON object for each capture.")
     private boolean json;
@@ -102,7 +102,7 @@ public final class ReplayCommand implements Callable<Integer> {
     private int replay(Path capture) throws InterruptedException {
         try {
             Map<String, String> section = Replay.open(capture);
-            if (simulate) {
+            if (unknown != null) {
                 Captures.simulateUnknown(capture, section, tables, guide);
             }
             Replay.start(new Replay.Settings(speed, patience, fill));
@@ -146,14 +146,14 @@ public final class ReplayCommand implements Callable<Integer> {
         }
     }
 
-    private static final class UnknownConverter implements CommandLine.ITypeConverter<Boolean> {
+    private static final class UnknownConverter implements CommandLine.ITypeConverter<String> {
         @Override
-        public Boolean convert(String text) {
+        public String convert(String text) {
             if (!text.equals(SIMULATE)) {
                 throw new CommandLine.TypeConversionException("\"" + text + "\" is not \""
                         + SIMULATE + "\"");
             }
-            return true;
+            return text;
         }
     }
 }
