@@ -1,5 +1,6 @@
 #include "desk/explain/around.h"
 
+#include "desk/explain/redacted_lines.h"
 #include "desk/explain/text.h"
 
 #include "sessions/log/activity.h"
@@ -43,7 +44,8 @@ std::string threadOf(const sessions::LogLine& line) {
     return line.kind <= sessions::LogLineKind::kCopy ? std::string(line.trace.task) : std::string();
 }
 
-void collect(sessions::LogReader& reader, uint64_t wanted, Surroundings& near) {
+void collect(sessions::LogReader& reader, uint64_t wanted, RedactedLines& redacted,
+             Surroundings& near) {
     sessions::Activity activity(
         [&](const sessions::Step& step) {
             const sessions::BridgeCall& call = step.call;
@@ -58,6 +60,7 @@ void collect(sessions::LogReader& reader, uint64_t wanted, Surroundings& near) {
         [](const sessions::UnmatchedLine&) {});
     sessions::LogLine line;
     while (reader.next(line)) {
+        redacted.take(line);
         if (line.first <= wanted && wanted <= line.last) {
             near.found = true;
             near.thread = threadOf(line);
@@ -72,12 +75,14 @@ void collect(sessions::LogReader& reader, uint64_t wanted, Surroundings& near) {
 
 } // namespace
 
-std::string writeAround(std::ostream& out, const std::string& path, uint64_t wanted) {
+std::string writeAround(std::ostream& out, const std::string& path, uint64_t wanted,
+                        const sessions::HashKey* redacts_with) {
     sessions::LineSource source(path);
     Surroundings near;
     if (source.error().empty()) {
         sessions::LogReader reader(source);
-        collect(reader, wanted, near);
+        RedactedLines redacted(redacts_with, reader);
+        collect(reader, wanted, redacted, near);
         if (!near.found && source.error().empty()) {
             return path + " has " + countText(reader.counts().lines, "line");
         }

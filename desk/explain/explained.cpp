@@ -1,5 +1,6 @@
 #include "desk/explain/explained.h"
 
+#include "desk/explain/redacted_lines.h"
 #include "desk/explain/text.h"
 
 #include "sessions/capture_reader.h"
@@ -68,13 +69,12 @@ void readLog(const std::string& path, const ReadOptions& options, Explained& exp
     sessions::Activity activity(
         [&analysis](const sessions::Step& step) { analysis.step(step); },
         [&analysis](const sessions::UnmatchedLine& line) { analysis.unmatched(line); });
+    RedactedLines redacted(options.redacts_with, reader);
     sessions::LogLine line;
     while (reader.next(line)) {
+        redacted.take(line);
         analysis.line(line);
         activity.add(line);
-        if (options.progress && line.first % 4096 == 0) {
-            options.progress(source.fileBytes());
-        }
     }
     activity.end();
     explained.error = source.error();
@@ -90,7 +90,7 @@ void readLog(const std::string& path, const ReadOptions& options, Explained& exp
 }
 
 /// Hands the messages of a capture to the analysis, and counts what is damaged.
-void readCapture(const std::string& path, const ReadOptions& options, Explained& explained) {
+void readCapture(const std::string& path, Explained& explained) {
     std::ifstream file(path, std::ios::binary);
     Analysis& analysis = explained.analysis;
     sessions::CaptureReader reader(file);
@@ -107,9 +107,6 @@ void readCapture(const std::string& path, const ReadOptions& options, Explained&
                 analysis.message(*message, explained.messages);
             } else {
                 analysis.coverage().mark(LossKind::kNotKnown, explained.messages, error);
-            }
-            if (options.progress && explained.messages % 4096 == 0) {
-                options.progress(packet->offset);
             }
         }
         if (reader.error().empty()) {
@@ -144,7 +141,7 @@ std::unique_ptr<Explained> explainFile(const std::string& path, const ReadOption
     explained->name = path == "-" ? "standard input" : path;
     explained->is_capture = isCapture(path);
     if (explained->is_capture) {
-        readCapture(path, options, *explained);
+        readCapture(path, *explained);
     } else {
         readLog(path, options, *explained);
     }

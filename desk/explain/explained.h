@@ -3,10 +3,10 @@
 
 #include "desk/explain/analysis.h"
 
+#include "sessions/keyed_hash.h"
 #include "sessions/log/log_reader.h"
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -37,9 +37,9 @@ enum class Verdict : uint8_t {
 Verdict verdictOf(const Explained& explained);
 
 struct ReadOptions {
+    /// Shows placeholders in place of what other programs wrote and of texts; null: shows them.
+    const sessions::HashKey* redacts_with = nullptr;
     int64_t slow = 1000000000; ///< nanoseconds; an answer that takes longer is slow
-    /// Is given the bytes of the file that have been read so far, now and then; may be empty.
-    std::function<void(uint64_t)> progress;
 };
 
 /// Reads a log or a capture; "-" is standard input.

@@ -14,6 +14,7 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -37,9 +38,7 @@ int finish(explain::Verdict verdict) {
 }
 
 explain::Verdict explainOne(const std::string& file, const explain::Options& options,
-                            std::ostream* ndjson) {
-    explain::ReadOptions read;
-    read.slow = options.slow;
+                            const explain::ReadOptions& read, std::ostream* ndjson) {
     const std::unique_ptr<explain::Explained> explained = explain::explainFile(file, read);
     const explain::Selection selection{options.only};
     if (options.json) {
@@ -57,9 +56,10 @@ explain::Verdict explainOne(const std::string& file, const explain::Options& opt
 }
 
 explain::Verdict explainFiles(const std::vector<std::string>& files,
-                              const explain::Options& options, std::ostream* ndjson) {
+                              const explain::Options& options, const explain::ReadOptions& read,
+                              std::ostream* ndjson) {
     explain::ManyOptions many;
-    many.read.slow = options.slow;
+    many.read = read;
     many.ndjson = ndjson;
     many.jobs = options.jobs;
     many.shows_progress = isatty(STDERR_FILENO) == 1;
@@ -67,9 +67,18 @@ explain::Verdict explainFiles(const std::vector<std::string>& files,
 }
 
 int run(const explain::Options& options) {
+    explain::ReadOptions read;
+    read.slow = options.slow;
+    const std::optional<sessions::HashKey> key = sessions::randomHashKey();
+    if (options.redact) {
+        if (!key) {
+            return complain("the kernel has no random numbers");
+        }
+        read.redacts_with = &*key;
+    }
     if (options.around != 0) {
-        const std::string error =
-            explain::writeAround(std::cout, options.files.front(), options.around);
+        const std::string error = explain::writeAround(std::cout, options.files.front(),
+                                                       options.around, read.redacts_with);
         return error.empty() ? finish(explain::Verdict::kClean) : complain(error);
     }
     std::ofstream ndjson;
@@ -92,8 +101,8 @@ int run(const explain::Options& options) {
     if (many && options.json) {
         return complain("--json is for one log; --ndjson takes many");
     }
-    explain::Verdict verdict =
-        many ? explainFiles(files, options, objects) : explainOne(files.front(), options, objects);
+    explain::Verdict verdict = many ? explainFiles(files, options, read, objects)
+                                    : explainOne(files.front(), options, read, objects);
     if (!errors.empty() && verdict == explain::Verdict::kClean) {
         verdict = explain::Verdict::kCannotTell;
     }

@@ -29,6 +29,8 @@ standard input. Of several files or a folder it counts the first causes.
   --around LINE    the lines around one, and the call that it belongs to
   --slow SECONDS   how long an answer may take before it is slow (default: 1)
   --ndjson FILE    writes an object for each log, session and finding to a file
+  --redact         shows placeholders in place of what other programs wrote, and
+                   of the texts in the bridge's lines
   --jobs NUMBER    how many logs at a time (default: as many as processors)
   --help           shows this
 
@@ -129,6 +131,8 @@ std::string takeArguments(const std::vector<std::string>& arguments, Options& op
             return {};
         } else if (argument == "--json") {
             options.json = true;
+        } else if (argument == "--redact") {
+            options.redact = true;
         } else if (std::string error = takeValue(arguments, index, options); !error.empty()) {
             return error;
         }

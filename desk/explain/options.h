@@ -10,6 +10,7 @@ namespace explain {
 struct Options {
     bool help = false;
     bool json = false;
+    bool redact = false;            ///< shows placeholders in place of contents
     uint64_t around = 0;            ///< the line whose surroundings are shown; 0: the report is
     std::string only;               ///< which findings; empty: all
     std::string ndjson;             ///< file; empty: none
