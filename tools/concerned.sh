@@ -23,12 +23,8 @@ labels_of() {
     tests/platform/*) echo platform ;;
     simulator/tests/*) echo simulator ;;
     simulator/*) echo "simulator|desk" ;;
-<<<<<<< HEAD
+    sessions/log/*) echo "sessions|trace|explain|redact|$all_of_the_bridge" ;;
     sessions/*) echo "sessions|show|redact|replay|explain" ;;
-=======
-    sessions/log/*) echo "sessions|trace|$all_of_the_bridge" ;;
-    sessions/*) echo "sessions|show|redact" ;;
->>>>>>> e1844a0 (Take no time out of a log that 64 bits do not hold in nanoseconds)
     desk/redact/*) echo redact ;;
     desk/explain/* | tests/field/*) echo explain ;;
     replay/* | desk/tenrik/desk/replay/* | tests/replay/*) echo replay ;;
