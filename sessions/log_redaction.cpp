@@ -32,6 +32,7 @@ constexpr std::string_view kBuffers[] = {"main", "system", "crash", "events", "r
 
 constexpr std::string_view kTraceStart = ",TENRIK,";
 constexpr std::string_view kChatty = "chatty";
+constexpr std::string_view kUser = "uid=";
 constexpr std::string_view kLine = " line";
 
 /// A line of a log: its text, and what stands around it.
@@ -200,7 +201,7 @@ std::string LogRedaction::redactTrace(const LogLine& line) {
     return redacted;
 }
 
-/// "chatty" and "expire 12 lines" stay, by which a reader knows that lines are missing.
+/// "chatty" or "uid=", and "expire 12 lines" stay, by which a reader knows that lines are missing.
 std::string LogRedaction::redactDropped(std::string_view text) {
     size_t begin = std::string_view::npos;
     size_t end = std::string_view::npos;
@@ -218,10 +219,19 @@ std::string LogRedaction::redactDropped(std::string_view text) {
         return replaced(text);
     }
     end += kLine.size();
-    const size_t chatty = std::min(text.substr(0, begin).find(kChatty), begin);
-    const size_t after = std::min(chatty + kChatty.size(), begin);
-    return replaced(text.substr(0, chatty)) + std::string(text.substr(chatty, after - chatty)) +
-           replaced(text.substr(after, begin - after)) +
+    const std::string_view before = text.substr(0, begin);
+    std::string_view mark;
+    size_t start = begin;
+    for (const std::string_view one : {kChatty, kUser}) {
+        const size_t found = before.find(one);
+        if (found != std::string_view::npos) {
+            mark = one;
+            start = found;
+            break;
+        }
+    }
+    return replaced(before.substr(0, start)) + std::string(mark) +
+           replaced(before.substr(start + mark.size())) +
            std::string(text.substr(begin, end - begin)) + replaced(text.substr(end));
 }
 

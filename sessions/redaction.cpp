@@ -26,21 +26,19 @@ constexpr size_t kLongestNote = 64; ///< bytes
 constexpr const char* kDigits = "0123456789-";
 constexpr const char* kWord = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._+";
 
-/// The keys of docs/capture.md, and the characters of their values: others may be anybody's words.
-constexpr struct {
+/// A key of docs/capture.md, and the characters of its values: others may be anybody's words.
+struct PublicNote {
     std::string_view key;
     const char* characters;
-} kPublicNotes[] = {
-    {"city", kWord},    {"seed", kDigits},       {"clock", kDigits},
-    {"version", kWord}, {"incomplete", kDigits},
+};
+constexpr std::string_view kIncomplete = "incomplete";
+constexpr PublicNote kPublicNotes[] = {
+    {"city", kWord},    {"seed", kDigits},      {"clock", kDigits},
+    {"version", kWord}, {kIncomplete, kDigits},
 };
 
-bool isPublicNote(const std::pair<std::string, std::string>& note) {
-    return note.second.size() <= kLongestNote &&
-           std::any_of(std::begin(kPublicNotes), std::end(kPublicNotes), [&note](const auto& one) {
-               return one.key == note.first &&
-                      note.second.find_first_not_of(one.characters) == std::string::npos;
-           });
+bool isOf(const std::string& value, const char* characters) {
+    return value.size() <= kLongestNote && value.find_first_not_of(characters) == std::string::npos;
 }
 
 /// How many bytes there are before the first that is not zero.
@@ -66,12 +64,24 @@ bool isPublic(std::string_view message, std::string_view field) {
     });
 }
 
-Notes publicNotes(const Notes& notes) {
+Notes publicNotes(const Notes& notes, uint64_t& dropped) {
     Notes kept;
-    std::copy_if(notes.begin(), notes.end(), std::back_inserter(kept), isPublicNote);
-    // That bytes are missing must not get lost with what is said of them.
-    if (valueOf(notes, "incomplete") != nullptr && valueOf(kept, "incomplete") == nullptr) {
-        kept.emplace_back("incomplete", "");
+    for (const auto& [key, value] : notes) {
+        const auto* const known =
+            std::find_if(std::begin(kPublicNotes), std::end(kPublicNotes),
+                         [&key = key](const PublicNote& note) { return note.key == key; });
+        if (known == std::end(kPublicNotes)) {
+            continue;
+        }
+        if (isOf(value, known->characters)) {
+            kept.emplace_back(key, value);
+            continue;
+        }
+        ++dropped;
+        // Whatever its value, it says that bytes are missing.
+        if (key == kIncomplete) {
+            kept.emplace_back(key, "");
+        }
     }
     return kept;
 }

@@ -28,8 +28,10 @@ const std::vector<PublicField>& publicFields();
 
 bool isPublic(std::string_view message, std::string_view field);
 
-/// Of the notes of a section or of a packet those that say nothing of anybody, in their order.
-Notes publicNotes(const Notes& notes);
+/// Of the notes of a section or of a packet those that say nothing of anybody, in their order: with
+/// a key of docs/capture.md, and a value as that key has it. `dropped` is increased by the number
+/// of those whose value alone is another.
+Notes publicNotes(const Notes& notes, uint64_t& dropped);
 
 /// Replaces the contents of texts and bytes by placeholders of the same length. One object is for
 /// all that is given to others at a time: it gives equal values equal placeholders, and no other

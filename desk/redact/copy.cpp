@@ -6,7 +6,6 @@
 #include "sessions/capture_reader.h"
 #include "sessions/message.h"
 
-#include <algorithm>
 #include <optional>
 
 namespace redact {
@@ -43,9 +42,7 @@ public:
     bool isDamaged() const { return damaged_; }
     uint64_t messages() const { return messages_; }
     uint64_t blocks() const { return reader_.passedBlocks(); }
-    uint64_t options() const {
-        return reader_.passedOptions() - std::min(kept_comments_, reader_.passedOptions());
-    }
+    uint64_t options() const { return reader_.passedOptions() + dropped_notes_; }
 
 private:
     void report(const std::string& what) {
@@ -77,11 +74,9 @@ private:
 
     void copySection() { copy_.write(writer_.section(keep(reader_.section()))); }
 
-    /// The notes that the copy has. A comment of which something is missing counts as left out.
+    /// The notes that the copy has.
     sessions::Notes keep(const sessions::Notes& notes) {
-        sessions::Notes kept = sessions::publicNotes(notes);
-        kept_comments_ += !kept.empty() && kept == notes ? 1 : 0;
-        return kept;
+        return sessions::publicNotes(notes, dropped_notes_);
     }
 
     CaptureReader reader_;
@@ -90,7 +85,7 @@ private:
     const std::function<void(const std::string&)>& report_;
     CaptureWriter writer_;
     uint64_t messages_ = 0;
-    uint64_t kept_comments_ = 0;
+    uint64_t dropped_notes_ = 0;
     uint32_t section_ = 0;
     bool damaged_ = false;
 };

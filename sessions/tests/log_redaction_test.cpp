@@ -154,13 +154,15 @@ TEST(LogRedaction, LeavesWhatTheLogSaysOfItself) {
                   "------ SYSTEM LOG (Maria) ------",
                   "11-21 22:13:37.123  123   45 I chatty  : uid=10045(u0_a45) maria.app expire 12 "
                   "lines",
-                  "I( 123: 45) chatty: uid=1 identical 3 lines, Maria"}),
+                  "I( 123: 45) chatty: uid=1 identical 3 lines, Maria",
+                  "I( 123: 45) uid=1 Maria expire 3 lines"}),
         ElementsAre(
             "--------- beginning of main", "--------- " + letters("beginning of Maria"),
             "------ " + letters("SYSTEM LOG (Maria) ------"),
-            "11-21 22:13:37.123  123   45 I chatty  : " + letters("uid=10045(u0_a45) maria.app ") +
+            "11-21 22:13:37.123  123   45 I chatty  : uid=" + letters("10045(u0_a45) maria.app ") +
                 "expire 12 line" + letters("s"),
-            "I( 123: 45) chatty" + letters(": uid=1 ") + "identical 3 line" + letters("s, Maria")));
+            "I( 123: 45) chatty" + letters(": uid=1 ") + "identical 3 line" + letters("s, Maria"),
+            "I( 123: 45) uid=" + letters("1 Maria ") + "expire 3 line" + letters("s")));
 }
 
 TEST(LogRedaction, LeavesWhatAStackTraceSaysOfTheJavaSide) {

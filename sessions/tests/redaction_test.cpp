@@ -243,14 +243,20 @@ TEST(PublicNotes, AreThoseOfTheDesk) {
                      {"clock", "1774998843"},
                      {"version", "1.0"},
                      {"incomplete", "1"}};
-    EXPECT_EQ(sessions::publicNotes(desk), desk);
+    uint64_t dropped = 0;
+    EXPECT_EQ(sessions::publicNotes(desk, dropped), desk);
+    EXPECT_EQ(dropped, 0u);
     EXPECT_EQ(sessions::publicNotes({{"author", "Maria"},
                                      {"city", "/home/maria/br"},
                                      {"seed", "Maria"},
                                      {"version", std::string(65, '1')},
-                                     {"clock", "5"}}),
+                                     {"clock", "5"}},
+                                    dropped),
               (Notes{{"clock", "5"}}));
-    EXPECT_EQ(sessions::publicNotes({{"incomplete", "Maria"}}), (Notes{{"incomplete", ""}}));
+    EXPECT_EQ(dropped, 3u) << "the reader counts other keys";
+    EXPECT_EQ(sessions::publicNotes({{"incomplete", "Maria"}}, dropped),
+              (Notes{{"incomplete", ""}}));
+    EXPECT_EQ(dropped, 4u);
 }
 
 /// The names of all texts and bytes of a record.
