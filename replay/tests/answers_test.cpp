@@ -71,9 +71,11 @@ TEST_F(Answers, EventsHaveTheRecordsOfTheCapture) {
     event({}, -9); // null
     add(kRefusal, 3, "DtvEvent-1", kScanReply, {}, 1);
     event({}, -9);
+    event({}, 4); // null, whatever the listener returned
     start();
-    EXPECT_THAT(report(), ElementsAre("replay: 7 of 7 messages, no divergence"));
-    ASSERT_EQ(listener->events.size(), 5u);
+    EXPECT_EQ(finish().divergences.total(), 1u) << "this listener refuses the last one";
+    ASSERT_EQ(listener->events.size(), 6u);
+    EXPECT_FALSE(listener->events[5].had_data);
     EXPECT_THAT(listener->events[0].bytes, ElementsAre(1, 2, 3, 0, 0, 0, 0, 0));
     EXPECT_FALSE(listener->events[1].had_data);
     EXPECT_EQ(listener->events[1].size, 4);

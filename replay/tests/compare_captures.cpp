@@ -8,6 +8,9 @@
 #include "sessions/capture_reader.h"
 #include "sessions/message.h"
 
+#include "records/catalogue.h"
+
+#include <algorithm>
 #include <cinttypes>
 #include <cstdio>
 #include <fstream>
@@ -15,6 +18,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -82,6 +86,12 @@ struct Sum {
     std::set<int> events;
 };
 
+bool hasAll(const std::vector<catalogue::Message>& messages, const std::set<int>& ids) {
+    return std::all_of(messages.begin(), messages.end(), [&ids](const catalogue::Message& message) {
+        return ids.count(message.id) != 0;
+    });
+}
+
 /// Compares the messages of one capture with the next ones of the replay's.
 bool compare(const std::string& name, Messages& replayed, Sum& sum) {
     Messages recorded(name);
@@ -131,8 +141,9 @@ int main(int argc, char** argv) {
         std::printf("the replay has more messages than the captures\n");
         return 1;
     }
-    std::printf("%" PRIu64 " messages of %" PRIu64 " captures are the same: %zu kinds of command, "
-                "%zu of event\n",
-                sum.messages, sum.captures, sum.commands.size(), sum.events.size());
+    const bool all =
+        hasAll(catalogue::commands(), sum.commands) && hasAll(catalogue::events(), sum.events);
+    std::printf("%" PRIu64 " messages of %" PRIu64 " captures are the same%s\n", sum.messages,
+                sum.captures, all ? ", every kind of command and of event among them" : "");
     return sum.messages > 0 ? 0 : 1;
 }

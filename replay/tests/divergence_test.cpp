@@ -86,6 +86,32 @@ TEST_F(Diverging, OtherSizesAndSurfacesAreOtherBytes) {
                             "replay: 1 of 1 messages, 1 divergence"));
 }
 
+TEST_F(Diverging, OtherSurfacesAreOtherBytes) {
+    add(kCommand, 1, "desk", kStartScan, {1, 0});
+    start();
+    on("desk", [&] {
+        uint8_t record[] = {1, 0};
+        TS_DTVSV_SP references;
+        references.surface_count = 1;
+        EXPECT_EQ(listener->sendEventToServer(kStartScan, record, 2, &references, nullptr, nullptr),
+                  0);
+    });
+    EXPECT_THAT(finish().divergences.counts, ElementsAre(1, 0, 0, 0, 0));
+}
+
+TEST_F(Diverging, AnotherSizeOfNoRecordIsOtherBytes) {
+    WrittenMessage message{kCommand, 1, "desk", kStartScan, {}};
+    message.size = 2;
+    writer.add(message);
+    writer.add(message);
+    start();
+    on("desk", [&] {
+        EXPECT_EQ(listener->sendEventToServer(kStartScan, nullptr, 2, nullptr, nullptr), 0);
+        EXPECT_EQ(listener->sendEventToServer(kStartScan, nullptr, 3, nullptr, nullptr), 0);
+    });
+    EXPECT_THAT(finish().divergences.counts, ElementsAre(1, 0, 0, 0, 0));
+}
+
 TEST_F(Diverging, AnUnexpectedCommandIsNotTaken) {
     add(kCommand, 1, "desk", kStartScan, {1, 0});
     add(kCommand, 1, "desk", kCancelScan, {1, 0});

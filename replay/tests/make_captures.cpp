@@ -20,7 +20,7 @@ int main(int argc, char** argv) {
     const std::filesystem::path folder = std::filesystem::absolute(argv[1]);
     const uint64_t seed = std::strtoull(argv[2], nullptr, 10);
     const uint64_t captures = std::strtoull(argv[3], nullptr, 10);
-    const uint64_t messages = std::strtoull(argv[4], nullptr, 10);
+    const auto messages = static_cast<size_t>(std::strtoull(argv[4], nullptr, 10));
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
     std::ofstream list(folder / "list");

@@ -93,7 +93,7 @@ class Replay(ReplayTest):
         self.assertIn("No such file", errors)
 
     def changed(self, name, old, new):
-        """A copy in which a byte of the first packet that holds `old` is another one."""
+        """A copy in which the first bytes `old` are other ones, as many."""
         bytes_ = bytearray(Replay.recorded)
         at = bytes_.index(old)
         bytes_[at:at + len(new)] = new
@@ -150,6 +150,13 @@ class Replay(ReplayTest):
         self.assertIn('its section header has no "seed"', errors)
         status, output, errors = self.replay("--unknown", "other", self.evening)
         self.assertEqual((status, output), (2, ""))
+
+    def test_another_version_is_said(self):
+        version = self.changed("version.pcapng", b"version=1", b"version=7")
+        status, output, errors = self.replay(version)
+        self.assertEqual(status, 0)
+        self.assertRegex(errors, "^run: .*/version.pcapng was taken with version 7.*; this is 1.*\n$")
+        self.assertIn("no divergence", output)
 
     def test_a_redacted_copy_replays(self):
         copy, replayed = self.folder / "copy.pcapng", self.folder / "replayed.pcapng"
@@ -212,6 +219,11 @@ class OwnJava(desk.DeskTest):
         self.assertEqual(other[4], "PausePlay on thread java came; the capture has none there")
         self.assertIn("divergences: 1 unexpected", other)
         self.assertIn("false", other)
+
+        # Its channel table is in that folder.
+        simulated = self.run_own("replay", self.capture, "other", EXAMPLE)
+        self.assertEqual(simulated[2], "DTVSVLIB_RESULT_OK")
+        self.assertEqual(simulated[4], other[4])
 
 
 if __name__ == "__main__":

@@ -15,7 +15,10 @@ import tenrik.service.dtvserver.DtvServerProxy;
  * replayed. Prints what the Java side saw.
  *
  *     OwnJava record FOLDER_OF_THE_EXAMPLE
- *     OwnJava replay CAPTURE [other]
+ *     OwnJava replay CAPTURE [other [FOLDER_OF_CHANNEL_TABLES]]
+ *
+ * With "other" it sends a command that was not recorded, which a simulated service takes when there are
+ * channel tables.
  */
 public final class OwnJava {
     private static final Path LIBRARIES = Path.of(System.getProperty("dtv.libraries"));
@@ -29,7 +32,8 @@ public final class OwnJava {
         } else {
             // Twice: a replay can be started again in a process.
             for (int run = 0; run < 2; run++) {
-                replay(Path.of(arguments[1]), arguments.length > 2);
+                replay(Path.of(arguments[1]), arguments.length > 2,
+                        arguments.length > 3 ? Path.of(arguments[3]) : null);
             }
         }
         System.exit(0);
@@ -48,9 +52,9 @@ public final class OwnJava {
         }
     }
 
-    private static void replay(Path capture, boolean otherwise) throws InterruptedException {
+    private static void replay(Path capture, boolean otherwise, Path tables) throws InterruptedException {
         try (ReplayedService service = ReplayedService.start(new ReplayedService.Settings(
-                LIBRARIES, capture, 0, Duration.ofSeconds(2), false, null, null))) {
+                LIBRARIES, capture, 0, Duration.ofSeconds(2), false, tables, null))) {
             FAILURES.clear();
             scanTwice(OwnJava::await);
             if (otherwise) {

@@ -10,7 +10,17 @@ public final class ProgramVersion implements IVersionProvider {
     /** One line, for example "libDtv_jni 1.0". */
     @Override
     public String[] getVersion() {
-        Package here = ProgramVersion.class.getPackage();
-        return new String[] {here.getImplementationTitle() + " " + here.getImplementationVersion()};
+        return new String[] {
+            ProgramVersion.class.getPackage().getImplementationTitle() + " " + number()
+        };
+    }
+
+    /**
+     * The number alone.
+     *
+     * @return for example "1.0"
+     */
+    public static String number() {
+        return ProgramVersion.class.getPackage().getImplementationVersion();
     }
 }

@@ -49,7 +49,7 @@ public final class ReplayCommand implements Callable<Integer> {
 
     @Option(names = "--version", versionHelp = true,
             description = "Shows the version and ends.")
-    private boolean version;
+    private boolean shownVersion;
 
     @Option(names = "--time", paramLabel = "none|recorded|xN", converter = SpeedConverter.class,
             description = "How time passes.")
@@ -102,6 +102,11 @@ public final class ReplayCommand implements Callable<Integer> {
     private int replay(Path capture) throws InterruptedException {
         try {
             Map<String, String> section = Replay.open(capture);
+            String version = section.getOrDefault("version", ProgramVersion.number());
+            if (!version.equals(ProgramVersion.number())) {
+                StandardStreams.ERRORS.println("run: " + capture + " was taken with version "
+                        + version + "; this is " + ProgramVersion.number());
+            }
             if (unknown != null) {
                 Captures.simulateUnknown(capture, section, tables, guide);
             }
