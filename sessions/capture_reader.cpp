@@ -1,22 +1,12 @@
 #include "sessions/capture_reader.h"
 
+#include "sessions/pcapng.h"
+
 #include <algorithm>
 #include <cstring>
 
 namespace sessions {
 namespace {
-
-constexpr uint32_t kSectionHeader = 0x0a0d0d0a; ///< the same in both byte orders
-constexpr uint32_t kInterfaceDescription = 1;
-constexpr uint32_t kEnhancedPacket = 6;
-
-constexpr uint16_t kPacketFlags = 2;
-constexpr uint16_t kInterfaceName = 2;
-constexpr uint16_t kWriter = 4;
-constexpr uint16_t kTimeResolution = 9;
-constexpr uint16_t kTimeOffset = 14;
-
-constexpr uint16_t kUserLinkType = 147;
 
 constexpr uint32_t kShortestBlock = 12;
 constexpr uint32_t kLongestBlock = 16 * 1024 * 1024;

@@ -1,5 +1,7 @@
 #include "sessions/message.h"
 
+#include "sessions/known_bytes.h"
+
 #include <algorithm>
 
 namespace sessions {
@@ -45,6 +47,9 @@ std::optional<Message> readMessage(const Packet& packet, std::string& error) {
     const uint8_t* name = bytes.data + 20;
     message.thread_name.assign(name, std::find(name, name + kNameSize, uint8_t{0}));
     message.record.assign(bytes.data + kHeaderSize, bytes.data + bytes.size);
+    if (const std::string* const unknown = valueOf(packet.notes, kIncompleteNote)) {
+        message.known = knownBytes(*unknown, message.record.size());
+    }
     if (packet.original_size > packet.data.size()) {
         message.left_out = packet.original_size - static_cast<uint32_t>(packet.data.size());
     }

@@ -1,9 +1,9 @@
 #include "desk/redact/copy.h"
 
-#include "desk/redact/capture_writer.h"
 #include "desk/redact/new_file.h"
 
 #include "sessions/capture_reader.h"
+#include "sessions/capture_writer.h"
 #include "sessions/message.h"
 
 #include <optional>
@@ -72,7 +72,7 @@ private:
         }
     }
 
-    void copySection() { copy_.write(writer_.section(keep(reader_.section()))); }
+    void copySection() { copy_.write(writer_.section("dtv-redact", keep(reader_.section()))); }
 
     /// The notes that the copy has.
     sessions::Notes keep(const sessions::Notes& notes) {
@@ -83,7 +83,7 @@ private:
     NewFile& copy_;
     sessions::Redaction& redaction_;
     const std::function<void(const std::string&)>& report_;
-    CaptureWriter writer_;
+    sessions::CaptureWriter writer_;
     uint64_t messages_ = 0;
     uint64_t dropped_notes_ = 0;
     uint32_t section_ = 0;

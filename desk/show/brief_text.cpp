@@ -64,7 +64,7 @@ std::string tail(const Message& message, const catalogue::Message* known,
     const sessions::Bytes record{message.record.data(), message.record.size()};
     if (layout != nullptr && !message.is(Kind::kCommand)) {
         for (const char* name : {"result", "return_value"}) {
-            if (const auto result = sessions::numberIn(*layout, record, name)) {
+            if (const auto result = sessions::numberIn(*layout, message, name)) {
                 text += " r=" + std::to_string(*result);
             }
         }
@@ -83,6 +83,9 @@ std::string tail(const Message& message, const catalogue::Message* known,
     const bool empty_answer = message.is(Kind::kAnswer) && record.size == 0;
     if (layout != nullptr && record.size < layout->size && !empty_answer) {
         text += " cut";
+    }
+    if (std::find(message.known.begin(), message.known.end(), false) != message.known.end()) {
+        text += " incomplete";
     }
     return text;
 }

@@ -3,6 +3,8 @@
 #include "desk/show/characters.h"
 #include "desk/show/names.h"
 
+#include "sessions/known_bytes.h"
+
 #include <cstdio>
 
 namespace show {
@@ -66,70 +68,100 @@ void addHex(Bytes bytes, std::string& json) {
     json += '"';
 }
 
-void addFields(const Record& layout, Bytes record, std::string& json);
+/// Adds the fields of a record and of the records in it; null for what is not known.
+class FieldsText {
+public:
+    /// `start` is the first byte of the whole record.
+    FieldsText(const uint8_t* start, const std::vector<bool>& known, std::string& json)
+        : start_(start), known_(known), json_(json) {}
 
-void addNumbers(const Field& field, Bytes bytes, std::string& json) {
-    const bool array = field.count > 1;
-    json += array ? "[" : "";
-    for (size_t i = 0; bytes.size >= field.size && field.size > 0; ++i) {
-        json += i > 0 ? "," : "";
-        json += std::to_string(sessions::numberOf(bytes.first(field.size), field.kind));
-        bytes = bytes.from(field.size);
-    }
-    json += array ? "]" : "";
-}
-
-void addRecords(const Field& field, Bytes bytes, std::string& json) {
-    const bool array = field.count > 1;
-    json += array ? "[" : "";
-    for (size_t i = 0; i < field.count && bytes.size > 0; ++i) {
-        json += i > 0 ? "," : "";
-        addFields(*field.record, bytes.first(field.size), json);
-        bytes = bytes.from(field.size);
-    }
-    json += array ? "]" : "";
-}
-
-/// `bytes` are those of the field that the record has, one at least.
-void addValue(const Field& field, Bytes bytes, std::string& json) {
-    switch (field.kind) {
-    case Kind::kUnsigned:
-    case Kind::kSigned:
-        addNumbers(field, bytes, json);
-        break;
-    case Kind::kBytes:
-        addHex(bytes, json);
-        break;
-    case Kind::kText:
-        addUtf8(untilZero(bytes, 1), json);
-        break;
-    case Kind::kUtf16Text:
-        addUtf16(untilZero(bytes, 2), json);
-        break;
-    case Kind::kRecord:
-        addRecords(field, bytes, json);
-        break;
-    }
-}
-
-bool isNumber(const Field& field) {
-    return field.kind == Kind::kUnsigned || field.kind == Kind::kSigned;
-}
-
-void addFields(const Record& layout, Bytes record, std::string& json) {
-    const char* before = "{";
-    for (const Field& field : layout.fields) {
-        const Bytes bytes = record.from(field.offset).first(field.size * field.count);
-        if (bytes.size == 0 || (isNumber(field) && bytes.size < field.size)) {
-            continue;
+    void addFields(const Record& layout, Bytes record) {
+        const char* before = "{";
+        for (const Field& field : layout.fields) {
+            const Bytes bytes = record.from(field.offset).first(field.size * field.count);
+            if (bytes.size == 0 || (isNumber(field) && bytes.size < field.size)) {
+                continue;
+            }
+            json_ += before;
+            json_ += jsonText(field.name) + ':';
+            addValue(field, bytes);
+            before = ",";
         }
-        json += before;
-        json += jsonText(field.name) + ':';
-        addValue(field, bytes, json);
-        before = ",";
+        json_ += *before == '{' ? "{}" : "}";
     }
-    json += *before == '{' ? "{}" : "}";
-}
+
+private:
+    static bool isNumber(const Field& field) {
+        return field.kind == Kind::kUnsigned || field.kind == Kind::kSigned;
+    }
+
+    /// Whether all bytes are known; adds null otherwise.
+    bool areKnown(Bytes bytes) {
+        if (known_.empty() || sessions::knownOf(known_, static_cast<size_t>(bytes.data - start_),
+                                                bytes.size) == sessions::Known::kAll) {
+            return true;
+        }
+        json_ += "null";
+        return false;
+    }
+
+    void addNumbers(const Field& field, Bytes bytes) {
+        const bool array = field.count > 1;
+        json_ += array ? "[" : "";
+        for (size_t i = 0; bytes.size >= field.size && field.size > 0; ++i) {
+            json_ += i > 0 ? "," : "";
+            const Bytes number = bytes.first(field.size);
+            if (areKnown(number)) {
+                json_ += std::to_string(sessions::numberOf(number, field.kind));
+            }
+            bytes = bytes.from(field.size);
+        }
+        json_ += array ? "]" : "";
+    }
+
+    void addRecords(const Field& field, Bytes bytes) {
+        const bool array = field.count > 1;
+        json_ += array ? "[" : "";
+        for (size_t i = 0; i < field.count && bytes.size > 0; ++i) {
+            json_ += i > 0 ? "," : "";
+            addFields(*field.record, bytes.first(field.size));
+            bytes = bytes.from(field.size);
+        }
+        json_ += array ? "]" : "";
+    }
+
+    /// `bytes` are those of the field that the record has, one at least.
+    void addValue(const Field& field, Bytes bytes) {
+        switch (field.kind) {
+        case Kind::kUnsigned:
+        case Kind::kSigned:
+            addNumbers(field, bytes);
+            break;
+        case Kind::kBytes:
+            if (areKnown(bytes)) {
+                addHex(bytes, json_);
+            }
+            break;
+        case Kind::kText:
+            if (areKnown(bytes.first(untilZero(bytes, 1).size + 1))) {
+                addUtf8(untilZero(bytes, 1), json_);
+            }
+            break;
+        case Kind::kUtf16Text:
+            if (areKnown(bytes.first(untilZero(bytes, 2).size + 2))) {
+                addUtf16(untilZero(bytes, 2), json_);
+            }
+            break;
+        case Kind::kRecord:
+            addRecords(field, bytes);
+            break;
+        }
+    }
+
+    const uint8_t* const start_;
+    const std::vector<bool>& known_;
+    std::string& json_;
+};
 
 /// Collects the reserved bytes of a record that are not zero, and of the records in it.
 class ReservedBytes {
@@ -196,10 +228,14 @@ void addRecord(const Message& message, const Record* layout, std::string& json) 
     const Bytes record{message.record.data(), message.record.size()};
     if (layout != nullptr) {
         json += ",\"layout\":" + jsonText(layout->name) + ",\"fields\":";
-        addFields(*layout, record, json);
+        FieldsText(record.data, message.known, json).addFields(*layout, record);
     }
     json += ",\"record\":";
     addHex(record, json);
+    const std::string unknown = sessions::unknownText(message.known);
+    if (!unknown.empty()) {
+        json += ",\"unknown\":" + jsonText(unknown);
+    }
     if (message.left_out > 0) {
         json += ",\"left_out\":" + std::to_string(message.left_out);
     }
@@ -230,7 +266,7 @@ std::string jsonText(std::string_view text) {
 
 std::string jsonFields(const Record& layout, Bytes record) {
     std::string json;
-    addFields(layout, record.first(layout.size), json);
+    FieldsText(record.data, {}, json).addFields(layout, record.first(layout.size));
     return json;
 }
 

@@ -90,7 +90,8 @@ std::vector<std::string> messageLines(const sessions::Message& message, const st
     const bool shown = record.size > 0 || (message.size == 0 && !message.is(Kind::kAnswer));
     if (shown) {
         const std::vector<std::string> fields =
-            layout != nullptr ? recordLines(*layout, record, kIndent) : dumpLines(record, kIndent);
+            layout != nullptr ? recordLines(*layout, record, kIndent, message.known)
+                              : dumpLines(record, kIndent);
         lines.insert(lines.end(), fields.begin(), fields.end());
     }
     if (message.left_out > 0) {

@@ -3,6 +3,7 @@
 #include "desk/show/characters.h"
 #include "desk/show/quoted_text.h"
 
+#include "sessions/known_bytes.h"
 #include "sessions/message.h"
 
 #include <cstdio>
@@ -16,6 +17,7 @@ using catalogue::Record;
 using sessions::Bytes;
 
 using Lines = std::vector<std::string>;
+using sessions::Known;
 
 constexpr size_t kNesting = 4;
 constexpr size_t kNarrowest = 16; ///< columns for a value, however deep it is
@@ -35,6 +37,8 @@ std::vector<std::string> hexWords(Bytes bytes, const char* prefix = "") {
     return words;
 }
 
+constexpr char kUnknown[] = "unknown";
+
 std::string numberText(Bytes bytes, Kind kind) {
     return kind == Kind::kSigned ? std::to_string(sessions::numberOf(bytes, kind))
                                  : std::to_string(bytes.number());
@@ -43,7 +47,9 @@ std::string numberText(Bytes bytes, Kind kind) {
 /// Writes the lines of one record, and of the records in it.
 class Writer {
 public:
-    explicit Writer(Lines& lines) : lines_(lines) {}
+    /// `start` is the first byte of the whole record.
+    Writer(Lines& lines, const uint8_t* start, const std::vector<bool>& known)
+        : lines_(lines), start_(start), known_(known) {}
 
     /// `record` has as many bytes of it as there are.
     void write(const Record& layout, Bytes record, size_t indent) {
@@ -111,6 +117,36 @@ private:
         }
     }
 
+    Known known(Bytes bytes) const {
+        return known_.empty() ? Known::kAll
+                              : sessions::knownOf(known_, static_cast<size_t>(bytes.data - start_),
+                                                  bytes.size);
+    }
+
+    void writeText(const Field& field, Bytes bytes, size_t unit, const Place& place) {
+        const Bytes text = untilZero(bytes, unit);
+        if (known(bytes.first(text.size + unit)) != Known::kAll) {
+            writeValue(field.name, {kUnknown}, place);
+            return;
+        }
+        writeValue(field.name,
+                   quotedLines(unit == 1 ? utf8Glyphs(text) : utf16Glyphs(text), columnsFor(place)),
+                   place);
+    }
+
+    std::vector<std::string> byteWords(Bytes bytes) const {
+        if (known(bytes) == Known::kNone) {
+            return {kUnknown};
+        }
+        std::vector<std::string> words = hexWords(bytes);
+        for (size_t i = 0; i < bytes.size; ++i) {
+            if (known({bytes.data + i, 1}) != Known::kAll) {
+                words[i] = "??";
+            }
+        }
+        return words;
+    }
+
     void writeField(const Field& field, Bytes bytes, const Place& place) {
         switch (field.kind) {
         case Kind::kUnsigned:
@@ -118,15 +154,13 @@ private:
             writeValue(field.name, wrapped(numberWords(field, bytes), place), place);
             break;
         case Kind::kBytes:
-            writeValue(field.name, wrapped(hexWords(bytes), place), place);
+            writeValue(field.name, wrapped(byteWords(bytes), place), place);
             break;
         case Kind::kText:
-            writeValue(field.name, quotedLines(utf8Glyphs(untilZero(bytes, 1)), columnsFor(place)),
-                       place);
+            writeText(field, bytes, 1, place);
             break;
         case Kind::kUtf16Text:
-            writeValue(field.name, quotedLines(utf16Glyphs(untilZero(bytes, 2)), columnsFor(place)),
-                       place);
+            writeText(field, bytes, 2, place);
             break;
         case Kind::kRecord:
             writeRecords(field, bytes, place);
@@ -135,10 +169,15 @@ private:
     }
 
     /// The numbers that are whole; what there is of the next one as bytes.
-    static std::vector<std::string> numberWords(const Field& field, Bytes bytes) {
+    std::vector<std::string> numberWords(const Field& field, Bytes bytes) const {
         std::vector<std::string> words;
+        if (known(bytes) == Known::kNone) {
+            return {kUnknown};
+        }
         while (bytes.size >= field.size && field.size > 0) {
-            words.push_back(numberText(bytes.first(field.size), field.kind));
+            const Bytes number = bytes.first(field.size);
+            words.push_back(known(number) == Known::kAll ? numberText(number, field.kind)
+                                                         : kUnknown);
             bytes = bytes.from(field.size);
             if (bytes.size > 0) {
                 words.back() += ',';
@@ -156,10 +195,15 @@ private:
     void writeRecords(const Field& field, Bytes bytes, const Place& place) {
         const std::string indent(place.indent, ' ');
         size_t zero = 0;
+        if (known(bytes) == Known::kNone) {
+            writeValue(field.name, {kUnknown}, place);
+            return;
+        }
         for (size_t i = 0; i < field.count && bytes.size > 0; ++i) {
             const Bytes element = bytes.first(field.size);
             bytes = bytes.from(field.size);
-            if (field.count > 1 && element.size == field.size && element.areZero()) {
+            if (field.count > 1 && known(element) == Known::kAll && element.size == field.size &&
+                element.areZero()) {
                 ++zero;
                 continue;
             }
@@ -176,13 +220,16 @@ private:
     }
 
     Lines& lines_;
+    const uint8_t* const start_;
+    const std::vector<bool>& known_;
 };
 
 } // namespace
 
-Lines recordLines(const Record& layout, Bytes record, size_t indent) {
+Lines recordLines(const Record& layout, Bytes record, size_t indent,
+                  const std::vector<bool>& known) {
     Lines lines;
-    Writer writer(lines);
+    Writer writer(lines, record.data, known);
     writer.write(layout, record.first(layout.size), indent);
     if (record.size < layout.size) {
         lines.push_back(std::string(indent, ' ') + "the record ends here, " +

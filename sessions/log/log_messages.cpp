@@ -20,42 +20,67 @@ Moment momentOf(const std::optional<LogTime>& time) {
     return {seconds, static_cast<uint32_t>(rest)};
 }
 
-void setRecord(Message& message, const RecordInLines& record) {
+/// Marks the bytes of the fields of a record, and of the records in it, from `start` on.
+void markFields(const catalogue::Record& layout, size_t start, std::vector<bool>& in_field) {
+    for (const catalogue::Field& field : layout.fields) {
+        for (size_t i = 0; i < field.count; ++i) {
+            const size_t begin = start + field.offset + i * field.size;
+            if (field.record != nullptr) {
+                markFields(*field.record, begin, in_field);
+            } else if (begin < in_field.size()) {
+                std::fill_n(in_field.begin() + static_cast<ptrdiff_t>(begin),
+                            std::min(field.size, in_field.size() - begin), true);
+            }
+        }
+    }
+}
+
+void setRecord(Message& message, const RecordInLines& record, const catalogue::Record* layout) {
     message.record = record.bytes();
     message.known = record.known();
+    if (layout == nullptr) {
+        return;
+    }
+    // Reserved bytes: the bridge sends zero, and reads none.
+    std::vector<bool> in_field(std::min(message.known.size(), layout->size));
+    markFields(*layout, 0, in_field);
+    for (size_t at = 0; at < in_field.size(); ++at) {
+        message.known[at] = message.known[at] || !in_field[at];
+    }
+}
+
+/// How many surfaces are sent beside a command: one for each plane in its record.
+uint8_t surfacesOf(const catalogue::Record& layout) {
+    uint8_t surfaces = 0;
+    for (const catalogue::Field& field : layout.fields) {
+        surfaces += field.name == "screen" || field.name == "cap" || field.name == "bml";
+    }
+    return surfaces;
 }
 
 void setCommand(Message& message, const BridgeCall& call) {
     message.kind = static_cast<uint8_t>(Message::Kind::kCommand);
     message.time = momentOf(call.sent_at ? call.sent_at : call.begun);
-    setRecord(message, call.record);
     if (call.message == nullptr) {
         return;
     }
+    setRecord(message, call.record, call.message->record);
     message.size = static_cast<int32_t>(call.message->record->size);
-    // The bridge sends as zero what no field has.
-    std::vector<bool> in_field(message.record.size());
-    for (const catalogue::Field& field : call.message->record->fields) {
-        std::fill_n(in_field.begin() + static_cast<ptrdiff_t>(field.offset),
-                    field.size * field.count, true);
-    }
-    for (size_t at = 0; at < in_field.size(); ++at) {
-        message.known[at] = message.known[at] || !in_field[at];
-    }
+    message.surfaces = surfacesOf(*call.message->record);
 }
 
 void setEvent(Message& message, const BridgeCall& call) {
     message.kind = static_cast<uint8_t>(Message::Kind::kEvent);
     message.time = momentOf(call.begun);
     message.size = call.size.value_or(static_cast<int>(call.record.bytes().size()));
-    setRecord(message, call.record);
+    setRecord(message, call.record, call.message != nullptr ? call.message->record : nullptr);
 }
 
 void setAnswer(Message& message, const BridgeCall& call) {
     message.kind = static_cast<uint8_t>(Message::Kind::kAnswer);
     message.time = momentOf(call.ended_at);
     message.value = call.ret.value_or(0);
-    setRecord(message, call.answer);
+    setRecord(message, call.answer, call.message != nullptr ? call.message->reply : nullptr);
     if (call.reply_size || call.aborted || call.message == nullptr ||
         call.message->reply == nullptr || message.value != 0) {
         message.size = call.reply_size.value_or(0);

@@ -172,11 +172,12 @@ void RecordInLines::put(const ShownField& field, const ShownValue& value) {
     }
     const size_t room = end - field.offset;
     if (field.kind == catalogue::Kind::kText) {
-        // The text and the zero byte that ends it: what follows is not shown.
+        // What follows a text's end is not shown, and nothing reads it: zero.
         const size_t length = std::min(value.text.size(), room);
         std::memcpy(bytes_.data() + field.offset, value.text.data(), length);
-        const size_t shown = std::min(length + 1, room);
-        std::fill_n(known_.begin() + static_cast<ptrdiff_t>(field.offset), shown, true);
+        std::fill_n(bytes_.begin() + static_cast<ptrdiff_t>(field.offset + length), room - length,
+                    uint8_t{0});
+        std::fill_n(known_.begin() + static_cast<ptrdiff_t>(field.offset), room, true);
         return;
     }
     if (field.kind != catalogue::Kind::kUnsigned && field.kind != catalogue::Kind::kSigned) {
@@ -186,10 +187,6 @@ void RecordInLines::put(const ShownField& field, const ShownValue& value) {
         bytes_[field.offset + i] = static_cast<uint8_t>(value.number >> (8 * i));
         known_[field.offset + i] = true;
     }
-}
-
-void RecordInLines::fillWithZeros() {
-    known_.assign(known_.size(), true);
 }
 
 } // namespace sessions

@@ -40,9 +40,6 @@ public:
 
     /// Takes what a line shows.
     void take(const TraceLine& line);
-    /// All bytes that no line has shown are zero: so the bridge sends them.
-    void fillWithZeros();
-
     const std::vector<uint8_t>& bytes() const { return bytes_; }
     /// For each byte whether it is known.
     const std::vector<bool>& known() const { return known_; }

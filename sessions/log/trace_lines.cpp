@@ -82,7 +82,8 @@ KnownLine known(const TraceCall& call) {
 using LinesByFunction = std::unordered_map<std::string_view, std::vector<const KnownLine*>>;
 
 const LinesByFunction& linesByFunction() {
-    static const LinesByFunction lines = [] {
+    // Never destroyed: lines may be read until the process has ended.
+    static const LinesByFunction& lines = *new LinesByFunction([] {
         LinesByFunction by_function;
         for (const KnownLine& line : knownLines()) {
             by_function[line.function].push_back(&line);
@@ -95,7 +96,7 @@ const LinesByFunction& linesByFunction() {
                              });
         }
         return by_function;
-    }();
+    }());
     return lines;
 }
 
@@ -338,13 +339,13 @@ const char* nameOf(TraceLevel level) {
 }
 
 const std::vector<KnownLine>& knownLines() {
-    static const std::vector<KnownLine> lines = [] {
+    static const std::vector<KnownLine>& lines = *new std::vector<KnownLine>([] {
         std::vector<KnownLine> all;
         for (const TraceCall& call : kTraceCalls) {
             all.push_back(known(call));
         }
         return all;
-    }();
+    }());
     return lines;
 }
 

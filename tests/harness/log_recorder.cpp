@@ -158,7 +158,6 @@ std::string TraceLine::literal() const {
 
 TraceLine parseTrace(const dtv::LogLine& given) {
     TraceLine line{};
-    checkReadBack(given);
     line.category = given.category;
     line.kind = given.kind;
     line.module = given.module;
@@ -220,6 +219,7 @@ void LogRecorder::clear() {
 }
 
 void LogRecorder::write(const dtv::LogLine& line) {
+    checkReadBack(line);
     TraceLine parsed = parseTrace(line);
     std::lock_guard lock(mutex);
     if (observer) {

@@ -1,5 +1,7 @@
 #include "harness/sequence.h"
 
+#include "harness/read_back.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -24,6 +26,7 @@ class Log : public dtv::LogSink {
 public:
     explicit Log(std::shared_ptr<Sequence::Shared> to) : shared(std::move(to)) {}
     void write(const dtv::LogLine& line) override {
+        checkReadBack(line);
         const TraceLine parts = parseTrace(line);
         const std::string level = parts.level.substr(0, parts.level.find(' '));
         shared->add(level + " " + parts.function + "|" + parts.message);

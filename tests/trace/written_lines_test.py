@@ -17,6 +17,8 @@ import tempfile
 
 # The lines that no test can have the bridge write, each with the reason.
 NOT_PROVOKED = {
+    "DEBUG||end_type getEnumValue Error, ret = %d":
+        "an end of the input that cannot be read is sent as the text's size, and no line says so",
 }
 
 
@@ -59,6 +61,8 @@ def main():
     for line in sorted((written | NOT_PROVOKED.keys()) - known):
         print(f"not known: {line}")
         failed = True
+    for line, reason in NOT_PROVOKED.items():
+        print(f"cannot be provoked: {line}: {reason}")
     print(f"{len(known)} lines are known, {len(written & known)} were written, "
           f"{len(NOT_PROVOKED)} cannot be provoked")
     sys.exit(1 if failed else 0)

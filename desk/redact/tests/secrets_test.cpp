@@ -1,11 +1,11 @@
 // A secret in every text and byte field of every message: none is found in the copy.
-#include "desk/redact/capture_writer.h"
 #include "desk/redact/copy.h"
 
 #include "desk/show/brief_text.h"
 #include "desk/show/json_text.h"
 #include "desk/show/message.h"
 #include "sessions/capture_reader.h"
+#include "sessions/capture_writer.h"
 #include "sessions/pairing.h"
 #include "sessions/redaction.h"
 
@@ -263,10 +263,10 @@ Messages messagesOf(const std::vector<Planted>& all) {
 }
 
 std::string captureOf(const Messages& messages) {
-    redact::CaptureWriter writer;
-    std::string bytes = writer.section({});
+    sessions::CaptureWriter writer;
+    std::string bytes = writer.section("libDtv");
     for (const Message& message : messages) {
-        bytes += writer.packet(message, {});
+        bytes += writer.packet(message);
     }
     return bytes;
 }

@@ -29,6 +29,7 @@ local own = {
     record = ProtoField.bytes("dtv.record", "Record"),
     header_reserved = ProtoField.uint8("dtv.header_reserved", "Reserved"),
     reserved = ProtoField.bytes("dtv.reserved", "Reserved"),
+    unknown_field = ProtoField.string("dtv.unknown_field", "Not known"),
     cut = ProtoField.bytes("dtv.cut", "Part of a field"),
     surplus = ProtoField.bytes("dtv.surplus", "Surplus"),
     left_out = ProtoField.uint32("dtv.left_out", "Bytes that the capture lacks"),

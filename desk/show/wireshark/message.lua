@@ -151,6 +151,7 @@ function dtv.dissector(buffer, pinfo, root)
         return length
     end
     local bytes = buffer:raw()
+    read_unknown()
     local message = {
         bytes = bytes,
         kind = bytes:byte(2),

@@ -9,20 +9,56 @@ local function add_reserved(tree, bytes, from, to)
     end
 end
 
+-- Whether one of the first `length` bytes of a range is not known.
+local function is_unknown(range, length)
+    local start = range:offset() - HEADER
+    for at = start, unknown_bytes and start + math.min(length, range:len()) - 1 or -1 do
+        if unknown_bytes[at] then
+            return true
+        end
+    end
+    return false
+end
+
+-- A field of which bytes are not known has no value, so that no filter finds one.
+local function add_unknown(tree, name, range)
+    tree:add(own.unknown_field, range, name):set_text(name .. ": unknown")
+end
+
 local function add_numbers(tree, field, bytes)
     local whole = math.floor(bytes:len() / field.size)
     for i = 0, whole - 1 do
         local range = bytes(i * field.size, field.size)
-        local item = tree:add_le(field.proto, range)
-        if field.count > 1 then
-            local value = field.kind == "signed" and range:le_int() or range:le_uint()
-            item:set_text(("%s[%d]: %d"):format(field.name, i, value))
+        local name = field.count > 1 and ("%s[%d]"):format(field.name, i) or field.name
+        if is_unknown(range, field.size) then
+            add_unknown(tree, name, range)
+        else
+            local item = tree:add_le(field.proto, range)
+            if field.count > 1 then
+                local value = field.kind == "signed" and range:le_int() or range:le_uint()
+                item:set_text(("%s: %d"):format(name, value))
+            end
         end
     end
     local rest = bytes:len() - whole * field.size
     if rest > 0 then
         tree:add(own.cut, bytes(whole * field.size, rest)):prepend_text(field.name .. ": ")
     end
+end
+
+-- How many bytes of a text or of bytes say what it is: of a text those up to its end.
+local function known_length(field, range)
+    local bytes = range:raw()
+    if field.kind == "text" then
+        return #until_zero(bytes) + 1
+    elseif field.kind == "utf16" then
+        for at = 1, #bytes - 1, 2 do
+            if bytes:byte(at) == 0 and bytes:byte(at + 1) == 0 then
+                return at + 1
+            end
+        end
+    end
+    return #bytes
 end
 
 local add_fields
@@ -53,14 +89,16 @@ function add_fields(tree, layout, bytes)
         local range = bytes(field.offset, math.min(field.size * field.count, length - field.offset))
         if field.kind == "record" then
             add_records(tree, field, range)
+        elseif NUMBERS[field.kind] then
+            add_numbers(tree, field, range)
+        elseif unknown_bytes and is_unknown(range, known_length(field, range)) then
+            add_unknown(tree, field.name, range)
         elseif field.kind == "bytes" then
             tree:add(field.proto, range)
         elseif field.kind == "text" then
             tree:add(field.proto, range, utf8_text(until_zero(range:raw())))
         elseif field.kind == "utf16" then
             tree:add(field.proto, range, utf16_text(range:raw()))
-        else
-            add_numbers(tree, field, range)
         end
     end
     add_reserved(tree, bytes, finish, layout.size)

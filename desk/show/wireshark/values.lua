@@ -116,8 +116,33 @@ local function number_at(bytes, offset, size, signed)
     return number
 end
 
--- A number of the record by the name of its field, or nil. `bytes` are those of the packet.
+local frame_comment = Field.new("frame.comment")
+
+-- Of a capture that was made of a log: the bytes of the packet's record that the log lacks, as the
+-- packet's comment says it. Nil when all are known.
+local unknown_bytes
+
+local function read_unknown()
+    unknown_bytes = nil
+    for _, comment in ipairs({frame_comment()}) do
+        local list = ("\n" .. tostring(comment)):match("\nincomplete=([%d,-]+)")
+        for from, to in (list or ""):gmatch("(%d+)%-?(%d*)") do
+            unknown_bytes = unknown_bytes or {}
+            for at = tonumber(from), math.min(tonumber(to) or tonumber(from), 65535) do
+                unknown_bytes[at] = true
+            end
+        end
+    end
+end
+
+-- A number of the record by the name of its field, or nil, also when not all its bytes are known.
+-- `bytes` are those of the packet.
 local function number_in(layout, bytes, name)
     local field = layout.by_name[name]
+    for at = field and field.offset or 0, unknown_bytes and field and field.offset + field.size - 1 or -1 do
+        if unknown_bytes[at] then
+            return nil
+        end
+    end
     return field and number_at(bytes, HEADER + field.offset, field.size, field.kind == "signed")
 end

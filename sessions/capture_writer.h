@@ -8,20 +8,22 @@
 #include <map>
 #include <string>
 
-namespace redact {
+namespace sessions {
 
 /// Makes the bytes of a pcapng file, little-endian, with time stamps in nanoseconds. A file begins
 /// with a section.
 class CaptureWriter {
 public:
-    /// The header of a section with its notes, and the interface of its messages.
-    std::string section(const sessions::Notes& notes);
+    /// The header of a section with its notes, and the interface of its messages. `program` writes
+    /// the file.
+    std::string section(const std::string& program, const Notes& notes = {});
 
     /// A message of the section with its notes, and before it an interface if its time needs one.
-    std::string packet(const sessions::Message& message, const sessions::Notes& notes);
+    /// When not all bytes of the record are known, a note says which are not.
+    std::string packet(const Message& message, const Notes& notes = {});
 
 private:
     std::map<int64_t, uint32_t> interfaces_; ///< of the section, by what is added to their times
 };
 
-} // namespace redact
+} // namespace sessions

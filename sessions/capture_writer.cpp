@@ -1,26 +1,18 @@
-#include "desk/redact/capture_writer.h"
+#include "sessions/capture_writer.h"
+
+#include "sessions/known_bytes.h"
+#include "sessions/pcapng.h"
 
 #include <algorithm>
 
-namespace redact {
+namespace sessions {
 namespace {
 
-using sessions::Message;
 using Kind = Message::Kind;
 
-constexpr uint32_t kSectionHeader = 0x0a0d0d0a;
-constexpr uint32_t kInterfaceDescription = 1;
-constexpr uint32_t kEnhancedPacket = 6;
 constexpr uint32_t kByteOrder = 0x1a2b3c4d;
-constexpr uint16_t kUserLinkType = 147;
 constexpr uint32_t kLongestPacket = 65536;
-
-constexpr uint16_t kComment = sessions::Option::kComment;
-constexpr uint16_t kPacketFlags = 2;
-constexpr uint16_t kInterfaceName = 2;
-constexpr uint16_t kWriter = 4;
-constexpr uint16_t kTimeResolution = 9;
-constexpr uint16_t kTimeOffset = 14;
+constexpr size_t kLongestOption = 65535; ///< bytes
 
 constexpr uint8_t kVersion = 1;
 constexpr size_t kNameSize = 16;
@@ -47,15 +39,24 @@ void putOption(std::string& bytes, uint16_t code, const std::string& value) {
 }
 
 /// A comment with the notes, if there are any.
-void putNotes(std::string& bytes, const sessions::Notes& notes) {
+void putNotes(std::string& bytes, const Notes& notes) {
     std::string comment;
     for (const auto& [key, value] : notes) {
         comment.append(key).append("=").append(value).append("\n");
     }
     if (!comment.empty()) {
         comment.pop_back();
-        putOption(bytes, kComment, comment);
+        putOption(bytes, Option::kComment, comment.substr(0, kLongestOption));
     }
+}
+
+/// The notes with the one that says which bytes of the record are not known.
+Notes withUnknown(Notes notes, const std::vector<bool>& known) {
+    const std::string unknown = unknownText(known);
+    if (!unknown.empty() && valueOf(notes, kIncompleteNote) == nullptr) {
+        notes.emplace_back(kIncompleteNote, unknown);
+    }
+    return notes;
 }
 
 std::string number(uint64_t value, size_t size) {
@@ -92,20 +93,20 @@ int64_t spanOf(int64_t seconds) {
 
 } // namespace
 
-std::string CaptureWriter::section(const sessions::Notes& notes) {
+std::string CaptureWriter::section(const std::string& program, const Notes& notes) {
     std::string body;
     put(body, kByteOrder, 4);
     put(body, 1, 2);
     put(body, 0, 2);
     put(body, UINT64_MAX, 8); // the section's length is not given
-    putOption(body, kWriter, "dtv-redact");
+    putOption(body, kWriter, program);
     putNotes(body, notes);
     put(body, 0, 4);
     interfaces_ = {{0, 0}};
     return block(kSectionHeader, body) + interfaceBlock(0);
 }
 
-std::string CaptureWriter::packet(const Message& message, const sessions::Notes& notes) {
+std::string CaptureWriter::packet(const Message& message, const Notes& notes) {
     const int64_t offset = spanOf(message.time.seconds);
     const auto [interface, is_new] =
         interfaces_.try_emplace(offset, static_cast<uint32_t>(interfaces_.size()));
@@ -142,10 +143,10 @@ std::string CaptureWriter::packet(const Message& message, const sessions::Notes&
         if (outbound || inbound) {
             putOption(body, kPacketFlags, number(outbound ? 2 : 1, 4));
         }
-        putNotes(body, notes);
+        putNotes(body, withUnknown(notes, message.known));
         put(body, 0, body.size() > before ? 4 : 0);
     }
     return (is_new ? interfaceBlock(offset) : "") + block(kEnhancedPacket, body);
 }
 
-} // namespace redact
+} // namespace sessions
