@@ -5,6 +5,10 @@
 #include "desk/explain/options.h"
 #include "desk/explain/report_json.h"
 #include "desk/explain/report_text.h"
+#include "desk/explain/text.h"
+
+#include "sessions/keyed_hash.h"
+#include "sessions/log/log_capture.h"
 
 #include <unistd.h>
 
@@ -66,7 +70,31 @@ explain::Verdict explainFiles(const std::vector<std::string>& files,
     return explain::explainMany(std::cout, files, many);
 }
 
+/// Makes a capture of a log. What is wrong with the log is said after what could be read of it was
+/// written.
+int capture(const std::string& log, const std::string& file) {
+    sessions::LineSource source(log);
+    if (!source.error().empty()) {
+        return complain(log + ": " + source.error());
+    }
+    const sessions::LogCapture made = sessions::captureLog(source, file);
+    if (!made.error.empty()) {
+        return complain(file + ": " + made.error);
+    }
+    std::cout << explain::countText(made.counts.lines, "line") << ", " << made.counts.of_bridge
+              << " of the bridge, " << made.counts.understood << " understood\n"
+              << explain::countText(made.messages, "message") << " in " << file << ", "
+              << made.incomplete << " of them incomplete\n";
+    if (!source.error().empty()) {
+        return complain(log + ": " + source.error());
+    }
+    return finish(made.messages > 0 ? explain::Verdict::kClean : explain::Verdict::kCannotTell);
+}
+
 int run(const explain::Options& options) {
+    if (!options.capture.empty()) {
+        return capture(options.files.front(), options.capture);
+    }
     explain::ReadOptions read;
     read.slow = options.slow;
     const std::optional<sessions::HashKey> key = sessions::randomHashKey();

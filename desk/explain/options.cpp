@@ -28,6 +28,8 @@ standard input. Of several files or a folder it counts the first causes.
                    warning, provoked), or of a message (SelectChannel)
   --around LINE    the lines around one, and the call that it belongs to
   --slow SECONDS   how long an answer may take before it is slow (default: 1)
+  --capture FILE   makes a capture of one log, with what its lines hold, and
+                   nothing else; see docs/log-capture.md
   --ndjson FILE    writes an object for each log, session and finding to a file
   --redact         shows placeholders in place of what other programs wrote, and
                    of the texts in the bridge's lines
@@ -73,11 +75,6 @@ bool takeOnly(const std::string& text, Options& options) {
     return rule || catalogue::find(text) != nullptr;
 }
 
-bool takeFile(const std::string& text, Options& options) {
-    options.ndjson = text;
-    return !text.empty();
-}
-
 const std::map<std::string, ValueOption>& valueOptions() {
     static const std::map<std::string, ValueOption> options = {
         {"--only", {"the name of a rule, a severity or a message", takeOnly}},
@@ -87,7 +84,18 @@ const std::map<std::string, ValueOption>& valueOptions() {
               return readNumber(text, options.around);
           }}},
         {"--slow", {"a number of seconds, 86400 at most", takeSeconds}},
-        {"--ndjson", {"the name of a file", takeFile}},
+        {"--ndjson",
+         {"the name of a file",
+          [](const std::string& text, Options& options) {
+              options.ndjson = text;
+              return !text.empty();
+          }}},
+        {"--capture",
+         {"the name of a file",
+          [](const std::string& text, Options& options) {
+              options.capture = text;
+              return !text.empty();
+          }}},
         {"--jobs",
          {"a number from 1 to 64",
           [](const std::string& text, Options& options) {
@@ -142,6 +150,10 @@ std::string takeArguments(const std::vector<std::string>& arguments, Options& op
     }
     if (options.around != 0 && (options.files.size() > 1 || options.json)) {
         return "--around shows the lines of one log";
+    }
+    if (!options.capture.empty() &&
+        (options.files.size() > 1 || options.json || options.around != 0 || options.redact)) {
+        return "--capture takes one log and no other option";
     }
     return {};
 }

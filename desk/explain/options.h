@@ -12,6 +12,7 @@ struct Options {
     bool json = false;
     bool redact = false;            ///< shows placeholders in place of contents
     uint64_t around = 0;            ///< the line whose surroundings are shown; 0: the report is
+    std::string capture;            ///< file that a capture is made in of the log; empty: none
     std::string only;               ///< which findings; empty: all
     std::string ndjson;             ///< file; empty: none
     int64_t slow = 1000000000;      ///< nanoseconds
