@@ -13,11 +13,12 @@ MAY_USE = {
     TOP: {f"{TOP}.core"},
     f"{TOP}.core": set(),
     f"{TOP}.evening": {f"{TOP}.core"},
+    f"{TOP}.replay": {f"{TOP}.core", f"{TOP}.send"},
     f"{TOP}.send": {f"{TOP}.core"},
     f"{TOP}.shell": {f"{TOP}.core", f"{TOP}.send"},
 }
 COMMAND_LINE = f"{TOP}.Main"
-COMMANDS = {f"{TOP}.evening", f"{TOP}.shell"}
+COMMANDS = {f"{TOP}.evening", f"{TOP}.replay", f"{TOP}.shell"}
 IMPORT = re.compile(r"^import (?:static )?(tenrik\.desk(?:\.[a-z]\w*)*\.[A-Z]\w*)", re.MULTILINE)
 # A line of jdeps: a class, and one that it uses. The classes that an annotation names are left out.
 USE = re.compile(r"^ *(tenrik\.desk\.\S+) +-> (\S+)", re.MULTILINE)

@@ -88,7 +88,7 @@ class Arguments(unittest.TestCase):
         self.assertNotIn("same_evening armhf", self.plan("--abi", "armhf", "-R", "x")["armhf"])
 
     def test_the_tests_that_concern_a_source(self):
-        for files, labels in [(["src/commands/bml.cpp"], "commands"),
+        for files, labels in [(["src/commands/bml.cpp"], "commands|trace"),
                               (["simulator/tests/desk_client.h", "tools/rows/print_rows.cpp"],
                                "simulator|rows")]:
             arguments = [word for file in files for word in ("--for", ROOT / file)]
