@@ -24,6 +24,7 @@ size_t sizeWithoutZeros(const uint8_t* bytes, size_t size) {
 
 constexpr size_t kLongestNote = 64; ///< bytes
 constexpr const char* kDigits = "0123456789-";
+constexpr const char* kRanges = "0123456789-,";
 constexpr const char* kWord = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._+";
 
 /// A key of docs/capture.md, and the characters of its values: others may be anybody's words.
@@ -33,12 +34,14 @@ struct PublicNote {
 };
 constexpr std::string_view kIncomplete = "incomplete";
 constexpr PublicNote kPublicNotes[] = {
-    {"city", kWord},    {"seed", kDigits},      {"clock", kDigits},
-    {"version", kWord}, {kIncomplete, kDigits},
+    {"city", kWord},   {"seed", kDigits}, {"clock", kDigits},     {"version", kWord},
+    {"source", kWord}, {"times", kWord},  {kIncomplete, kRanges},
 };
 
 bool isOf(const std::string& value, const char* characters) {
-    return value.size() <= kLongestNote && value.find_first_not_of(characters) == std::string::npos;
+    // The list of the bytes that are not known may be long, and has numbers alone.
+    return (value.size() <= kLongestNote || characters == kRanges) &&
+           value.find_first_not_of(characters) == std::string::npos;
 }
 
 /// How many bytes there are before the first that is not zero.

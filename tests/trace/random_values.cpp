@@ -19,9 +19,16 @@ std::string randomText(Random& random, size_t longest) {
     return text;
 }
 
+/// None of what is called here throws.
+void expectNoException() {
+    EXPECT_FALSE(env()->ExceptionCheck());
+}
+
 jobject callObject(jobject object, const char* method, const char* signature) {
     jclass of = env()->GetObjectClass(object);
-    return env()->CallObjectMethod(object, env()->GetMethodID(of, method, signature));
+    jobject result = env()->CallObjectMethod(object, env()->GetMethodID(of, method, signature));
+    expectNoException();
+    return result;
 }
 
 std::string textOf(jobject string) {
@@ -34,8 +41,10 @@ std::string textOf(jobject string) {
 bool isStatic(jobject field) {
     jclass of = env()->GetObjectClass(field);
     constexpr jint kStatic = 8;
-    return (env()->CallIntMethod(field, env()->GetMethodID(of, "getModifiers", "()I")) & kStatic) !=
-           0;
+    const jint modifiers =
+        env()->CallIntMethod(field, env()->GetMethodID(of, "getModifiers", "()I"));
+    expectNoException();
+    return (modifiers & kStatic) != 0;
 }
 
 void randomizeField(jobject object, jobject field, Random& random) {

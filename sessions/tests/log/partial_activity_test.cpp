@@ -98,11 +98,12 @@ TEST(PartialActivity, WithoutInfo) {
 }
 
 TEST(PartialActivity, DebugAlone) {
-    EXPECT_EQ(stepsOf(without(kWhole, {"START", "END", "INFO", "ERROR"})),
-              (Steps{"command Create", "event h=1", "end Create 1-1 no begin no end",
-                     "command StartScan h=1", "end StartScan h=1 6-6 no begin no end",
-                     "end h=1 2-5 no begin no end", "command CancelScan_Sync h=1",
-                     "end CancelScan_Sync h=1 7-14 no begin no end"}));
+    EXPECT_EQ(
+        stepsOf(without(kWhole, {"START", "END", "INFO", "ERROR"})),
+        (Steps{"command Create", "event h=1", "end Create 1-1 no begin no end",
+               "command StartScan h=1", "end StartScan h=1 6-6 no begin no end",
+               "end h=1 2-5 no begin no end", "command CancelScan_Sync h=1",
+               "answer CancelScan_Sync h=1", "end CancelScan_Sync h=1 7-14 no begin no end"}));
 }
 
 TEST(PartialActivity, AShortenedFault) {
@@ -123,12 +124,13 @@ TEST(PartialActivity, ErrorsAlone) {
 }
 
 TEST(PartialActivity, WithoutEnds) {
-    EXPECT_EQ(stepsOf(without(kWhole, {"END"})),
-              (Steps{"command Create", "event CreateReply h=1", "3 lacks its end",
-                     "end Create 1-3 no end", "command StartScan h=1", "17 lacks its end",
-                     "end StartScan h=1 15-17 no end", "8 lacks its end",
-                     "end CreateReply h=1 4-14 no end", "24 lacks its end",
-                     "command CancelScan_Sync h=1", "end CancelScan_Sync h=1 18-30 no end"}));
+    EXPECT_EQ(
+        stepsOf(without(kWhole, {"END"})),
+        (Steps{"command Create", "event CreateReply h=1", "3 lacks its end",
+               "end Create 1-3 no end", "command StartScan h=1", "17 lacks its end",
+               "end StartScan h=1 15-17 no end", "4 lacks its end",
+               "end CreateReply h=1 4-14 no end", "24 lacks its end", "command CancelScan_Sync h=1",
+               "answer CancelScan_Sync h=1", "end CancelScan_Sync h=1 18-30 no end"}));
 }
 
 TEST(PartialActivity, AnEventAfterOneWithoutItsEnd) {
@@ -140,9 +142,9 @@ TEST(PartialActivity, AnEventAfterOneWithoutItsEnd) {
     // Without any ends, no event is taken for one within the other.
     EXPECT_EQ(
         stepsOf(without(event + event + event, {"END"})),
-        (Steps{"event CreateReply h=1", "5 lacks its end", "end CreateReply h=1 1-11 no end",
-               "event CreateReply h=1", "16 lacks its end", "end CreateReply h=1 12-22 no end",
-               "event CreateReply h=1", "27 lacks its end", "end CreateReply h=1 23-33 no end"}));
+        (Steps{"event CreateReply h=1", "1 lacks its end", "end CreateReply h=1 1-11 no end",
+               "event CreateReply h=1", "12 lacks its end", "end CreateReply h=1 12-22 no end",
+               "event CreateReply h=1", "23 lacks its end", "end CreateReply h=1 23-33 no end"}));
 }
 
 TEST(PartialActivity, WithoutBegins) {
@@ -174,27 +176,29 @@ TEST(PartialActivity, ALineThatIsLost) {
         const std::string lost = changes(whole, stepsOf(lacking(kWhole, number)));
         all += lost.empty() ? "" : std::to_string(number) + ": " + lost + "\n";
     }
-    EXPECT_EQ(all, "1: end Create 2-5 no begin\n"
-                   "3: 4 lacks its begin\n"
-                   "4: 3 lacks its end\n"
-                   "5: 1 lacks its end; end Create 1-4 no end\n"
-                   "6: 9 lacks its begin; event h=1; end h=1 9-19 no begin\n"
-                   "9: 18 lacks its begin\n"
-                   "10: 17 lacks its begin\n"
-                   "11: event CreateReply; end CreateReply 6-19\n"
-                   "17: 10 lacks its end\n"
-                   "18: 9 lacks its end\n"
-                   "19: 6 lacks its end; end CreateReply h=1 6-18 no end\n"
-                   "20: 21 lacks its begin; end StartScan h=1 21-24 no begin\n"
-                   "22: 23 lacks its begin\n"
-                   "23: 22 lacks its end\n"
-                   "24: 20 lacks its end; end StartScan h=1 20-23 no end\n"
-                   "25: 26 lacks its begin; end CancelScan_Sync h=1 26-40 no begin\n"
-                   "30: 25 lacks its end; end CancelScan_Sync h=1 25-40 no end\n"
-                   "31: 40 lacks its begin\n"
-                   "32: 39 lacks its begin\n"
-                   "39: 32 lacks its end\n"
-                   "40: 31 lacks its end; end CancelScan_Sync h=1 25-39\n");
+    EXPECT_EQ(
+        all,
+        "1: end Create 2-5 no begin\n"
+        "3: 4 lacks its begin\n"
+        "4: 3 lacks its end\n"
+        "5: 1 lacks its end; end Create 1-4 no end\n"
+        "6: 9 lacks its begin; event h=1; end h=1 9-19 no begin\n"
+        "9: 18 lacks its begin\n"
+        "10: 17 lacks its begin\n"
+        "11: event CreateReply; end CreateReply 6-19\n"
+        "17: 10 lacks its end\n"
+        "18: 9 lacks its end\n"
+        "19: 6 lacks its end; end CreateReply h=1 6-18 no end\n"
+        "20: 21 lacks its begin; end StartScan h=1 21-24 no begin\n"
+        "22: 23 lacks its begin\n"
+        "23: 22 lacks its end\n"
+        "24: 20 lacks its end; end StartScan h=1 20-23 no end\n"
+        "25: 26 lacks its begin; end CancelScan_Sync h=1 26-40 no begin\n"
+        "30: 25 lacks its end; answer CancelScan_Sync h=1; end CancelScan_Sync h=1 25-40 no end\n"
+        "31: 40 lacks its begin\n"
+        "32: 39 lacks its begin\n"
+        "39: 32 lacks its end\n"
+        "40: 31 lacks its end; end CancelScan_Sync h=1 25-39\n");
 }
 
 } // namespace
