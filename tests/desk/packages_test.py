@@ -10,7 +10,7 @@ TOP = "tenrik.desk"
 # Each package with those that it may use. Of the top package only the command line, Main, uses the
 # commands, which are its parts.
 MAY_USE = {
-    TOP: {f"{TOP}.core"},
+    TOP: {f"{TOP}.core", f"{TOP}.replay"},
     f"{TOP}.core": set(),
     f"{TOP}.evening": {f"{TOP}.core"},
     f"{TOP}.replay": {f"{TOP}.core", f"{TOP}.send"},
@@ -18,7 +18,7 @@ MAY_USE = {
     f"{TOP}.shell": {f"{TOP}.core", f"{TOP}.send"},
 }
 COMMAND_LINE = f"{TOP}.Main"
-COMMANDS = {f"{TOP}.evening", f"{TOP}.replay", f"{TOP}.shell"}
+COMMANDS = {f"{TOP}.evening", f"{TOP}.shell"}
 IMPORT = re.compile(r"^import (?:static )?(tenrik\.desk(?:\.[a-z]\w*)*\.[A-Z]\w*)", re.MULTILINE)
 # A line of jdeps: a class, and one that it uses. The classes that an annotation names are left out.
 USE = re.compile(r"^ *(tenrik\.desk\.\S+) +-> (\S+)", re.MULTILINE)
