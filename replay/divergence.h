@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <numeric>
 #include <optional>
 #include <string>
 #include <vector>
@@ -50,7 +51,7 @@ struct Divergences {
             first = std::move(divergence);
         }
     }
-    size_t total() const;
+    size_t total() const { return std::accumulate(counts.begin(), counts.end(), size_t{0}); }
 };
 
 /// What came of a replay.

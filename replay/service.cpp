@@ -1,11 +1,11 @@
-// The commands of a replay: which recorded one each of them is, and its answer.
+// The commands of a replay: their answers, and what the player sends.
 #include "replay/service.h"
 
+#include "replay/commands.h"
 #include "replay/here.h"
 
 #include <algorithm>
 #include <atomic>
-#include <cstring>
 #include <utility>
 
 namespace replay {
@@ -17,70 +17,12 @@ using Kind = Message::Kind;
 constexpr int kTaken = 0;
 constexpr int kNotTaken = 1;
 
-/// How many commands of a thread may be missing before one that is known.
-constexpr size_t kLookAhead = 8;
-
 uint64_t nextRun() {
     static std::atomic<uint64_t> runs{0};
     return ++runs;
 }
 
-int surfacesOf(const dtv::Command& command) {
-    const int count = command.references != nullptr ? command.references->surface_count : 0;
-    return std::clamp(count, 0, 255);
-}
-
-sessions::Bytes recordOf(const dtv::Command& command) {
-    const bool has_bytes = command.data != nullptr && command.size > 0;
-    return {static_cast<const uint8_t*>(command.data),
-            has_bytes ? static_cast<size_t>(command.size) : 0};
-}
-
-bool isSame(const Message& recorded, const dtv::Command& command) {
-    const sessions::Bytes record = recordOf(command);
-    return recorded.id == command.message_id && recorded.size == command.size &&
-           recorded.surfaces == surfacesOf(command) && recorded.record.size() == record.size &&
-           (record.size == 0 || std::memcmp(recorded.record.data(), record.data, record.size) == 0);
-}
-
-Given given(const dtv::Command& command) {
-    const sessions::Bytes record = recordOf(command);
-    Given given;
-    given.id = command.message_id;
-    given.size = command.size;
-    given.surfaces = surfacesOf(command);
-    given.record.assign(record.data, record.data + record.size);
-    given.thread = here::threadName();
-    return given;
-}
-
-std::string withoutDigits(std::string name) {
-    name.erase(std::remove_if(name.begin(), name.end(),
-                              [](char character) { return character >= '0' && character <= '9'; }),
-               name.end());
-    return name;
-}
-
-void writeReply(const Message& answer, const dtv::Reply& reply) {
-    const auto room = static_cast<size_t>(std::max(reply.capacity, 0));
-    const size_t size = std::min(answer.record.size(), room);
-    if (reply.data != nullptr && size > 0) {
-        std::memcpy(reply.data, answer.record.data(), size);
-    }
-    if (reply.size != nullptr) {
-        *reply.size = answer.size;
-    }
-}
-
 } // namespace
-
-size_t Divergences::total() const {
-    size_t total = 0;
-    for (const size_t count : counts) {
-        total += count;
-    }
-    return total;
-}
 
 Service::Service(Recording recording, Settings settings)
     : recording_(std::move(recording)), settings_(std::move(settings)), run_(nextRun()),
@@ -105,7 +47,7 @@ int Service::take(const dtv::Command& command, const dtv::Reply* reply) {
         return answer(lock, entry, reply);
     }
     outcome_.divergences.add(
-        {Difference::kUnexpectedCommand, sequence_.next(), given(command), ""});
+        {Difference::kUnexpectedCommand, sequence_.next(), givenOf(command), ""});
     lock.unlock();
     if (settings_.unknown == nullptr) {
         return kNotTaken;
@@ -140,87 +82,6 @@ void Service::onReturned(int) {
         const std::lock_guard<std::mutex> lock(mutex_);
         pass(std::exchange(thread.returning, kNone));
     }
-}
-
-/// The recorded command that this one is, by its thread: the next one there, also with other bytes;
-/// or one of the next few, when those before it are left out. kNone when it is none of them.
-size_t Service::match(const dtv::Command& command) {
-    const size_t thread = threadHere();
-    const size_t next = thread != kNone ? nextEntry(thread) : kNone;
-    if (next == kNone || !isCommand(next)) {
-        return kNone;
-    }
-    const Message& recorded = recording_.entries[next].message;
-    if (isSame(recorded, command)) {
-        return next;
-    }
-    if (recorded.id == command.message_id) {
-        outcome_.divergences.add({Difference::kOtherBytes, next, given(command), ""});
-        return next;
-    }
-    const size_t found = findAhead(thread, command);
-    while (found != kNone && nextEntry(thread) != found) {
-        skipCommand(nextEntry(thread), "");
-    }
-    return found;
-}
-
-/// The next command of a thread that is the same as this one. Not beyond an event.
-size_t Service::findAhead(size_t thread, const dtv::Command& command) const {
-    const std::vector<size_t>& entries = recording_.threads[thread].entries;
-    size_t seen = 0;
-    for (size_t place = tracks_[thread].place; place < entries.size() && seen < kLookAhead;
-         ++place) {
-        const Message& message = recording_.entries[entries[place]].message;
-        if (message.is(Kind::kEvent) || message.is(Kind::kRefusedEvent)) {
-            break;
-        }
-        if (isSame(message, command) && message.is(Kind::kCommand)) {
-            return entries[place];
-        }
-        seen += message.is(Kind::kCommand) ? 1 : 0;
-    }
-    return kNone;
-}
-
-/// The recorded thread whose part the calling thread has, which it takes when it has none yet;
-/// kNone when no recorded thread is left for it.
-size_t Service::threadHere() {
-    here::Thread& current = here::current();
-    if (current.run != run_) {
-        current = {run_, threadNamed(here::threadName()), kNone};
-        if (current.thread != kNone) {
-            tracks_[current.thread].taken = true;
-        }
-    }
-    return current.thread;
-}
-
-/// By its name, then by its name without numbers, then in the order in which they appear. A further
-/// thread of a name shares the part of the last one: the numbers of threads that have ended are
-/// given again.
-size_t Service::threadNamed(const std::string& name) const {
-    size_t same = kNone;
-    size_t alike = kNone;
-    size_t any = kNone;
-    for (size_t index = 0; index < tracks_.size(); ++index) {
-        const Thread& thread = recording_.threads[index];
-        if (thread.delivers) {
-            continue;
-        }
-        const bool is_free = !tracks_[index].taken;
-        if (thread.name == name) {
-            if (is_free) {
-                return index;
-            }
-            same = index;
-        } else if (is_free && alike == kNone && withoutDigits(thread.name) == withoutDigits(name)) {
-            alike = index;
-        } else if (is_free && any == kNone) {
-            any = index;
-        }
-    }
-    return same != kNone ? same : alike != kNone ? alike : any;
 }
 
 size_t Service::nextEntry(size_t thread) const {

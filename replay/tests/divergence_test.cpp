@@ -207,9 +207,9 @@ TEST_F(Diverging, WhatDoesNotComeEndsTheReplay) {
 TEST_F(Diverging, ACallbackThatDoesNotReturnEndsTheReplay) {
     add(kEvent, 3, "DtvEvent-1", kScanReply, {1, 0, 0, 0, 0, 0, 0, 0});
     add(kEvent, 3, "DtvEvent-1", kScanReply, {1, 0, 0, 0, 0, 0, 0, 0});
-    std::atomic<bool> goes_on{false};
+    std::atomic<bool> may_return{false};
     listener->before = [&] {
-        while (!goes_on) {
+        while (!may_return) {
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }
     };
@@ -221,7 +221,7 @@ TEST_F(Diverging, ACallbackThatDoesNotReturnEndsTheReplay) {
                             "divergences: 1 unfinished",
                             "It ended there, because nothing came any more.",
                             "replay: 1 of 2 messages, 1 divergence"));
-    goes_on = true;
+    may_return = true;
     service->finish(); // waits for the callback
 }
 
