@@ -33,10 +33,6 @@ std::string nameOf(int id) {
     return text;
 }
 
-Place placeOf(const BridgeCall& call, uint64_t line) {
-    return {line, call.function, call.source_line, {}};
-}
-
 Place placeOf(const sessions::LoggedLine& line) {
     return {line.line, line.function, line.source_line, line.text};
 }
@@ -73,6 +69,14 @@ const catalogue::Message* commandAnsweredBy(int event) {
 }
 
 } // namespace
+
+/// Where a line of a call was written. Of a line that is long past only the function is known.
+Place Analysis::lineOf(const BridgeCall& call, uint64_t line) const {
+    const Place* const recent = recent_.find(line);
+    Place place = recent != nullptr ? *recent : Place{line, call.function, 0, {}};
+    place.line = line;
+    return place;
+}
 
 Analysis::Entry& Analysis::add(Rule rule, const std::string& subject, const std::string& detail,
                                const Place& place, const Relations& relations,
@@ -127,7 +131,7 @@ void Analysis::step(const Step& step) {
         const uint64_t line = command && call.sent_line != 0 ? call.sent_line
                               : command || event             ? call.first
                                                              : call.last;
-        pass(*message, placeOf(call, line));
+        pass(*message, lineOf(call, line));
     }
 }
 
@@ -496,7 +500,7 @@ void Analysis::nativeEnded(const BridgeCall& call) {
     if (reason == nullptr) {
         reason = enumeration;
     }
-    Place where = reason != nullptr ? placeOf(reason->where) : placeOf(call, call.first);
+    Place where = reason != nullptr ? placeOf(reason->where) : lineOf(call, call.first);
     if (reason == nullptr) {
         where.text = "the line that says why is not in the log";
     }
@@ -524,12 +528,12 @@ void Analysis::eventEnded(const BridgeCall& call) {
     }
     if (call.id == 0 && call.result.value_or(0) != 0) {
         // Which command it answers is not in the log.
-        Place where = placeOf(call, call.last);
+        Place where = lineOf(call, call.last);
         where.text = "result = " + std::to_string(*call.result);
         add(Rule::kCommandFailed, subject, where.text, where, relations, call.thread);
     }
     if (call.has_begin && call.has_end && !call.done && call.message != nullptr) {
-        add(Rule::kEventRefused, subject, {}, placeOf(call, call.first), relations, call.thread);
+        add(Rule::kEventRefused, subject, {}, lineOf(call, call.first), relations, call.thread);
     }
 }
 
@@ -549,6 +553,9 @@ void Analysis::loadEnded(const BridgeCall& call) {
             break;
         case Fault::kClassMissing:
             relations.class_id = name.empty() ? fault.class_id : classIdOf(name);
+            if (name.empty()) {
+                name = classNamed(fault.class_id);
+            }
             add(Rule::kClassMissing, name, {}, where, relations, call.thread);
             break;
         case Fault::kMethodMissing:
@@ -565,6 +572,7 @@ void Analysis::loadEnded(const BridgeCall& call) {
 
 void Analysis::line(const sessions::LogLine& line) {
     coverage_.line(line);
+    recent_.add(line);
     if (loose_attach_ && line.kind <= sessions::LogLineKind::kShortened) {
         takeLooseAttach(line.trace.function == "freeJNIEnv");
     }

@@ -8,6 +8,7 @@
 #include "desk/explain/folding.h"
 #include "desk/explain/latency.h"
 #include "desk/explain/order.h"
+#include "desk/explain/recent_lines.h"
 #include "desk/explain/story.h"
 
 #include "sessions/log/activity.h"
@@ -63,6 +64,7 @@ private:
         bool out_of_place = false; ///< it needs what has not happened in its session
     };
 
+    Place lineOf(const sessions::BridgeCall& call, uint64_t line) const;
     Entry& add(Rule rule, const std::string& subject, const std::string& detail, const Place& place,
                const Relations& relations, const std::string& thread);
     void pass(const sessions::Message& message, const Place& place);
@@ -99,6 +101,7 @@ private:
     const int64_t slow_;
     sessions::Pairing pairing_;
     Coverage coverage_;
+    RecentLines recent_;
     Latencies latencies_;
     Story story_;
     std::map<FindingKey, Entry> entries_;

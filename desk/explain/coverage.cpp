@@ -62,8 +62,10 @@ void Coverage::line(const LogLine& line) {
         mark(LossKind::kChatty, line.first, "the log says that it dropped lines");
         break;
     case LogLineKind::kNotKnown:
-        mark(LossKind::kNotKnown, line.first,
-             "a line that this version of the bridge cannot write");
+        if (!line.cut) {
+            mark(LossKind::kNotKnown, line.first,
+                 "a line that this version of the bridge cannot write");
+        }
         break;
     case LogLineKind::kShortened:
         mark(LossKind::kCutLine, line.first, "the end of a line is missing");

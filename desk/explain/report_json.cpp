@@ -111,7 +111,9 @@ Json::Value findingOf(const Explained& explained, const Finding& finding) {
     object["last_line"] = number(finding.last_line);
     if (!finding.first.function.empty()) {
         object["function"] = text(finding.first.function);
-        object["source_line"] = finding.first.source_line;
+        if (finding.first.source_line != 0) {
+            object["source_line"] = finding.first.source_line;
+        }
     }
     if (!finding.first.text.empty()) {
         object["text"] = text(finding.first.text);

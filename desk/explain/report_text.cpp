@@ -162,10 +162,11 @@ void writeFinding(std::ostream& out, const Explained& explained, const Finding& 
         out << "    " << shortened(finding.first.text, kColumns - 4) << '\n';
     }
     if (!finding.first.function.empty()) {
-        out << "    written by "
-            << shortened(finding.first.function + "():" + std::to_string(finding.first.source_line),
-                         kColumns - 15)
-            << '\n';
+        std::string place = finding.first.function + "()";
+        if (finding.first.source_line != 0) {
+            place += ":" + std::to_string(finding.first.source_line);
+        }
+        out << "    written by " << shortened(place, kColumns - 15) << '\n';
     }
     if (explains) {
         writeWrapped(out, "    ", 4, rule.sentence);

@@ -19,14 +19,43 @@ std::string print(const char* format, Values... values) {
     return text;
 }
 
+/// Of a text that is not quoted.
+std::vector<show::Glyph> glyphsOf(std::string_view text) {
+    std::vector<show::Glyph> glyphs =
+        show::utf8Glyphs({reinterpret_cast<const uint8_t*>(text.data()), text.size()});
+    for (show::Glyph& glyph : glyphs) {
+        if (glyph.text == "\\\"") {
+            glyph = {"\"", 1};
+        }
+    }
+    return glyphs;
+}
+
+/// A word as it is shown; in parts when it is wider than a line.
+void addParts(std::string_view word, size_t columns, std::vector<std::string>& parts) {
+    std::string part;
+    size_t width = 0;
+    for (const show::Glyph& glyph : glyphsOf(word)) {
+        if (width > 0 && width + glyph.columns > columns) {
+            parts.push_back(part);
+            part.clear();
+            width = 0;
+        }
+        part += glyph.text;
+        width += glyph.columns;
+    }
+    parts.push_back(part);
+}
+
 } // namespace
 
 std::string durationText(int64_t nanoseconds) {
     const double value = static_cast<double>(nanoseconds);
-    if (nanoseconds < 1000000) {
+    // What would be shown as 1000 of a unit is shown as 1 of the next one.
+    if (nanoseconds < 999500) {
         return print("%.0f us", value / 1e3);
     }
-    if (nanoseconds < kSecond) {
+    if (nanoseconds < 999950000) {
         return print("%.1f ms", value / 1e6);
     }
     const int64_t seconds = nanoseconds / kSecond;
@@ -67,7 +96,7 @@ std::vector<std::string> wrapped(std::string_view text, size_t columns) {
     while (!text.empty()) {
         const size_t end = std::min(text.find(' '), text.size());
         if (end > 0) {
-            words.emplace_back(text.substr(0, end));
+            addParts(text.substr(0, end), columns, words);
         }
         text.remove_prefix(std::min(end + 1, text.size()));
     }
@@ -77,8 +106,7 @@ std::vector<std::string> wrapped(std::string_view text, size_t columns) {
 std::string shortened(std::string_view text, size_t columns) {
     std::string shown;
     size_t taken = 0;
-    const std::vector<show::Glyph> glyphs =
-        show::utf8Glyphs({reinterpret_cast<const uint8_t*>(text.data()), text.size()});
+    const std::vector<show::Glyph> glyphs = glyphsOf(text);
     size_t whole = 0;
     for (const show::Glyph& glyph : glyphs) {
         whole += glyph.columns;

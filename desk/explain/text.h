@@ -24,7 +24,8 @@ std::string countText(uint64_t count, std::string_view noun);
 /// "11-21 22:13:37.123", with a year when there is one.
 std::string timeText(const sessions::LogTime& time);
 
-/// The words of a text on lines of `columns` at most.
+/// The words of a text on lines of `columns` at most. A word that is wider than a line is divided.
+/// Control characters are shown as \xNN.
 std::vector<std::string> wrapped(std::string_view text, size_t columns);
 
 /// What fits into `columns`; "~" ends what does not. Control characters are shown as \xNN.
