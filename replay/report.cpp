@@ -12,6 +12,11 @@
 namespace replay {
 namespace {
 
+// Exit statuses.
+constexpr int kSame = 0;
+constexpr int kDiverged = 1;
+constexpr int kNotReplayed = 2;
+
 constexpr size_t kColumns = 80;
 constexpr size_t kFieldLines = 6;
 constexpr size_t kNameColumns = 24;
@@ -99,13 +104,19 @@ std::string sumText(const Recording& recording, const Outcome& outcome) {
     if (left_out > 0) {
         text += ", " + std::to_string(left_out) + " left out";
     }
+    if (statusOf(outcome) == kNotReplayed) {
+        text += ": nothing was replayed";
+    }
     return text;
 }
 
 } // namespace
 
 int statusOf(const Outcome& outcome) {
-    return outcome.divergences.total() == 0 ? 0 : 1;
+    if (outcome.divergences.total() > 0) {
+        return kDiverged;
+    }
+    return outcome.passed > 0 ? kSame : kNotReplayed;
 }
 
 Lines reportLines(const std::string& file, const Recording& recording, const Outcome& outcome) {

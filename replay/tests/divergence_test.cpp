@@ -112,6 +112,29 @@ TEST_F(Diverging, AnotherSizeOfNoRecordIsOtherBytes) {
     EXPECT_THAT(finish().divergences.counts, ElementsAre(1, 0, 0, 0, 0));
 }
 
+TEST_F(Diverging, BytesThatAreNotKnownAreNotCompared) {
+    // The channel of the first, everything of the second.
+    WrittenMessage message{
+        kCommand, 1, "desk", kSelectChannel, {1, 0, 0, 0, 0, 0, 0, 0, 2, 0, 0, 0}};
+    message.comment = "incomplete=4-7";
+    writer.add(message);
+    message.comment = "incomplete=";
+    writer.add(message);
+    message.comment = "incomplete=4-7";
+    writer.add(message);
+    start();
+    on("desk", [&] {
+        EXPECT_EQ(send(kSelectChannel, channel(13, 2)), 0);
+        EXPECT_EQ(send(kSelectChannel, channel(14, 1)), 0);
+        EXPECT_EQ(send(kSelectChannel, channel(15, 1)), 0);
+    });
+    EXPECT_THAT(report(),
+                testing::IsSupersetOf({"a.pcapng: the first divergence is at message 3:",
+                                       "  service_no                2                          1",
+                                       "divergences: 1 with other bytes",
+                                       "replay: 3 of 3 messages, 1 divergence"}));
+}
+
 TEST_F(Diverging, AnUnexpectedCommandIsNotTaken) {
     add(kCommand, 1, "desk", kStartScan, {1, 0});
     add(kCommand, 1, "desk", kCancelScan, {1, 0});
