@@ -8,6 +8,7 @@
 #include "desk/show/quoted_text.h"
 
 #include <algorithm>
+#include <sstream>
 
 namespace replay {
 namespace {
@@ -18,7 +19,8 @@ constexpr int kDiverged = 1;
 constexpr int kNotReplayed = 2;
 
 constexpr size_t kColumns = 80;
-constexpr size_t kFieldLines = 6;
+constexpr size_t kSentenceLines = 2;
+constexpr size_t kFieldLines = 5;
 constexpr size_t kNameColumns = 24;
 constexpr size_t kValueColumns = 25;
 
@@ -65,6 +67,19 @@ void addFields(const std::vector<FieldDifference>& fields, Lines& lines) {
     }
     if (fields.size() > shown) {
         lines.push_back("  and " + std::to_string(fields.size() - shown) + " more fields");
+    }
+}
+
+/// A sentence on two lines at most.
+void addWrapped(const std::string& sentence, Lines& lines) {
+    std::vector<std::string> words;
+    std::istringstream stream(sentence);
+    for (std::string word; stream >> word;) {
+        words.push_back(word);
+    }
+    const Lines wrapped = show::wrappedWords(words, kColumns);
+    for (size_t i = 0; i < wrapped.size() && i < kSentenceLines; ++i) {
+        lines.push_back(shortened(wrapped[i], kColumns));
     }
 }
 
@@ -123,13 +138,10 @@ Lines reportLines(const std::string& file, const Recording& recording, const Out
     Lines lines;
     if (const std::optional<Divergence>& first = outcome.divergences.first) {
         const Finding finding = findingOf(recording, *first);
-        for (const std::string& part :
-             show::wrappedWords({show::shownText(file) + ':', "the", "first", "divergence", "is",
-                                 "at", "message", std::to_string(finding.number) + ':'},
-                                kColumns)) {
-            lines.push_back(shortened(part, kColumns));
-        }
-        lines.push_back(shortened(finding.what, kColumns));
+        addWrapped(show::shownText(file) + ": the first divergence is at message " +
+                       std::to_string(finding.number) + ':',
+                   lines);
+        addWrapped(finding.what, lines);
         addFields(finding.fields, lines);
         addBefore(recording, first->entry, lines);
         lines.push_back("divergences: " + countsText(outcome.divergences));
