@@ -27,7 +27,17 @@ bool isSame(const Message& recorded, const dtv::Command& command) {
     const sessions::Bytes record = recordOf(command);
     return recorded.id == command.message_id && recorded.size == command.size &&
            recorded.surfaces == surfacesOf(command) && recorded.record.size() == record.size &&
-           (record.size == 0 || std::memcmp(recorded.record.data(), record.data, record.size) == 0);
+           knownPartOf(recorded, {record.data, record.data + record.size}) == recorded.record;
+}
+
+std::vector<uint8_t> knownPartOf(const Message& recorded, std::vector<uint8_t> record) {
+    const size_t size = std::min({record.size(), recorded.record.size(), recorded.known.size()});
+    for (size_t i = 0; i < size; ++i) {
+        if (!recorded.known[i]) {
+            record[i] = recorded.record[i];
+        }
+    }
+    return record;
 }
 
 Given givenOf(const dtv::Command& command) {

@@ -1,8 +1,10 @@
 #include "replay/findings.h"
 
+#include "replay/commands.h"
+
 #include "desk/show/names.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace replay {
 namespace {
@@ -31,6 +33,12 @@ std::vector<FieldValue> recordedFields(const Message& message) {
 
 std::vector<FieldValue> givenFields(const Given& given) {
     return commandFields(given.id, given.record, given.size, given.surfaces);
+}
+
+/// The fields in which a command differs from the recorded one.
+std::vector<FieldDifference> differencesOf(const Message& recorded, Given given) {
+    given.record = knownPartOf(recorded, std::move(given.record));
+    return differentFields(recordedFields(recorded), givenFields(given));
 }
 
 std::string resultText(int result) {
@@ -95,8 +103,7 @@ Finding findingOf(const Recording& recording, const Divergence& divergence) {
     switch (divergence.difference) {
     case Difference::kOtherBytes:
         finding.what = name + thread + " has other bytes";
-        finding.fields =
-            differentFields(recordedFields(entry.message), givenFields(*divergence.given));
+        finding.fields = differencesOf(entry.message, *divergence.given);
         break;
     case Difference::kUnexpectedCommand:
         finding.what = messageName(divergence.given->id) + onThread(divergence.given->thread) +

@@ -1,5 +1,7 @@
 #include "replay/recording.h"
 
+#include "sessions/known_bytes.h"
+
 #include <algorithm>
 #include <map>
 #include <tuple>
@@ -125,7 +127,8 @@ std::optional<Recording> readRecording(std::istream& file, std::string& error) {
         if (!message) {
             return std::nullopt;
         }
-        const bool incomplete = sessions::valueOf(packet->notes, kIncompleteNote) != nullptr;
+        const bool incomplete =
+            sessions::valueOf(packet->notes, sessions::kIncompleteNote) != nullptr;
         recorder.add(std::move(*message), incomplete);
     }
     error = reader.error();

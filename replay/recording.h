@@ -18,9 +18,6 @@ namespace replay {
 /// In place of an index that there is not.
 constexpr size_t kNone = static_cast<size_t>(-1);
 
-/// The key of a packet's note that says which bytes of its record are not known.
-constexpr char kIncompleteNote[] = "incomplete";
-
 /// A message of the capture.
 struct Entry {
     sessions::Message message;

@@ -8,12 +8,19 @@
 #include "desk/show/quoted_text.h"
 
 #include <algorithm>
+#include <sstream>
 
 namespace replay {
 namespace {
 
+// Exit statuses.
+constexpr int kSame = 0;
+constexpr int kDiverged = 1;
+constexpr int kNotReplayed = 2;
+
 constexpr size_t kColumns = 80;
-constexpr size_t kFieldLines = 6;
+constexpr size_t kSentenceLines = 2;
+constexpr size_t kFieldLines = 5;
 constexpr size_t kNameColumns = 24;
 constexpr size_t kValueColumns = 25;
 
@@ -63,6 +70,19 @@ void addFields(const std::vector<FieldDifference>& fields, Lines& lines) {
     }
 }
 
+/// A sentence on two lines at most.
+void addWrapped(const std::string& sentence, Lines& lines) {
+    std::vector<std::string> words;
+    std::istringstream stream(sentence);
+    for (std::string word; stream >> word;) {
+        words.push_back(word);
+    }
+    const Lines wrapped = show::wrappedWords(words, kColumns);
+    for (size_t i = 0; i < wrapped.size() && i < kSentenceLines; ++i) {
+        lines.push_back(shortened(wrapped[i], kColumns));
+    }
+}
+
 std::string briefOf(const Entry& entry) {
     return show::briefLine(entry.message, entry.link, show::localTime(entry.message.time).time);
 }
@@ -99,26 +119,29 @@ std::string sumText(const Recording& recording, const Outcome& outcome) {
     if (left_out > 0) {
         text += ", " + std::to_string(left_out) + " left out";
     }
+    if (statusOf(outcome) == kNotReplayed) {
+        text += ": nothing was replayed";
+    }
     return text;
 }
 
 } // namespace
 
 int statusOf(const Outcome& outcome) {
-    return outcome.divergences.total() == 0 ? 0 : 1;
+    if (outcome.divergences.total() > 0) {
+        return kDiverged;
+    }
+    return outcome.passed > 0 ? kSame : kNotReplayed;
 }
 
 Lines reportLines(const std::string& file, const Recording& recording, const Outcome& outcome) {
     Lines lines;
     if (const std::optional<Divergence>& first = outcome.divergences.first) {
         const Finding finding = findingOf(recording, *first);
-        for (const std::string& part :
-             show::wrappedWords({show::shownText(file) + ':', "the", "first", "divergence", "is",
-                                 "at", "message", std::to_string(finding.number) + ':'},
-                                kColumns)) {
-            lines.push_back(shortened(part, kColumns));
-        }
-        lines.push_back(shortened(finding.what, kColumns));
+        addWrapped(show::shownText(file) + ": the first divergence is at message " +
+                       std::to_string(finding.number) + ':',
+                   lines);
+        addWrapped(finding.what, lines);
         addFields(finding.fields, lines);
         addBefore(recording, first->entry, lines);
         lines.push_back("divergences: " + countsText(outcome.divergences));

@@ -9,7 +9,8 @@
 
 namespace replay {
 
-/// The exit status of a replay: 0 when it was the same, 1 when it diverged.
+/// The exit status of a replay: 0 when it was the same, 1 when it diverged, 2 when nothing of it
+/// was replayed.
 int statusOf(const Outcome& outcome);
 
 /// The first divergence, the messages before it, and how many there are of each kind; then one line

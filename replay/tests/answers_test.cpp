@@ -101,6 +101,18 @@ TEST_F(Answers, AnIncompleteEventIsNotDelivered) {
     EXPECT_THAT(delivered(), ElementsAre(kScanReply + 1));
 }
 
+TEST_F(Answers, AReplayOfIncompleteEventsAloneShowsNothing) {
+    WrittenMessage message{kEvent, 3, "DtvEvent-1", kScanReply, {1, 2}};
+    message.comment = "incomplete=";
+    writer.add(message);
+    start();
+    const Outcome outcome = finish();
+    EXPECT_EQ(statusOf(outcome), 2);
+    EXPECT_THAT(
+        reportLines("a.pcapng", service->recording(), outcome),
+        ElementsAre("replay: 0 of 1 messages, no divergence, 1 left out: nothing was replayed"));
+}
+
 TEST_F(Answers, AnIncompleteEventIsFilledWithZeros) {
     WrittenMessage message{kEvent, 3, "DtvEvent-1", kScanReply, {1, 2}};
     message.size = 12;

@@ -112,6 +112,29 @@ TEST_F(Diverging, AnotherSizeOfNoRecordIsOtherBytes) {
     EXPECT_THAT(finish().divergences.counts, ElementsAre(1, 0, 0, 0, 0));
 }
 
+TEST_F(Diverging, BytesThatAreNotKnownAreNotCompared) {
+    // The channel of the first, everything of the second.
+    WrittenMessage message{
+        kCommand, 1, "desk", kSelectChannel, {1, 0, 0, 0, 0, 0, 0, 0, 2, 0, 0, 0}};
+    message.comment = "incomplete=4-7";
+    writer.add(message);
+    message.comment = "incomplete=";
+    writer.add(message);
+    message.comment = "incomplete=4-7";
+    writer.add(message);
+    start();
+    on("desk", [&] {
+        EXPECT_EQ(send(kSelectChannel, channel(13, 2)), 0);
+        EXPECT_EQ(send(kSelectChannel, channel(14, 1)), 0);
+        EXPECT_EQ(send(kSelectChannel, channel(15, 1)), 0);
+    });
+    EXPECT_THAT(report(),
+                testing::IsSupersetOf({"a.pcapng: the first divergence is at message 3:",
+                                       "  service_no                2                          1",
+                                       "divergences: 1 with other bytes",
+                                       "replay: 3 of 3 messages, 1 divergence"}));
+}
+
 TEST_F(Diverging, AnUnexpectedCommandIsNotTaken) {
     add(kCommand, 1, "desk", kStartScan, {1, 0});
     add(kCommand, 1, "desk", kCancelScan, {1, 0});
@@ -186,6 +209,7 @@ TEST_F(Diverging, ACommandThatIsLeftOutIsMissing) {
 }
 
 TEST_F(Diverging, WhatDoesNotComeEndsTheReplay) {
+    settings.pace.patience = std::chrono::seconds(1);
     add(kCommand, 1, "desk", kStartScan, {1, 0});
     add(kCommand, 1, "desk", kCancelScan, {1, 0});
     add(kEvent, 3, "DtvEvent-1", kScanReply, {1, 0, 0, 0, 0, 0, 0, 0});
@@ -205,6 +229,7 @@ TEST_F(Diverging, WhatDoesNotComeEndsTheReplay) {
 }
 
 TEST_F(Diverging, ACallbackThatDoesNotReturnEndsTheReplay) {
+    settings.pace.patience = std::chrono::seconds(1);
     add(kEvent, 3, "DtvEvent-1", kScanReply, {1, 0, 0, 0, 0, 0, 0, 0});
     add(kEvent, 3, "DtvEvent-1", kScanReply, {1, 0, 0, 0, 0, 0, 0, 0});
     std::atomic<bool> may_return{false};
@@ -257,8 +282,27 @@ TEST_F(Diverging, ManyFieldsAreCounted) {
        [&] { send(0x10000017, {2, 0, 2, 2, 1, 1, 1, 1, 1, 0, 1, 1, 1, 1, 1, 1, 1, 1, 0, 0}); });
     const std::vector<std::string> lines = report();
     EXPECT_EQ(lines.at(3), "  handle                    1                          2");
-    EXPECT_EQ(lines.at(7), "  cap.surface_height        60                         257");
-    EXPECT_EQ(lines.at(8), "  and 9 more fields");
+    EXPECT_EQ(lines.at(6), "  cap.surface_width         320                        257");
+    EXPECT_EQ(lines.at(7), "  and 10 more fields");
+}
+
+TEST_F(Diverging, LongSentencesTakeTwoLines) {
+    for (int i = 0; i < 6; ++i) {
+        add(kCommand, 1, "pool-1-thread-2", 0x10000017,
+            {1, 0, 1, 1, 64, 1, 60, 0, 0, 0, 16, 20, 3, 2, 0, 0, 0, 0, 1, 1});
+    }
+    start();
+    service->enter(0);
+    for (int i = 0; i < 5; ++i) {
+        send(0x10000017, service->recording().entries[service->nextCommand()].message.record);
+    }
+    service->giveUp(service->nextCommand(),
+                    "300 of cap_lang is no constant of BG_TE_DTVSVLIB_CAP_LANG");
+    const std::vector<std::string> lines = report();
+    EXPECT_EQ(lines.at(1),
+              "ControlCap on thread pool-1-thread-2 did not come: 300 of cap_lang is no");
+    EXPECT_EQ(lines.at(2), "constant of BG_TE_DTVSVLIB_CAP_LANG");
+    EXPECT_EQ(lines.size(), 17u);
 }
 
 TEST_F(Diverging, IsAJsonObjectOnOneLine) {

@@ -107,7 +107,7 @@ protected:
 
     CaptureWriter writer;
     uint64_t time = 0;
-    Settings settings{{0, std::chrono::milliseconds(300)}, false, nullptr};
+    Settings settings{{0, std::chrono::seconds(10)}, false, nullptr};
     android::sp<platform::ListenerDouble> listener = new platform::ListenerDouble;
     std::shared_ptr<Service> service;
 };

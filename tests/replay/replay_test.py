@@ -158,6 +158,20 @@ class Replay(ReplayTest):
         self.assertRegex(errors, "^run: .*/version.pcapng was taken with version 7.*; this is 1.*\n$")
         self.assertIn("no divergence", output)
 
+    def test_a_capture_that_was_made_of_a_log_replays(self):
+        trace, capture = self.folder / "trace", self.folder / "log.pcapng"
+        run = self.run_desk("evening", "--quiet", "--seed", "20", environ=desk.environment(
+            DTV_LOG_FILE=trace, DTV_LOG_MASK="0xffff"))
+        self.assertEqual(run.returncode, 0)
+        subprocess.run([desk.BUILD / "bin/dtv-explain", "--capture", capture, trace], check=True,
+                       capture_output=True)
+        status, output, errors = self.replay("--fill", capture)
+        self.assertEqual((status, errors), (0, ""), output)
+        self.assertRegex(output, r"^replay: (\d+) of \1 messages, no divergence\n$")
+        status, output, errors = self.replay(capture)
+        self.assertEqual((status, errors), (0, ""), output)
+        self.assertRegex(output, r"^replay: \d+ of \d+ messages, no divergence, \d+ left out\n$")
+
     def test_a_redacted_copy_replays(self):
         copy, replayed = self.folder / "copy.pcapng", self.folder / "replayed.pcapng"
         subprocess.run([desk.BUILD / "bin/dtv-redact", self.evening, copy], check=True,

@@ -75,7 +75,7 @@ public final class Replay {
     /**
      * The exit status of the replay that has finished.
      *
-     * @return 0 when it was the same, 1 when it diverged
+     * @return 0 when it was the same, 1 when it diverged, 2 when nothing of it was replayed
      */
     public static native int status();
 
