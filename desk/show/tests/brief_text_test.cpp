@@ -54,6 +54,19 @@ TEST(BriefLine, HasWhatIsKnown) {
               "1234567 20:14:03.123 evening    -- 0x10000008 kind=9");
 }
 
+TEST(BriefLine, MarksWhatIsIncomplete) {
+    sessions::Message message = messageOf(3, 0x10000054, "0300 0000 00000000 20000000 01000000");
+    message.known.assign(16, true);
+    EXPECT_EQ(briefLine(message, linkOf(1, 3), kTime),
+              "     1 20:14:03.123 evening    <- SelectChannelReply h=3 r=0");
+    message.known[15] = false;
+    EXPECT_EQ(briefLine(message, linkOf(1, 3), kTime),
+              "     1 20:14:03.123 evening    <- SelectChannelReply h=3 r=0 incomplete");
+    message.known[4] = false;
+    EXPECT_EQ(briefLine(message, linkOf(1, 3), kTime),
+              "     1 20:14:03.123 evening    <- SelectChannelReply h=3 incomplete");
+}
+
 TEST(BriefLine, MarksWhatIsAmbiguous) {
     sessions::Link link = linkOf(2, 3, 1, 5);
     link.ambiguous = true;

@@ -54,6 +54,8 @@ def flat(fields, path, texts):
     for name, value in fields.items():
         key = f"{path}.{name}"
         for element in value if isinstance(value, list) else [value]:
+            if element is None:
+                continue  # not known
             if isinstance(element, dict):
                 yield key, ""
                 yield from flat(element, key, texts)
@@ -315,6 +317,33 @@ class Fields(CaptureTest):
         self.assertIn("0.0.47.11", " ".join(lines))
         self.assertIn("0.0.47.20", " ".join(lines))
         self.assertEqual(3, sum("---" in line for line in lines))
+
+    def test_what_a_log_does_not_have(self):
+        capture = Capture()
+        # Two sessions wait; the log has the handle of one of the two replies.
+        for handle in (3, 4, 5):
+            capture.add(COMMAND, 0x10000006, struct.pack("<H", handle) + bytes(10))
+        capture.add(EVENT, 0x10000054, bytes(4) + b"\5\0\0\0" + bytes(8), thread=4720,
+                    comment=b"incomplete=0-1,8")
+        capture.add(EVENT, 0x10000054, b"\4\0" + bytes(14), thread=4720,
+                    comment=b"by=nobody\nincomplete=4,12-15")
+        capture.add(EVENT, 0x10000054, bytes(16), thread=4720, comment=b"incomplete=yes")
+        path = self.save(capture)
+        document, packets, _ = self.compare_all(path)
+        self.assertEqual([
+            ["handle", "physical_channel"], ["result", "service_no"],
+            ["handle", "result", "physical_channel", "service_no"]],
+            [packet.all("dtv.unknown_field") for packet in packets[3:]])
+        self.assertEqual([(1, 3, True), (2, 4, False), (3, 5, False)],
+                         [(one["partner"], one["session"], one["ambiguous"])
+                          for one in document["messages"][3:]])
+        self.assertEqual([{"handle": None, "result": 5, "physical_channel": None, "service_no": 0},
+                          {"handle": 4, "result": None, "physical_channel": 0, "service_no": None},
+                          dict.fromkeys(("handle", "result", "physical_channel", "service_no"))],
+                         [one["fields"] for one in document["messages"][3:]])
+        self.assertEqual("4", tshark(LUA, path, "-Y", "dtv.result == 5", "-T", "fields", "-e",
+                                     "frame.number").strip())
+        self.assertEqual("", tshark(LUA, path, "-Y", "dtv.result == 0"))
 
     def test_the_commands_that_are_printed(self):
         capture = Capture()

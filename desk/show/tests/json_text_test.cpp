@@ -166,4 +166,18 @@ TEST(JsonOpenCommand, NamesTheCommand) {
     EXPECT_EQ(show::jsonOpenCommand(command), R"({"number":12,"name":"Create","ambiguous":true})");
 }
 
+TEST(JsonMessage, HasNullForWhatIsNotKnown) {
+    sessions::Message message = messageWith(3, 0x10000054, "0300 0000 05000000 20000000 01000000");
+    message.known.assign(16, true);
+    message.known[1] = false;
+    message.known[4] = false;
+    message.known[5] = false;
+    const std::string json = show::jsonMessage(message, {}, 88);
+    EXPECT_NE(json.find(R"("fields":{"handle":null,"result":null,"physical_channel":32,)"
+                        R"("service_no":1},"record":"03000000050000002000000001000000",)"
+                        R"("unknown":"1,4-5"})"),
+              std::string::npos)
+        << json;
+}
+
 } // namespace

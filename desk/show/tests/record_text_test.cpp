@@ -57,6 +57,43 @@ TEST(RecordText, ShowsNumbersWithAndWithoutSign) {
                             "    pair          -1, 1"));
 }
 
+TEST(RecordText, ShowsWhatIsNotKnown) {
+    const Record point = recordOf(
+        "POINT", 2,
+        {{"x", 0, 1, 1, Kind::kUnsigned, nullptr}, {"y", 1, 1, 1, Kind::kUnsigned, nullptr}});
+    const Record record = recordOf("RECORD", 22,
+                                   {{"number", 0, 2, 1, Kind::kUnsigned, nullptr},
+                                    {"list", 2, 1, 3, Kind::kUnsigned, nullptr},
+                                    {"bytes", 5, 3, 1, Kind::kBytes, nullptr},
+                                    {"text", 8, 4, 1, Kind::kText, nullptr},
+                                    {"wide", 12, 4, 1, Kind::kUtf16Text, nullptr},
+                                    {"points", 16, 2, 3, Kind::kRecord, &point}});
+    const auto lines = [&record](const std::string& known) {
+        std::vector<bool> bytes;
+        for (const char c : known) {
+            bytes.push_back(c == '1');
+        }
+        return show::recordLines(record,
+                                 view(fromHex("0100 020304 050607 61620000 63000000 "
+                                              "0000 0102 0000")),
+                                 4, bytes);
+    };
+    EXPECT_THAT(lines("1111111111111111111111"),
+                ElementsAre("    number  1", "    list    2, 3, 4", "    bytes   05 06 07",
+                            "    text    \"ab\"", "    wide    \"c\"", "    points[1]",
+                            "        x  1", "        y  2",
+                            "    points  2 of 3 elements are all zero"));
+    EXPECT_THAT(lines("1010110101111110011111"),
+                ElementsAre("    number  unknown", "    list    2, unknown, 4",
+                            "    bytes   05 ?? 07", "    text    unknown", "    wide    unknown",
+                            "    points[0]", "        x  unknown", "        y  0", "    points[1]",
+                            "        x  1", "        y  2",
+                            "    points  1 of 3 elements is all zero"));
+    EXPECT_THAT(lines("0000000011101111000000"),
+                ElementsAre("    number  unknown", "    list    unknown", "    bytes   unknown",
+                            "    text    \"ab\"", "    wide    \"c\"", "    points  unknown"));
+}
+
 TEST(RecordText, ShowsReservedBytesThatAreNotZero) {
     EXPECT_THAT(linesOf(layoutOf("ReleaseDisplay"), "0300 01 05"),
                 ElementsAre("    handle  3", //

@@ -163,6 +163,7 @@ function dtv.dissector(buffer, pinfo, root)
     local layout = layout_of(message, known)
     message.layout = layout
     message.result = result_of(message, layout, bytes)
+    message.handle_is_unknown = layout and is_unknown_field(layout.by_name.handle)
     if not pinfo.visited then
         pair(message, known, layout and number_in(layout, bytes, "handle"), pinfo)
     end

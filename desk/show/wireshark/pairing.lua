@@ -140,10 +140,30 @@ local function add_answer(message, link, now)
     end_session(message, link, now)
 end
 
+-- The key of the queue with the oldest command that waits for an event, whatever its handle, and
+-- whether there are several such queues.
+local function oldest_waiting(event)
+    local oldest, guessed
+    for key, queue in pairs(queues) do
+        if math.floor(key / 65537) == event then
+            guessed = oldest ~= nil
+            local number = queue[queue.first].number
+            if not oldest or number < queues[oldest][queues[oldest].first].number then
+                oldest = key
+            end
+        end
+    end
+    return oldest, guessed
+end
+
 local function add_event(message, link, now)
     local any = any_handle[message.id]
     local key = key_of(message.id, not any and link.session or nil)
-    local queue = (any or link.session) and queues[key]
+    local queue, guessed = (any or link.session) and queues[key], false
+    if message.handle_is_unknown and not any then
+        key, guessed = oldest_waiting(message.id)
+        queue = key and queues[key]
+    end
     if queue then
         local command = queue[queue.first]
         queue[queue.first] = nil
@@ -153,7 +173,8 @@ local function add_event(message, link, now)
         end
         open[command.number] = nil
         tie(link, now, command)
-        link.ambiguous = command.ambiguous
+        link.ambiguous = command.ambiguous or guessed
+        link.session = link.session or command.session
     end
     message.thread.event = {number = now.number, id = message.id, time = now.time,
         session = link.session}

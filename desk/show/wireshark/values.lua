@@ -122,27 +122,48 @@ local frame_comment = Field.new("frame.comment")
 -- packet's comment says it. Nil when all are known.
 local unknown_bytes
 
+local ALL_UNKNOWN = setmetatable({}, {__index = function() return true end})
+
+local function read_list(list)
+    local found = {}
+    for span in (list .. ","):gmatch("([^,]*),") do
+        local from, to = span:match("^(%d+)%-?(%d*)$")
+        local first, last = tonumber(from), tonumber(to == "" and from or to)
+        if not first or last < first or span:sub(-1) == "-" then
+            return ALL_UNKNOWN
+        end
+        for at = first, math.min(last, 65535) do
+            found[at] = true
+        end
+    end
+    return found
+end
+
 local function read_unknown()
     unknown_bytes = nil
     for _, comment in ipairs({frame_comment()}) do
-        local list = ("\n" .. tostring(comment)):match("\nincomplete=([%d,-]+)")
-        for from, to in (list or ""):gmatch("(%d+)%-?(%d*)") do
-            unknown_bytes = unknown_bytes or {}
-            for at = tonumber(from), math.min(tonumber(to) or tonumber(from), 65535) do
-                unknown_bytes[at] = true
-            end
+        local list = ("\n" .. tostring(comment) .. "\n"):match("\nincomplete=([^\n]*)\n")
+        unknown_bytes = unknown_bytes or (list and read_list(list))
+    end
+end
+
+-- Whether bytes of a field of the record are not known.
+local function is_unknown_field(field)
+    for at = field and field.offset or 0,
+            unknown_bytes and field and field.offset + field.size - 1 or -1 do
+        if unknown_bytes[at] then
+            return true
         end
     end
+    return false
 end
 
 -- A number of the record by the name of its field, or nil, also when not all its bytes are known.
 -- `bytes` are those of the packet.
 local function number_in(layout, bytes, name)
     local field = layout.by_name[name]
-    for at = field and field.offset or 0, unknown_bytes and field and field.offset + field.size - 1 or -1 do
-        if unknown_bytes[at] then
-            return nil
-        end
+    if not field or is_unknown_field(field) then
+        return nil
     end
-    return field and number_at(bytes, HEADER + field.offset, field.size, field.kind == "signed")
+    return number_at(bytes, HEADER + field.offset, field.size, field.kind == "signed")
 end

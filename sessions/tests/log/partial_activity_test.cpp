@@ -128,7 +128,7 @@ TEST(PartialActivity, WithoutEnds) {
         stepsOf(without(kWhole, {"END"})),
         (Steps{"command Create", "event CreateReply h=1", "3 lacks its end",
                "end Create 1-3 no end", "command StartScan h=1", "17 lacks its end",
-               "end StartScan h=1 15-17 no end", "4 lacks its end",
+               "end StartScan h=1 15-17 no end", "8 lacks its end",
                "end CreateReply h=1 4-14 no end", "24 lacks its end", "command CancelScan_Sync h=1",
                "answer CancelScan_Sync h=1", "end CancelScan_Sync h=1 18-30 no end"}));
 }
@@ -142,9 +142,9 @@ TEST(PartialActivity, AnEventAfterOneWithoutItsEnd) {
     // Without any ends, no event is taken for one within the other.
     EXPECT_EQ(
         stepsOf(without(event + event + event, {"END"})),
-        (Steps{"event CreateReply h=1", "1 lacks its end", "end CreateReply h=1 1-11 no end",
-               "event CreateReply h=1", "12 lacks its end", "end CreateReply h=1 12-22 no end",
-               "event CreateReply h=1", "23 lacks its end", "end CreateReply h=1 23-33 no end"}));
+        (Steps{"event CreateReply h=1", "5 lacks its end", "end CreateReply h=1 1-11 no end",
+               "event CreateReply h=1", "16 lacks its end", "end CreateReply h=1 12-22 no end",
+               "event CreateReply h=1", "27 lacks its end", "end CreateReply h=1 23-33 no end"}));
 }
 
 TEST(PartialActivity, WithoutBegins) {
