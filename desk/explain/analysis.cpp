@@ -21,6 +21,9 @@ using Kind = Message::Kind;
 /// The result that says that an argument is not accepted.
 constexpr int64_t kParamNg = 5;
 
+/// Further findings are put together by rule: more are not read, and take time and memory.
+constexpr size_t kMostFindings = 500;
+
 /// A service that has stopped leaves this many commands at least.
 constexpr size_t kFewestOfStop = 2;
 
@@ -81,7 +84,10 @@ Place Analysis::lineOf(const BridgeCall& call, uint64_t line) const {
 Analysis::Entry& Analysis::add(Rule rule, const std::string& subject, const std::string& detail,
                                const Place& place, const Relations& relations,
                                const std::string& thread) {
-    const FindingKey key{rule, subject, detail};
+    FindingKey key{rule, subject, detail};
+    if (entries_.size() >= kMostFindings && entries_.count(key) == 0) {
+        key = {rule, "(others)", {}};
+    }
     const auto [found, is_new] = entries_.try_emplace(key);
     Entry& entry = found->second;
     Finding& finding = entry.finding;
