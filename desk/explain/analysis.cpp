@@ -142,6 +142,7 @@ void Analysis::step(const Step& step) {
 }
 
 void Analysis::message(const Message& message, uint64_t number) {
+    is_capture_ = true;
     const Place place{number, {}, 0, {}};
     pass(message, place);
     if (message.is(Kind::kEvent)) {
@@ -337,7 +338,7 @@ void Analysis::answered(const Message& message, const sessions::Link& link, uint
     relations.handle = command.handle;
     relations.command = link.partner;
     Place where = command.place;
-    where.text = "answered after " + durationText(*link.latency) + " at " + std::to_string(line);
+    where.text = "answered after " + durationText(*link.latency) + " at " + nameOfLine(line);
     add(Rule::kSlowReply, command.name, {}, where, relations, command.thread);
 }
 
@@ -700,8 +701,9 @@ void Analysis::findStop(const std::vector<sessions::OpenCommand>& open) {
             return one.place.line < other.place.line;
         });
     Place where = first->place;
-    where.text = "the last event is at " + std::to_string(last_event_) + "; " +
-                 std::to_string(left.size()) + " commands after it had no answer";
+    where.text =
+        last_event_ == 0 ? "no event came" : "the last event is at " + nameOfLine(last_event_);
+    where.text += "; " + std::to_string(left.size()) + " commands had no answer";
     Relations relations;
     relations.handle = first->handle;
     add(Rule::kServiceStopped, first->name, {}, where, relations, first->thread);
