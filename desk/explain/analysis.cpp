@@ -21,6 +21,9 @@ using Kind = Message::Kind;
 /// The result that says that an argument is not accepted.
 constexpr int64_t kParamNg = 5;
 
+/// Further findings are put together by rule: more are not read, and take time and memory.
+constexpr size_t kMostFindings = 500;
+
 /// A service that has stopped leaves this many commands at least.
 constexpr size_t kFewestOfStop = 2;
 
@@ -81,7 +84,10 @@ Place Analysis::lineOf(const BridgeCall& call, uint64_t line) const {
 Analysis::Entry& Analysis::add(Rule rule, const std::string& subject, const std::string& detail,
                                const Place& place, const Relations& relations,
                                const std::string& thread) {
-    const FindingKey key{rule, subject, detail};
+    FindingKey key{rule, subject, detail};
+    if (entries_.size() >= kMostFindings && entries_.count(key) == 0) {
+        key = {rule, "(others)", {}};
+    }
     const auto [found, is_new] = entries_.try_emplace(key);
     Entry& entry = found->second;
     Finding& finding = entry.finding;
@@ -136,6 +142,7 @@ void Analysis::step(const Step& step) {
 }
 
 void Analysis::message(const Message& message, uint64_t number) {
+    is_capture_ = true;
     const Place place{number, {}, 0, {}};
     pass(message, place);
     if (message.is(Kind::kEvent)) {
@@ -331,7 +338,7 @@ void Analysis::answered(const Message& message, const sessions::Link& link, uint
     relations.handle = command.handle;
     relations.command = link.partner;
     Place where = command.place;
-    where.text = "answered after " + durationText(*link.latency) + " at " + std::to_string(line);
+    where.text = "answered after " + durationText(*link.latency) + " at " + nameOfLine(line);
     add(Rule::kSlowReply, command.name, {}, where, relations, command.thread);
 }
 
@@ -694,8 +701,9 @@ void Analysis::findStop(const std::vector<sessions::OpenCommand>& open) {
             return one.place.line < other.place.line;
         });
     Place where = first->place;
-    where.text = "the last event is at " + std::to_string(last_event_) + "; " +
-                 std::to_string(left.size()) + " commands after it had no answer";
+    where.text =
+        last_event_ == 0 ? "no event came" : "the last event is at " + nameOfLine(last_event_);
+    where.text += "; " + std::to_string(left.size()) + " commands had no answer";
     Relations relations;
     relations.handle = first->handle;
     add(Rule::kServiceStopped, first->name, {}, where, relations, first->thread);

@@ -64,6 +64,9 @@ private:
         bool out_of_place = false; ///< it needs what has not happened in its session
     };
 
+    std::string nameOfLine(uint64_t line) const {
+        return (is_capture_ ? "message " : "line ") + std::to_string(line);
+    }
     Place lineOf(const sessions::BridgeCall& call, uint64_t line) const;
     Entry& add(Rule rule, const std::string& subject, const std::string& detail, const Place& place,
                const Relations& relations, const std::string& thread);
@@ -100,6 +103,7 @@ private:
 
     const int64_t slow_;
     sessions::Pairing pairing_;
+    bool is_capture_ = false;
     Coverage coverage_;
     RecentLines recent_;
     Latencies latencies_;

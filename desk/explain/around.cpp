@@ -1,5 +1,6 @@
 #include "desk/explain/around.h"
 
+#include "desk/explain/explained.h"
 #include "desk/explain/redacted_lines.h"
 #include "desk/explain/text.h"
 
@@ -36,8 +37,8 @@ std::string textOf(const sessions::LogLine& line) {
         return std::string(line.text);
     }
     return std::string(line.trace.task) + " " + sessions::nameOf(line.trace.level) + " " +
-           std::string(line.trace.function) + "():" + std::to_string(line.trace.source_line) + " " +
-           std::string(line.trace.message);
+           std::string(line.trace.function) + "():" + std::to_string(line.trace.source_line) +
+           (line.trace.message.empty() ? "" : " ") + std::string(line.trace.message);
 }
 
 std::string threadOf(const sessions::LogLine& line) {
@@ -77,6 +78,9 @@ void collect(sessions::LogReader& reader, uint64_t wanted, RedactedLines& redact
 
 std::string writeAround(std::ostream& out, const std::string& path, uint64_t wanted,
                         const sessions::HashKey* redacts_with) {
+    if (isCapture(path)) {
+        return path + " is a capture and has no lines: \"./run show\" shows its messages";
+    }
     sessions::LineSource source(path);
     Surroundings near;
     if (source.error().empty()) {

@@ -11,8 +11,10 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <system_error>
 
 namespace explain {
 namespace {
@@ -22,12 +24,6 @@ using sessions::TraceLevel;
 
 /// What a section of a pcapng file begins with.
 constexpr std::array<char, 4> kCaptureStart = {0x0a, 0x0d, 0x0d, 0x0a};
-
-bool isCapture(const std::string& path) {
-    std::array<char, 4> start{};
-    std::ifstream file(path, std::ios::binary);
-    return path != "-" && file.read(start.data(), start.size()) && start == kCaptureStart;
-}
 
 /// The form that most lines of the bridge have.
 LogForm formOf(const sessions::LogCounts& counts) {
@@ -71,10 +67,18 @@ void readLog(const std::string& path, const ReadOptions& options, Explained& exp
         [&analysis](const sessions::UnmatchedLine& line) { analysis.unmatched(line); });
     RedactedLines redacted(options.redacts_with, reader);
     sessions::LogLine line;
+    bool begins_empty = false;
     while (reader.next(line)) {
         redacted.take(line);
         analysis.line(line);
         activity.add(line);
+        // The four bytes at the start of a capture are these two lines.
+        begins_empty = line.first == 1 ? line.text.empty() : begins_empty;
+        if (line.first == 2 && begins_empty && line.text == "\r") {
+            explained.error = "a capture has to be a file, and not compressed";
+            explained.could_be_read = false;
+            return;
+        }
     }
     activity.end();
     explained.error = source.error();
@@ -124,6 +128,17 @@ void readCapture(const std::string& path, Explained& explained) {
 }
 
 } // namespace
+
+bool isCapture(const std::string& path) {
+    std::error_code ignored;
+    // What is read of a pipe to find out would be missing in the log.
+    if (path == "-" || !std::filesystem::is_regular_file(path, ignored)) {
+        return false;
+    }
+    std::array<char, 4> start{};
+    std::ifstream file(path, std::ios::binary);
+    return file.read(start.data(), start.size()) && start == kCaptureStart;
+}
 
 Verdict verdictOf(const Explained& explained) {
     if (!explained.could_be_read) {

@@ -112,6 +112,17 @@ const char* byNeed(const RelatedFinding& cause, const RelatedFinding& symptom) {
                : nullptr;
 }
 
+/// What lasts from the first time on, whatever the event.
+const char* byLastingFault(const RelatedFinding& cause, const RelatedFinding& symptom) {
+    const Rule rule = cause.finding.key.rule;
+    if (rule != symptom.finding.key.rule || !isBefore(cause, symptom)) {
+        return nullptr;
+    }
+    return rule == Rule::kThreadTableFull ? "the table is full"
+           : rule == Rule::kAttachFailed  ? "no thread was attached"
+                                          : nullptr;
+}
+
 /// A session whose commands stop being answered, or are answered late: they are answered in order.
 const char* bySession(const RelatedFinding& cause, const RelatedFinding& symptom) {
     const bool same = cause.relations.handle && cause.relations.handle == symptom.relations.handle;
@@ -146,8 +157,8 @@ int rankOf(Rule rule) {
 }
 
 /// In this order: what names the same thing before what is only in the same session.
-constexpr std::array<Relate, 8> kRelations = {byLoad,    byClass,  byMethod, byStop,
-                                              byCommand, byCreate, byNeed,   bySession};
+constexpr std::array<Relate, 9> kRelations = {
+    byLoad, byClass, byMethod, byStop, byCommand, byCreate, byNeed, byLastingFault, bySession};
 
 /// The index of the finding that one follows from, or its own.
 size_t causeOf(const std::vector<RelatedFinding>& found, size_t symptom, std::string& why) {

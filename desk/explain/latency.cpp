@@ -1,6 +1,7 @@
 #include "desk/explain/latency.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace explain {
 namespace {
@@ -18,21 +19,14 @@ int classOf(int64_t duration) {
     return bits * 16 + step;
 }
 
-/// The middle of a class.
-int64_t middleOf(int number) {
-    if (number < 16) {
-        return number;
-    }
-    const int bits = number / 16;
-    const auto width = int64_t{1} << (bits - 1 - kBitsOfStep);
-    return (int64_t{1} << (bits - 1)) + number % 16 * width + width / 2;
-}
-
 } // namespace
 
 void Durations::add(int64_t nanoseconds, uint64_t line) {
     const int64_t duration = std::max<int64_t>(nanoseconds, 0);
-    ++classes_[classOf(duration)];
+    Class& of_duration = classes_[classOf(duration)];
+    ++of_duration.count;
+    of_duration.mean +=
+        (static_cast<double>(duration) - of_duration.mean) / static_cast<double>(of_duration.count);
     ++count_;
     if (count_ == 1 || duration > longest_) {
         longest_ = duration;
@@ -43,10 +37,10 @@ void Durations::add(int64_t nanoseconds, uint64_t line) {
 int64_t Durations::percentile(int percent) const {
     const uint64_t wanted = (count_ * static_cast<uint64_t>(percent) + 99) / 100;
     uint64_t passed = 0;
-    for (const auto& [number, count] : classes_) {
-        passed += count;
+    for (const auto& [number, each] : classes_) {
+        passed += each.count;
         if (passed >= wanted) {
-            return std::min(middleOf(number), longest_);
+            return each.mean < static_cast<double>(longest_) ? std::llround(each.mean) : longest_;
         }
     }
     return 0;

@@ -7,8 +7,8 @@
 
 namespace explain {
 
-/// Counts durations in classes, each at most a sixteenth wider than the one before: percentiles are
-/// exact to 7 %, and the room does not grow with the count.
+/// Counts durations in classes, each at most a sixteenth of its durations wide: percentiles are
+/// exact to 7 %, and equal durations are exact. The room does not grow with the count.
 class Durations {
 public:
     /// Nanoseconds; a negative one counts as 0.
@@ -21,7 +21,12 @@ public:
     int64_t percentile(int percent) const;
 
 private:
-    std::map<int, uint64_t> classes_;
+    struct Class {
+        uint64_t count = 0;
+        double mean = 0; ///< nanoseconds
+    };
+
+    std::map<int, Class> classes_;
     uint64_t count_ = 0;
     int64_t longest_ = 0;
     uint64_t longest_line_ = 0;

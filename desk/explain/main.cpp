@@ -12,6 +12,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -70,9 +71,19 @@ explain::Verdict explainFiles(const std::vector<std::string>& files,
     return explain::explainMany(std::cout, files, many);
 }
 
+bool isOneOf(const std::string& file, const std::vector<std::string>& files) {
+    return std::any_of(files.begin(), files.end(), [&file](const std::string& other) {
+        std::error_code ignored;
+        return std::filesystem::equivalent(file, other, ignored);
+    });
+}
+
 /// Makes a capture of a log. What is wrong with the log is said after what could be read of it was
 /// written.
 int capture(const std::string& log, const std::string& file) {
+    if (isOneOf(file, {log})) {
+        return complain(file + " is the log: it would be overwritten");
+    }
     sessions::LineSource source(log);
     if (!source.error().empty()) {
         return complain(log + ": " + source.error());
@@ -109,14 +120,6 @@ int run(const explain::Options& options) {
                                                        options.around, read.redacts_with);
         return error.empty() ? finish(explain::Verdict::kClean) : complain(error);
     }
-    std::ofstream ndjson;
-    if (!options.ndjson.empty()) {
-        ndjson.open(options.ndjson);
-        if (!ndjson) {
-            return complain("cannot write " + options.ndjson + ": " + std::strerror(errno));
-        }
-    }
-    std::ostream* const objects = ndjson.is_open() ? &ndjson : nullptr;
     std::error_code ignored;
     const bool many =
         options.files.size() > 1 || std::filesystem::is_directory(options.files.front(), ignored);
@@ -126,9 +129,20 @@ int run(const explain::Options& options) {
     for (const std::string& error : errors) {
         complain(error);
     }
-    if (many && options.json) {
-        return complain("--json is for one log; --ndjson takes many");
+    if (many && (options.json || !options.only.empty())) {
+        return complain("--json and --only are for one log; --ndjson takes many");
     }
+    std::ofstream ndjson;
+    if (!options.ndjson.empty()) {
+        if (isOneOf(options.ndjson, files)) {
+            return complain(options.ndjson + " is one of the logs: it would be overwritten");
+        }
+        ndjson.open(options.ndjson);
+        if (!ndjson) {
+            return complain("cannot write " + options.ndjson + ": " + std::strerror(errno));
+        }
+    }
+    std::ostream* const objects = ndjson.is_open() ? &ndjson : nullptr;
     explain::Verdict verdict = many ? explainFiles(files, options, read, objects)
                                     : explainOne(files.front(), options, read, objects);
     if (!errors.empty() && verdict == explain::Verdict::kClean) {
@@ -136,7 +150,7 @@ int run(const explain::Options& options) {
     }
     ndjson.close();
     if (objects != nullptr && !ndjson) {
-        return complain("cannot write " + options.ndjson + ": " + std::strerror(errno));
+        return complain("cannot write all of " + options.ndjson + ": is the disk full?");
     }
     return finish(verdict);
 }

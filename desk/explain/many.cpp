@@ -197,6 +197,29 @@ size_t countOf(const std::vector<Result>& results, Verdict verdict) {
 
 } // namespace
 
+namespace {
+
+/// Adds the files of a folder, and the folders in it. Links to folders are not followed: they may
+/// lead around in a ring.
+void listFolder(const std::string& path, std::vector<std::string>& files,
+                std::vector<std::string>& folders, std::vector<std::string>& errors) {
+    std::error_code error;
+    for (fs::directory_iterator entry(path, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::error_code ignored;
+        if (entry->is_regular_file(ignored)) {
+            files.push_back(entry->path().string());
+        } else if (entry->is_directory(ignored) && !entry->is_symlink(ignored)) {
+            folders.push_back(entry->path().string());
+        }
+    }
+    if (error) {
+        errors.push_back(path + ": " + error.message());
+    }
+}
+
+} // namespace
+
 std::vector<std::string> filesIn(const std::vector<std::string>& paths,
                                  std::vector<std::string>& errors) {
     std::vector<std::string> files;
@@ -207,16 +230,11 @@ std::vector<std::string> filesIn(const std::vector<std::string>& paths,
             continue;
         }
         std::vector<std::string> found;
-        const auto options = fs::directory_options::skip_permission_denied;
-        for (fs::recursive_directory_iterator entry(path, options, error), end;
-             !error && entry != end; entry.increment(error)) {
-            std::error_code ignored;
-            if (entry->is_regular_file(ignored)) {
-                found.push_back(entry->path().string());
-            }
-        }
-        if (error) {
-            errors.push_back(path + ": " + error.message());
+        std::vector<std::string> folders = {path};
+        while (!folders.empty()) {
+            const std::string folder = folders.back();
+            folders.pop_back();
+            listFolder(folder, found, folders, errors);
         }
         std::sort(found.begin(), found.end());
         files.insert(files.end(), found.begin(), found.end());

@@ -110,6 +110,9 @@ std::string takeValue(const std::vector<std::string>& arguments, size_t& index, 
     const std::string& argument = arguments[index];
     const size_t equals = argument.find('=');
     const std::string name = argument.substr(0, equals);
+    if (name == "--help" || name == "--json" || name == "--redact") {
+        return name + " takes no value";
+    }
     const auto option = valueOptions().find(name);
     if (option == valueOptions().end()) {
         return "there is no option " + name;

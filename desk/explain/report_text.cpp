@@ -188,7 +188,9 @@ void writeFindings(std::ostream& out, const Explained& explained, const Selectio
     }
     out << "\nWhat was found: " << countText(roots, "cause");
     if (findings.size() > roots) {
-        out << ", and " << findings.size() - roots << " more that follow from "
+        const size_t others = findings.size() - roots;
+        out << ", and " << others
+            << (others == 1 ? " more that follows from " : " more that follow from ")
             << (roots == 1 ? "it" : "them");
     }
     out << '\n';
@@ -206,14 +208,23 @@ void writeLatencies(std::ostream& out, const Explained& explained) {
     if (latencies.empty()) {
         return;
     }
-    out << "\nHow long answers took\n"
-        << "  command                           count     median       95 %    longest\n";
+    constexpr size_t kLongestName = 29; // what is left of the line
+    size_t width = std::string_view("command").size();
     for (const auto& [name, durations] : latencies) {
-        out << "  " << std::left << std::setw(32) << shortened(name, 32) << std::right
-            << std::setw(7) << durations.count() << std::setw(11)
-            << durationText(durations.percentile(50)) << std::setw(11)
-            << durationText(durations.percentile(95)) << std::setw(11)
-            << durationText(durations.longest()) << '\n';
+        width = std::clamp(name.size(), width, kLongestName);
+    }
+    const auto row = [&](std::string_view name, const auto& count, std::string_view median,
+                         std::string_view most, std::string_view longest, const auto& line) {
+        out << "  " << std::left << std::setw(static_cast<int>(width)) << shortened(name, width)
+            << std::right << std::setw(6) << count << std::setw(12) << median << std::setw(12)
+            << most << std::setw(12) << longest << std::setw(7) << line << '\n';
+    };
+    out << "\nHow long answers took\n";
+    row("command", "count", "median", "95 %", "longest", explained.is_capture ? "at" : "line");
+    for (const auto& [name, durations] : latencies) {
+        row(name, durations.count(), durationText(durations.percentile(50)),
+            durationText(durations.percentile(95)), durationText(durations.longest()),
+            durations.longestLine());
     }
 }
 

@@ -62,7 +62,7 @@ std::string durationText(int64_t nanoseconds) {
     if (seconds < 120) {
         return print("%.2f s", value / 1e9);
     }
-    if (seconds < 7200) {
+    if (seconds < 3600) {
         return print("%" PRId64 " min %" PRId64 " s", seconds / 60, seconds % 60);
     }
     if (seconds < 172800) {

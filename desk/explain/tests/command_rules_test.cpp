@@ -27,7 +27,7 @@ TEST(CommandRules, ServiceStopped) {
     EXPECT_EQ(
         findingsIn(opened() + lna(1) + tunerLog(1)).front(),
         "1 error service-stopped ControlLNA, session 1, desk, lines 26, dtvSvLibControlLNA:128, "
-        "the last event is at 12; 2 commands after it had no answer");
+        "the last event is at line 12; 2 commands had no answer");
     // One command without an answer may be lost by itself.
     EXPECT_EQ(findingsIn(opened() + lna(1)), Texts{});
     // An event comes after them: the service runs.
@@ -153,7 +153,7 @@ std::string answeredAfter(const std::string& seconds) {
 TEST(CommandRules, SlowReply) {
     EXPECT_EQ(findingsIn(answeredAfter("2")),
               (Texts{"1 warning slow-reply ControlLNA, session 1, desk, lines 26, "
-                     "dtvSvLibControlLNA:128, answered after 1.00 s at 30"}));
+                     "dtvSvLibControlLNA:128, answered after 1.00 s at line 30"}));
     EXPECT_EQ(findingsIn(answeredAfter("1.999")), Texts{});
     EXPECT_EQ(findingsOf(*explain(logOf(answeredAfter("2")), 1.001)), Texts{});
     EXPECT_EQ(findingsOf(*explain(logOf(answeredAfter("1.5")), 0.5)).size(), 1U);

@@ -184,6 +184,21 @@ TEST(Folding, LaterInTheSameSession) {
               "");
 }
 
+TEST(Folding, WhatLasts) {
+    EXPECT_EQ(relationOf(at(30, Rule::kThreadTableFull, "ScanNotify", {}),
+                         at(40, Rule::kThreadTableFull, "BadSensNotify", {})),
+              "the table is full");
+    EXPECT_EQ(relationOf(at(30, Rule::kAttachFailed, "ScanNotify", {}),
+                         at(40, Rule::kAttachFailed, "BadSensNotify", {})),
+              "no thread was attached");
+    EXPECT_EQ(relationOf(at(30, Rule::kAttachFailed, "ScanNotify", {}),
+                         at(40, Rule::kThreadTableFull, "BadSensNotify", {})),
+              "");
+    EXPECT_EQ(relationOf(at(30, Rule::kRecordSize, "ScanNotify", {}),
+                         at(40, Rule::kRecordSize, "BadSensNotify", {})),
+              "");
+}
+
 TEST(Folding, AChainLeadsToItsFirst) {
     EXPECT_EQ(folded({at(50, Rule::kSlowReply, "SetTunerLog"), at(40, Rule::kNoReply, "ControlLNA"),
                       at(30, Rule::kNoReply, "StartScan")}),

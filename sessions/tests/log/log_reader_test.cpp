@@ -249,9 +249,8 @@ TEST(LogReader, MarksTheCutEnds) {
         readLog(line + "\n" + line.substr(0, 20)).lines,
         (Texts{"1 trace raw|SEND, dtvsv_handle = 1", "2 notknown raw cut|" + line.substr(0, 20)}));
     // Its number may have had more digits.
-    EXPECT_EQ(
-        readLog("text, of(another)\n" + line).lines,
-        (Texts{"1 foreign raw|text, of(another)", "2 trace raw cut|SEND, dtvsv_handle = 1"}));
+    EXPECT_EQ(readLog("text, of(another)\n" + line).lines,
+              (Texts{"1 foreign raw|text, of(another)", "2 trace raw cut|SEND, dtvsv_handle = 1"}));
 }
 
 TEST(LogReader, ReadsTheLogsNotesOfLoss) {
