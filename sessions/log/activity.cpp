@@ -430,11 +430,14 @@ bool Activity::lacksEnd(const OpenCall& open) {
         return false;
     }
     if (call.kind == BridgeCall::Kind::kEvent) {
-        // Whatever its handler met, but that the thread has no environment.
-        return std::none_of(call.faults.begin(), call.faults.end(), [](const FaultLine& fault) {
-            return fault.fault == Fault::kNoEnvironment || fault.fault == Fault::kAttachFailed ||
-                   fault.fault == Fault::kThreadTableFull;
-        });
+        // Whatever its handler met, but that the thread has no environment. Without such a fault
+        // the innermost function that has no end is the one to name.
+        return (open.frames.empty() || !call.faults.empty()) &&
+               std::none_of(call.faults.begin(), call.faults.end(), [](const FaultLine& fault) {
+                   return fault.fault == Fault::kNoEnvironment ||
+                          fault.fault == Fault::kAttachFailed ||
+                          fault.fault == Fault::kThreadTableFull;
+               });
     }
     return open.frames.empty() && !call.refused && call.faults.empty();
 }
