@@ -162,48 +162,51 @@ void compareWithPage(const std::string& table) {
         << "DTV_REFRESH_PAGE=1 ctest -R rebuilt_messages_test puts the table into the page";
 }
 
-TEST(RebuiltMessages, AreThoseThatPassed) {
-    const fs::path folder = fs::path(testing::TempDir()) / ("rebuilt." + std::to_string(getpid()));
-    fs::create_directory(folder);
-    const fs::path real_path = folder / "real.pcapng";
-    const fs::path log_path = folder / "trace";
-    const fs::path made_path = folder / "made.pcapng";
-    // Before the first message.
-    setenv("DTV_CAPTURE_FILE", real_path.c_str(), 1);
+/// Has the bridge exchange messages; its trace goes to a file.
+void exchangeMessages(const fs::path& trace_path) {
     auto log = LogRecorder::install();
     ASSERT_EQ(Product::load(), "");
     auto service = ServiceDouble::serve();
     Random random(20);
     sendCommands(*service, random);
     deliverEvents(random);
-    std::ofstream trace(log_path, std::ios::binary);
+    std::ofstream trace(trace_path, std::ios::binary);
     for (const TraceLine& line : log->take()) {
         trace << line.text << "\n";
     }
-    trace.close();
+}
 
-    sessions::LineSource source(log_path);
-    const sessions::LogCapture result = captureLog(source, made_path);
-    EXPECT_EQ(result.error, "");
-    EXPECT_EQ(result.counts.understood, result.counts.of_bridge);
-    const std::vector<Message> real = messagesIn(real_path);
-    const std::vector<Message> made = messagesIn(made_path);
-    fs::remove_all(folder);
-
-    ASSERT_EQ(made.size(), real.size());
+/// Compares the messages, and collects what those that are made of the log lack.
+Table compareMessages(const std::vector<Message>& real, const std::vector<Message>& made) {
     Table table;
-    int differences = 0;
-    for (size_t i = 0; i < real.size() && differences < 20; ++i) {
+    for (size_t i = 0; i < real.size() && !testing::Test::HasFailure(); ++i) {
         EXPECT_EQ(headOf(made[i]), headOf(real[i])) << i;
-        const std::string wrong = difference(real[i], made[i]);
-        EXPECT_EQ(wrong, "") << headOf(real[i]);
-        differences += !wrong.empty();
+        EXPECT_EQ(difference(real[i], made[i]), "") << headOf(real[i]);
         // What an event was refused for comes before its lines.
         const bool refused = i + 1 < made.size() && made[i + 1].is(Message::Kind::kRefusedEvent);
         if (!refused) {
             table.take(made[i]);
         }
     }
+    return table;
+}
+
+TEST(RebuiltMessages, AreThoseThatPassed) {
+    const fs::path folder = fs::path(testing::TempDir()) / ("rebuilt." + std::to_string(getpid()));
+    fs::create_directory(folder);
+    // Before the first message.
+    setenv("DTV_CAPTURE_FILE", (folder / "real.pcapng").c_str(), 1);
+    exchangeMessages(folder / "trace");
+    sessions::LineSource source(folder / "trace");
+    const sessions::LogCapture result = captureLog(source, folder / "made.pcapng");
+    EXPECT_EQ(result.error, "");
+    EXPECT_EQ(result.counts.understood, result.counts.of_bridge);
+    const std::vector<Message> real = messagesIn(folder / "real.pcapng");
+    const std::vector<Message> made = messagesIn(folder / "made.pcapng");
+    fs::remove_all(folder);
+
+    ASSERT_EQ(made.size(), real.size());
+    const Table table = compareMessages(real, made);
     // 65 commands, 10 answers, 83 events.
     EXPECT_EQ(table.size(), 158U);
     compareWithPage(table.text());

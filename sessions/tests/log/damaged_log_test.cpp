@@ -129,24 +129,13 @@ public:
     void read() {
         sessions::Activity activity([this](const Step& step) { take(step); },
                                     [](const sessions::UnmatchedLine&) {});
-        uint64_t lines = 0;
-        uint64_t of_bridge = 0;
         for (LogLine line; reader_.next(line);) {
-            EXPECT_EQ(line.first, lines + 1);
-            EXPECT_GE(line.last, line.first);
-            lines = line.last;
-            of_bridge += line.kind <= LogLineKind::kCopy;
+            take(line);
             activity.add(line);
         }
         activity.end();
-        const sessions::LogCounts& counts = reader_.counts();
-        EXPECT_EQ(counts.lines, lines);
-        EXPECT_EQ(counts.of_bridge, of_bridge);
-        EXPECT_LE(counts.understood + counts.shortened, counts.of_bridge);
-        for (const auto& [number, steps] : steps_) {
-            EXPECT_LE(steps.first, 1) << "a call has one command or one event";
-            EXPECT_EQ(steps.ends, 1) << "a call ends once";
-        }
+        checkCounts();
+        checkEnds();
     }
 
 private:
@@ -154,6 +143,27 @@ private:
         int first = 0;
         int ends = 0;
     };
+
+    void take(const LogLine& line) {
+        EXPECT_EQ(line.first, lines_ + 1);
+        EXPECT_GE(line.last, line.first);
+        lines_ = line.last;
+        of_bridge_ += line.kind <= LogLineKind::kCopy;
+    }
+
+    void checkCounts() const {
+        const sessions::LogCounts& counts = reader_.counts();
+        EXPECT_EQ(counts.lines, lines_);
+        EXPECT_EQ(counts.of_bridge, of_bridge_);
+        EXPECT_LE(counts.understood + counts.shortened, counts.of_bridge);
+    }
+
+    void checkEnds() const {
+        for (const auto& [number, steps] : steps_) {
+            EXPECT_LE(steps.first, 1) << "a call has one command or one event";
+            EXPECT_EQ(steps.ends, 1) << "a call ends once";
+        }
+    }
 
     void take(const Step& step) {
         Steps& steps = steps_[step.call.number];
@@ -169,6 +179,8 @@ private:
     sessions::LineSource source_;
     sessions::LogReader reader_;
     std::map<uint64_t, Steps> steps_;
+    uint64_t lines_ = 0;
+    uint64_t of_bridge_ = 0;
 };
 
 /// How many logs are damaged: DTV_DAMAGED_LOGS, or few.

@@ -315,20 +315,16 @@ TEST(LogReader, ForeignLinesInTheLongFormHaveTheirHeader) {
                         inForm(LogForm::kLong, kSend));
     LineSource source(file.path());
     LogReader reader(source);
-    LogLine line;
-    for (int i = 0; i < 3; ++i) {
-        ASSERT_TRUE(reader.next(line));
-        EXPECT_EQ(line.header.tag, "Other");
+    Texts lines;
+    for (LogLine line; reader.next(line);) {
+        lines.push_back(std::to_string(line.header.pid) + ":" + std::to_string(line.header.tid) +
+                        " " + std::string(line.header.tag) + " " +
+                        std::to_string(line.header.time ? line.header.time->nanoseconds : 0) + "|" +
+                        std::string(line.text));
     }
-    EXPECT_EQ(line.text, "two");
-    for (int i = 0; i < 3; ++i) {
-        ASSERT_TRUE(reader.next(line));
-    }
-    EXPECT_EQ(line.kind, LogLineKind::kTrace);
-    EXPECT_EQ(line.header.pid, 1234);
-    EXPECT_EQ(line.header.tid, 1250);
-    EXPECT_EQ(line.header.tag, "Dtv_jni");
-    EXPECT_EQ(line.header.time->nanoseconds, 974844817124000000);
+    const std::string other = "1234:1250 Other 974844817124000000|";
+    const std::string own = "1234:1250 Dtv_jni 974844817124000000|";
+    EXPECT_EQ(lines, (Texts{other, other + "one", other + "two", other, own, own + kSend, own}));
 }
 
 TEST(LogReader, ReadsZeroBytesAndNothing) {
