@@ -2,11 +2,8 @@
 // events that were delivered, one thread at a time.
 #pragma once
 
-#include "sessions/log/faults.h"
+#include "sessions/log/bridge_call.h"
 #include "sessions/log/log_reader.h"
-#include "sessions/log/record_fields.h"
-
-#include "records/catalogue.h"
 
 #include <cstdint>
 #include <functional>
@@ -17,69 +14,6 @@
 #include <vector>
 
 namespace sessions {
-
-/// Where a line was written, and what it said.
-struct LoggedLine {
-    uint64_t line = 0; ///< number in the log
-    std::string function;
-    int source_line = 0;
-    std::string text;
-};
-
-/// A line that says that something went wrong.
-struct FaultLine {
-    Fault fault = Fault::kNone;
-    LoggedLine where;
-    /// Of a class, a method or an object: their numbers in the bridge's tables, or -1; and the name
-    /// of a class.
-    int class_id = -1;
-    int method_id = -1;
-    std::string name;
-};
-
-/// One call of a native method, one event that was delivered, or the load of the library.
-struct BridgeCall {
-    enum class Kind : uint8_t {
-        kNative,
-        kEvent,
-        kLoad,
-    };
-
-    Kind kind = Kind::kNative;
-    uint64_t number = 0;                         ///< of the call in the log, from 1
-    const catalogue::Message* message = nullptr; ///< null: not known, or none
-    int id = 0;                                  ///< of the message; 0: not known
-    std::string function;                        ///< the first one that is known of it
-    std::string thread;
-    uint32_t thread_id = 0; ///< from the log, or a number that the log's reader gave
-    uint64_t first = 0;     ///< line
-    uint64_t last = 0;
-    int source_line = 0; ///< of the first line
-    std::optional<LogTime> begun;
-    std::optional<LogTime> ended_at;
-    bool has_begin = false; ///< its FUNCSTART line is in the log
-    bool has_end = false;   ///< its FUNCEND line is in the log
-
-    std::optional<int> handle;
-    std::optional<int> size; ///< of the record, as the event says it
-    std::optional<int> ret;  ///< what the send returned
-    std::optional<int> code; ///< of the result that Java got: 5 is PARAM_NG
-    bool sent = false;       ///< lines say that it was sent
-    uint64_t sent_line = 0;  ///< the last one before it was sent; 0: none
-    std::optional<LogTime> sent_at;
-    bool refused = false;          ///< the native refused an argument
-    bool aborted = false;          ///< a synchronous command had an empty answer
-    bool called_back = false;      ///< the callback of an event was called
-    bool handled = false;          ///< an event reached its handler
-    bool done = false;             ///< the event's handler ended as it does when all went well
-    std::optional<int> reply_size; ///< of the answer
-    std::optional<int> result; ///< in the reply of an event, also of one whose number is not known
-    RecordInLines record;
-    RecordInLines answer;
-    std::vector<FaultLine> faults; ///< in the order of their lines
-
-    bool given = false; ///< its first step has been given
-};
 
 /// What happened, in an order in which no reply comes before its command.
 struct Step {
@@ -120,6 +54,13 @@ public:
     void interrupt();
 
 private:
+    // What is kept at most, whatever a log lacks. The bridge itself has no more than 20 threads of
+    // events, and no call needs more than a few of the others.
+    static constexpr size_t kMostThreads = 1024;
+    static constexpr size_t kMostCalls = 16; ///< of a thread
+    static constexpr size_t kMostFrames = 64;
+    static constexpr size_t kMostFaults = 1024;
+
     /// A function within a call that has begun and not ended.
     struct Frame {
         LoggedLine where;
