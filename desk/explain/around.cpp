@@ -4,12 +4,15 @@
 #include "desk/explain/redacted_lines.h"
 #include "desk/explain/text.h"
 
+#include "desk/show/quoted_text.h"
+
 #include "sessions/log/activity.h"
 #include "sessions/log/log_reader.h"
 
 #include <deque>
 #include <iomanip>
 #include <optional>
+#include <vector>
 
 namespace explain {
 namespace {
@@ -74,6 +77,24 @@ void collect(sessions::LogReader& reader, uint64_t wanted, RedactedLines& redact
     activity.end();
 }
 
+/// All of a text, on as many lines as it takes.
+void writeWhole(std::ostream& out, const std::string& text) {
+    std::vector<std::string> lines(1);
+    size_t taken = 0;
+    for (const show::Glyph& glyph :
+         show::utf8Glyphs({reinterpret_cast<const uint8_t*>(text.data()), text.size()})) {
+        if (taken + glyph.columns > kColumns - 10) {
+            lines.emplace_back();
+            taken = 0;
+        }
+        lines.back() += glyph.text;
+        taken += glyph.columns;
+    }
+    for (size_t i = 0; i < lines.size(); ++i) {
+        out << (i == 0 ? "" : "          ") << lines[i] << '\n';
+    }
+}
+
 } // namespace
 
 std::string writeAround(std::ostream& out, const std::string& path, uint64_t wanted,
@@ -99,8 +120,12 @@ std::string writeAround(std::ostream& out, const std::string& path, uint64_t wan
         const bool in_call = near.call && line.first >= near.call->first &&
                              line.last <= near.call->last && line.thread == near.thread;
         const char mark = is_wanted ? '>' : in_call ? '|' : ' ';
-        out << mark << std::setw(8) << line.first << ' ' << shortened(line.text, kColumns - 10)
-            << '\n';
+        out << mark << std::setw(8) << line.first << ' ';
+        if (is_wanted) {
+            writeWhole(out, line.text);
+        } else {
+            out << shortened(line.text, kColumns - 10) << '\n';
+        }
     }
     if (near.call) {
         const sessions::BridgeCall& call = *near.call;

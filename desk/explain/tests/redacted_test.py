@@ -17,7 +17,7 @@ LOG = """\
 11-21 22:13:37.123  3109  3110 W Dtv_jni : ,TENRIK,desk    ,FUNCSTART,JNI_OnLoad(),  66,
 11-21 22:13:37.123  3109  3110 W Dtv_jni : ,TENRIK,desk    ,FUNCEND  ,JNI_OnLoad(),  66,
 11-21 22:13:37.200  3109  3111 W JNIDtvSvLibListener: ,TENRIK,DtvEvent-1,FUNCSTART,recvEventFromServer(),  39,\
-pid = 3109, threadid = a1, event_id = 1000007e, recv_size = 102
+pid = 3109, threadid = a1, event_id = 10000049, recv_size = 102
 11-21 22:13:37.200  3109  3111 W JNIDtvSvLibListener: ,TENRIK,DtvEvent-1,FUNCSTART,DoListenerEvent(),  59,
 11-21 22:13:37.200  3109  3111 W JNIDtvSvLibListener: ,TENRIK,DtvEvent-1,FUNCSTART,dtvsv_msgid_lib_bml_call_req(), 211,
 11-21 22:13:37.200  3109  3111 W JNIDtvSvLibListener: ,TENRIK,DtvEvent-1,DEBUG    ,dtvsv_msgid_lib_bml_call_req(), 215,\
