@@ -154,22 +154,27 @@ void Analysis::unanswered(const std::vector<sessions::OpenCommand>& commands, bo
         if (found == sent_.end()) {
             continue;
         }
-        const Sent& sent = found->second;
-        if (!knows_replies_) {
-            sent_.erase(found);
-            continue;
-        }
+        // The log may end too early to tell.
+        const bool never = !may_come || process_ended_ ||
+                           (last_message_ > found->second.place.line && hadTime(command));
+        giveUp(found, never);
+    }
+}
+
+/// `never`: its answer does not come after the end of the log either.
+void Analysis::giveUp(std::map<uint64_t, Sent>::iterator found, bool never) {
+    const Sent& sent = found->second;
+    if (knows_replies_) {
         coverage_.mark(LossKind::kCommandWithoutReply, sent.place.line,
                        "a " + sent.name + " without its reply, or it never came");
-        // The log may end too early to tell.
-        if (!may_come || process_ended_ || (last_message_ > sent.place.line && hadTime(command))) {
-            Relations relations;
-            relations.handle = sent.handle;
-            relations.command = command.number;
-            add(Rule::kNoReply, sent.name, {}, sent.place, relations, sent.thread);
-        }
-        sent_.erase(found);
     }
+    if (knows_replies_ && never) {
+        Relations relations;
+        relations.handle = sent.handle;
+        relations.command = found->first;
+        add(Rule::kNoReply, sent.name, {}, sent.place, relations, sent.thread);
+    }
+    sent_.erase(found);
 }
 
 /// Whether a command has waited longer than others have for their answer.

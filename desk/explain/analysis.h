@@ -79,6 +79,8 @@ private:
                    const Place& place);
     void passReply(const sessions::Message& message, const sessions::Link& link,
                    const Place& place);
+    void keep(uint64_t number, const Sent& sent);
+    void giveUp(std::map<uint64_t, Sent>::iterator found, bool never = true);
     bool isOpen(int handle) const;
     bool isReleased(int handle) const;
     std::map<uint64_t, Sent>::iterator waitingCreate();

@@ -27,9 +27,23 @@ void Analysis::passCommand(const Message& message, const sessions::Link& link, c
         link.session && isOpen(*link.session) && !order_[*link.session].allows(message);
     const catalogue::Message* const known = catalogue::find(message.id);
     if (known != nullptr && (known->reply != nullptr || known->reply_event != 0)) {
-        sent_[link.number] = sent;
+        keep(link.number, sent);
     }
     last_sent_[message.thread_id] = sent;
+}
+
+/// Keeps a command until its answer comes. Of too many the oldest is given up; but not when no
+/// event has come since, because the first commands after the last event show that the service
+/// stopped.
+void Analysis::keep(uint64_t number, const Sent& sent) {
+    constexpr size_t kMostSent = 1000;
+    if (sent_.size() >= kMostSent) {
+        if (sent_.begin()->second.place.line >= last_event_) {
+            return;
+        }
+        giveUp(sent_.begin());
+    }
+    sent_[number] = sent;
 }
 
 bool Analysis::isOpen(int handle) const {
@@ -49,7 +63,7 @@ void Analysis::checkSession(const Message& message, int handle, const Place& pla
     relations.handle = handle;
     relations.command = command ? pairing_.count() : 0;
     if (session == sessions_.end()) {
-        if (const auto create = waitingCreate(); !command && create != sent_.end()) {
+        if (const auto create = command ? sent_.end() : waitingCreate(); create != sent_.end()) {
             // It was opened, or the service would not name it: its reply is missing in the log.
             coverage_.mark(LossKind::kCommandWithoutReply, create->second.place.line,
                            "a Create without its reply, though its session was opened");

@@ -257,6 +257,40 @@ TEST(CommandRules, ArgumentRefused) {
     EXPECT_EQ(verdictOf(*explain(logOf(opened() + refused + released()))), Verdict::kFound);
 }
 
+TEST(CommandRules, CommandsWithoutAnEndOfThem) {
+    std::string log = logOf(session(1));
+    const std::string one = logOf(lna(1));
+    for (int i = 0; i < 20000; ++i) {
+        log += one;
+    }
+    const auto explained = explain(log);
+    const std::vector<Finding>& findings = explained->analysis.findings();
+    ASSERT_FALSE(findings.empty());
+    EXPECT_EQ(nameOf(findings.front().severity) + (" " + findings.front().key.subject),
+              "error ControlLNA");
+    EXPECT_STREQ(textOf(findings.front().key.rule).name, "service-stopped");
+    EXPECT_EQ(findings.front().first.line, 20U);
+}
+
+TEST(CommandRules, ManyFindingsArePutTogether) {
+    std::string log = load();
+    for (int i = 0; i < 2000; ++i) {
+        char id[16];
+        std::snprintf(id, sizeof id, "2%07x", i);
+        log += event(id, 4, "");
+    }
+    const auto explained = explain(logOf(log));
+    const std::vector<Finding>& findings = explained->analysis.findings();
+    ASSERT_EQ(findings.size(), 501U);
+    uint64_t all = 0;
+    for (const Finding& finding : findings) {
+        all += finding.count;
+    }
+    EXPECT_EQ(all, 2000U);
+    EXPECT_EQ(findings.back().key.subject, "(others)");
+    EXPECT_EQ(findings.back().count, 1500U);
+}
+
 TEST(CommandRules, KeepsTheLinesOfTheFirstTwenty) {
     std::string many = opened();
     for (int i = 0; i < 25; ++i) {
