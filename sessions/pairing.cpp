@@ -88,6 +88,7 @@ void Pairing::addCommand(const Message& message, const catalogue::Message* known
             queue.back().command.ambiguous = true;
         }
         queue.push_back(waiting);
+        ++waiting_count_;
     }
     threads_[message.thread_id].command = std::move(sent);
 }
@@ -129,6 +130,7 @@ void Pairing::forget(const Sent& sent) {
         commands[commands.size() - 2].command.ambiguous = found->before_was_ambiguous;
     }
     commands.erase(std::next(found).base());
+    --waiting_count_;
     if (commands.empty()) {
         waiting_.erase(queue);
     }
@@ -156,6 +158,7 @@ void Pairing::addEvent(const Message& message, Link& link) {
             link.session = command.session;
         }
         queue->second.pop_front();
+        --waiting_count_;
         if (queue->second.empty()) {
             waiting_.erase(queue);
         }
@@ -206,9 +209,36 @@ void Pairing::giveUp(uint16_t handle, uint64_t before) {
             const OpenCommand& given_up = commands.front().command;
             given_up_.emplace(given_up.number, given_up);
             commands.pop_front();
+            --waiting_count_;
         }
         if (commands.empty()) {
             waiting_.erase(queue);
+        }
+    }
+}
+
+void Pairing::keepWaiting(size_t most, GiveUp which) {
+    const auto number = [which](const std::deque<Waiting>& queue) {
+        return which == GiveUp::kOldest ? queue.front().command.number
+                                        : UINT64_MAX - queue.back().command.number;
+    };
+    while (waiting_count_ > most) {
+        const auto chosen = std::min_element(waiting_.begin(), waiting_.end(),
+                                             [&number](const auto& one, const auto& other) {
+                                                 return number(one.second) < number(other.second);
+                                             });
+        std::deque<Waiting>& queue = chosen->second;
+        const OpenCommand& command =
+            which == GiveUp::kOldest ? queue.front().command : queue.back().command;
+        given_up_.emplace(command.number, command);
+        if (which == GiveUp::kOldest) {
+            queue.pop_front();
+        } else {
+            queue.pop_back();
+        }
+        --waiting_count_;
+        if (queue.empty()) {
+            waiting_.erase(chosen);
         }
     }
 }
@@ -218,6 +248,7 @@ void Pairing::beginSection() {
         given_up_.emplace(command.number, command);
     }
     waiting_.clear();
+    waiting_count_ = 0;
     synchronous_.clear();
     threads_.clear();
 }

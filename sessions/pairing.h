@@ -63,6 +63,14 @@ public:
     /// The messages that follow are of another run: its threads and handles are others.
     void beginSection();
 
+    enum class GiveUp {
+        kOldest,
+        kNewest
+    };
+    /// Gives up commands while more than `most` wait for an event, so that what is kept does not
+    /// grow with their number. They are counted among those whose session has ended.
+    void keepWaiting(size_t most, GiveUp which);
+
     /// How many messages there were: the number of the last one.
     uint64_t count() const { return count_; }
 
@@ -115,6 +123,7 @@ private:
 
     uint64_t count_ = 0;
     std::unordered_map<uint32_t, Thread> threads_;
+    size_t waiting_count_ = 0;                    ///< in all queues
     Queues waiting_;                              ///< for an event; no queue is empty
     std::map<uint64_t, OpenCommand> synchronous_; ///< that wait for an answer, by number
     std::map<uint64_t, OpenCommand> given_up_;    ///< that are never answered, by number

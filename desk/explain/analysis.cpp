@@ -20,6 +20,9 @@ using Kind = Message::Kind;
 /// Further findings are put together by rule: more are not read, and take time and memory.
 constexpr size_t kMostFindings = 500;
 
+/// Commands that wait for an event. With the lines of DEBUG alone no reply is known.
+constexpr size_t kMostWaiting = 1000;
+
 /// A service that has stopped leaves this many commands at least.
 constexpr size_t kFewestOfStop = 2;
 
@@ -128,6 +131,10 @@ void Analysis::beginSection() {
 
 void Analysis::pass(const Message& message, const Place& place) {
     const sessions::Link link = pairing_.add(message);
+    // The first that a stopped service does not answer are kept.
+    const bool stopped = !sent_.empty() && sent_.begin()->second.place.line >= last_event_;
+    pairing_.keepWaiting(kMostWaiting, stopped ? sessions::Pairing::GiveUp::kNewest
+                                               : sessions::Pairing::GiveUp::kOldest);
     last_message_ = std::max(last_message_, place.line);
     if (message.is(Kind::kCommand)) {
         passCommand(message, link, place);

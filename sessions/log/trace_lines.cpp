@@ -207,12 +207,14 @@ private:
             ShownValue value;
             const size_t length =
                 readNumber(message, known_.values[index].conversion, value.number);
-            if (length == 0 || message.substr(length, next.size()) != next) {
+            // Blanks at the end of a line are lost where it was edited or mailed.
+            const bool lacks_blanks = length == message.size() && withoutBlanksAtEnd(next).empty();
+            if (length == 0 || (message.substr(length, next.size()) != next && !lacks_blanks)) {
                 return false;
             }
             value.text = message.substr(0, length);
             values_.push_back(value);
-            message.remove_prefix(length + next.size());
+            message.remove_prefix(std::min(length + next.size(), message.size()));
         }
         return true;
     }

@@ -384,4 +384,27 @@ TEST(Pairing, KeepsPaceWithoutReplies) {
               "200001 <- 1, 0 ns, session 3, ambiguous");
 }
 
+TEST(Pairing, KeepsNoMoreWaitingThanItMay) {
+    Session oldest;
+    for (uint8_t handle = 1; handle <= 3; ++handle) {
+        oldest.command(kStartScan, {handle, 0});
+        oldest.pairing.keepWaiting(2, Pairing::GiveUp::kOldest);
+    }
+    EXPECT_EQ(oldest.pairing.takeGivenUp().at(0).number, 1U);
+    EXPECT_EQ(oldest.event(kStartScanReply, {1, 0}).partner, 0U);
+    EXPECT_EQ(oldest.event(kStartScanReply, {2, 0}).partner, 2U);
+    EXPECT_EQ(oldest.event(kStartScanReply, {3, 0}).partner, 3U);
+
+    Session newest;
+    for (uint8_t handle = 1; handle <= 3; ++handle) {
+        newest.command(kStartScan, {handle, 0});
+        newest.pairing.keepWaiting(2, Pairing::GiveUp::kNewest);
+    }
+    EXPECT_EQ(newest.event(kStartScanReply, {3, 0}).partner, 0U);
+    EXPECT_EQ(newest.event(kStartScanReply, {1, 0}).partner, 1U);
+    newest.command(kStartScan, {3, 0});
+    newest.pairing.keepWaiting(2, Pairing::GiveUp::kNewest);
+    EXPECT_EQ(newest.event(kStartScanReply, {3, 0}).partner, 6U);
+}
+
 } // namespace

@@ -253,6 +253,14 @@ TEST(LogReader, MarksTheCutEnds) {
               (Texts{"1 foreign raw|text, of(another)", "2 trace raw cut|SEND, dtvsv_handle = 1"}));
 }
 
+TEST(LogReader, ReadsALineWithoutItsBlanksAtTheEnd) {
+    const std::string line = ",TENRIK,DtvEvent-1,INFO     ,getJNIEnv(),  68,"
+                             "JNIEnv already got! index=0 threadid=a17ff6c0 env=0x7f3e3c001430";
+    EXPECT_EQ(
+        readLog(line + "\n").lines,
+        (Texts{"1 trace raw|JNIEnv already got! index=0 threadid=a17ff6c0 env=0x7f3e3c001430"}));
+}
+
 TEST(LogReader, ReadsTheLogsNotesOfLoss) {
     const ReadLog log = readLog(
         "11-21 22:13:37.123  1234  1250 I chatty  : uid=10045(u0_a45) expire 12 lines\n"
