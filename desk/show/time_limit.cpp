@@ -159,19 +159,22 @@ std::optional<int64_t> nanosecondOfDay(const Moment& moment) {
 
 namespace {
 
-/// Whether a moment is not before a limit. `day` is its nanosecond of the day, if that is known.
-bool isFrom(const Moment& moment, std::optional<int64_t> day, const TimeLimit& limit) {
+/// A nanosecond of the day that is not known: it is neither before a limit nor after it.
+constexpr int64_t kUnknown = -1;
+
+/// Whether a moment is not before a limit. `day` is its nanosecond of the day, or unknown.
+bool isFrom(const Moment& moment, int64_t day, const TimeLimit& limit) {
     if (limit.of_day) {
-        return day && *day >= limit.nanosecond;
+        return day != kUnknown && day >= limit.nanosecond;
     }
     return moment.seconds > limit.moment.seconds ||
            (moment.seconds == limit.moment.seconds && moment.nanoseconds >= limit.nanosecond);
 }
 
 /// Whether a moment is in the unit of a limit or before it.
-bool isTo(const Moment& moment, std::optional<int64_t> day, const TimeLimit& limit) {
+bool isTo(const Moment& moment, int64_t day, const TimeLimit& limit) {
     if (limit.of_day) {
-        return day && *day < limit.nanosecond + limit.unit;
+        return day != kUnknown && day < limit.nanosecond + limit.unit;
     }
     const int64_t end = limit.nanosecond + limit.unit;
     const int64_t seconds = limit.moment.seconds + end / kSecond;
@@ -187,7 +190,7 @@ bool passesMidnight(const TimeLimit& first, const TimeLimit& last) {
 
 bool TimeRange::contains(const Moment& moment) const {
     const bool uses_day = (first && first->of_day) || (last && last->of_day);
-    const std::optional<int64_t> day = uses_day ? nanosecondOfDay(moment) : std::nullopt;
+    const int64_t day = uses_day ? nanosecondOfDay(moment).value_or(kUnknown) : kUnknown;
     const bool from = !first || isFrom(moment, day, *first);
     const bool to = !last || isTo(moment, day, *last);
     return first && last && passesMidnight(*first, *last) ? from || to : from && to;
@@ -198,7 +201,7 @@ bool TimeRange::isEmpty() const {
         return false;
     }
     const Moment begin{first->moment.seconds, static_cast<uint32_t>(first->nanosecond)};
-    return !isTo(begin, std::nullopt, *last);
+    return !isTo(begin, kUnknown, *last);
 }
 
 } // namespace show
