@@ -7,11 +7,10 @@ namespace sessions {
 namespace {
 
 using catalogue::Field;
-using catalogue::Kind;
 using catalogue::Record;
 
 bool isNumber(const Field& field) {
-    return field.kind == Kind::kUnsigned || field.kind == Kind::kSigned;
+    return field.kind == catalogue::Kind::kUnsigned || field.kind == catalogue::Kind::kSigned;
 }
 
 /// How many bytes there are up to the last that is not zero.
@@ -102,9 +101,9 @@ void Redaction::redact(Message& message) {
                 break;
             }
             const size_t there = std::min(part.size, size - part.offset);
-            if (part.kind == Kind::kText) {
+            if (part.kind == catalogue::Kind::kText) {
                 redactText(record + part.offset, there, part.is_public);
-            } else if (part.kind == Kind::kUtf16Text) {
+            } else if (part.kind == catalogue::Kind::kUtf16Text) {
                 redactWideText(record + part.offset, there, part.is_public);
             } else if (!part.is_public) {
                 redactBytes(record + part.offset, there);
@@ -140,7 +139,7 @@ void Redaction::addParts(std::string_view message, const std::string& path, cons
     size_t end = 0;
     const auto addReserved = [&](size_t to) {
         if (end < to) {
-            parts.push_back({start + end, to - end, Kind::kBytes, false});
+            parts.push_back({start + end, to - end, catalogue::Kind::kBytes, false});
         }
     };
     for (const Field& field : layout.fields) {
@@ -148,7 +147,7 @@ void Redaction::addParts(std::string_view message, const std::string& path, cons
         end = field.offset + field.size * field.count;
         for (size_t i = 0; i < field.count && !isNumber(field); ++i) {
             const size_t offset = start + field.offset + i * field.size;
-            if (field.kind == Kind::kRecord) {
+            if (field.kind == catalogue::Kind::kRecord) {
                 addParts(message, path + field.name + '.', *field.record, offset, parts);
             } else {
                 parts.push_back(

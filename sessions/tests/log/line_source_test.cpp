@@ -66,7 +66,7 @@ std::string linesUpTo(size_t end) {
 
 TEST(LineSource, PassesBuffersEdges) {
     // The buffer has 262144 bytes: line ends before it, at it and after it.
-    for (const size_t end : {262141, 262142, 262143, 262144, 262145}) {
+    for (const size_t end : {262141U, 262142U, 262143U, 262144U, 262145U}) {
         const std::string x(59999, 'x');
         EXPECT_EQ(linesIn(linesUpTo(end)).lines,
                   (Texts{x, x, x, x, std::string(end - 240000, 'y'), "last"}))
