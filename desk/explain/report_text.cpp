@@ -188,7 +188,7 @@ void writeFindings(std::ostream& out, const Explained& explained, const Selectio
     }
     out << "\nWhat was found: " << countText(roots, "cause");
     if (findings.size() > roots) {
-        const size_t others = findings.size() - roots;
+        const uint64_t others = findings.size() - roots;
         out << ", and " << others
             << (others == 1 ? " more that follows from " : " more that follow from ")
             << (roots == 1 ? "it" : "them");

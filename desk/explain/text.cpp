@@ -2,9 +2,10 @@
 
 #include "desk/show/quoted_text.h"
 
+#include "sessions/moment.h"
+
 #include <cinttypes>
 #include <cstdio>
-#include <ctime>
 
 namespace explain {
 namespace {
@@ -82,13 +83,12 @@ std::string timeText(const sessions::LogTime& time) {
         --seconds;
         rest += kSecond;
     }
-    const time_t when = seconds;
-    std::tm parts{};
-    gmtime_r(&when, &parts);
-    char text[64];
-    std::strftime(text, sizeof text, time.has_year ? "%Y-%m-%d %H:%M:%S" : "%m-%d %H:%M:%S",
-                  &parts);
-    return text + print(".%03" PRId64, rest / 1000000);
+    // "2026-03-31T23:14:03.123456789Z"
+    const std::string utc = sessions::utcText({seconds, static_cast<uint32_t>(rest)});
+    if (utc.empty()) {
+        return std::to_string(seconds) + " s";
+    }
+    return utc.substr(time.has_year ? 0 : 5, time.has_year ? 10 : 5) + ' ' + utc.substr(11, 12);
 }
 
 std::vector<std::string> wrapped(std::string_view text, size_t columns) {

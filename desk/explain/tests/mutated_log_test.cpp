@@ -64,7 +64,7 @@ public:
     }
 
 private:
-    size_t below(size_t limit) { return limit == 0 ? 0 : random_() % limit; }
+    size_t below(size_t limit) { return limit == 0 ? 0 : static_cast<size_t>(random_() % limit); }
     std::string& anyLine() { return lines_[below(lines_.size())]; }
 
     void change() {
