@@ -95,6 +95,21 @@ void writeWhole(std::ostream& out, const std::string& text) {
     }
 }
 
+/// Says which call a line is of.
+void writeCall(std::ostream& out, const sessions::BridgeCall& call, uint64_t wanted) {
+    std::string text = "line " + std::to_string(wanted) + " is of ";
+    text += call.kind == sessions::BridgeCall::Kind::kLoad ? std::string("the load")
+            : call.message != nullptr                      ? std::string(call.message->name)
+                                                           : call.function;
+    text += call.handle ? ", session " + std::to_string(*call.handle) : "";
+    text += ", on " + call.thread + ": lines " + std::to_string(call.first) + " to " +
+            std::to_string(call.last);
+    out << '\n';
+    for (const std::string& part : wrapped(text, kColumns)) {
+        out << part << '\n';
+    }
+}
+
 } // namespace
 
 std::string writeAround(std::ostream& out, const std::string& path, uint64_t wanted,
@@ -128,18 +143,7 @@ std::string writeAround(std::ostream& out, const std::string& path, uint64_t wan
         }
     }
     if (near.call) {
-        const sessions::BridgeCall& call = *near.call;
-        std::string text = "line " + std::to_string(wanted) + " is of ";
-        text += call.kind == sessions::BridgeCall::Kind::kLoad ? std::string("the load")
-                : call.message != nullptr                      ? std::string(call.message->name)
-                                                               : call.function;
-        text += call.handle ? ", session " + std::to_string(*call.handle) : "";
-        text += ", on " + call.thread + ": lines " + std::to_string(call.first) + " to " +
-                std::to_string(call.last);
-        out << '\n';
-        for (const std::string& part : wrapped(text, kColumns)) {
-            out << part << '\n';
-        }
+        writeCall(out, *near.call, wanted);
     }
     return {};
 }
