@@ -274,6 +274,11 @@ void LogReader::join(LogLine& line) {
 /// Whether the first line of the log lacks its beginning: those after it have a header that it has
 /// not, or are of the bridge where it is not.
 bool LogReader::beginIsCut(const LogLine& line) {
+    if (line.kind <= LogLineKind::kShortened) {
+        const Physical* const next = peek(0);
+        const LogForm form = next != nullptr ? readHeader(next->text).form : LogForm::kRaw;
+        return form != LogForm::kRaw && form != LogForm::kLong && form != line.header.form;
+    }
     if (line.kind != LogLineKind::kForeign || line.text.empty()) {
         return false;
     }
@@ -300,9 +305,12 @@ void LogReader::markCut(LogLine& line) {
         line.cut = true;
     }
     if (current_.unended) {
-        line.cut = line.kind == LogLineKind::kForeign
-                       ? line.header.form == LogForm::kRaw
-                       : endsWithValue(line.trace.known) || line.trace.shortened;
+        // The tag of the process form is the last of its line.
+        const bool lacks_tag = line.header.form == LogForm::kProcess && line.header.tag.empty();
+        const bool lacks_text = line.kind == LogLineKind::kForeign
+                                    ? line.header.form == LogForm::kRaw
+                                    : endsWithValue(line.trace.known) || line.trace.shortened;
+        line.cut = lacks_tag || lacks_text;
     }
 }
 

@@ -253,6 +253,17 @@ TEST(LogReader, MarksTheCutEnds) {
               (Texts{"1 foreign raw|text, of(another)", "2 trace raw cut|SEND, dtvsv_handle = 1"}));
 }
 
+TEST(LogReader, MarksACutHeader) {
+    const std::string text = ",TENRIK,desk    ,FUNCEND  ,getRetCode(),  64,";
+    const std::string whole = "11-21 22:13:37.123  3109  3110 W Dtv_jni : " + text + "\n";
+    EXPECT_EQ(readLog(whole.substr(9) + whole).lines,
+              (Texts{"1 trace other cut|", "2 trace threadtime|"}));
+    EXPECT_EQ(readLog(whole + whole).lines, (Texts{"1 trace threadtime|", "2 trace threadtime|"}));
+    const std::string process = "W( 3109) " + text + "  (Dtv_jni)";
+    EXPECT_EQ(readLog(process + "\n" + process.substr(0, process.find("  (Dtv"))).lines.back(),
+              "2 trace process cut|");
+}
+
 TEST(LogReader, ReadsALineWithoutItsBlanksAtTheEnd) {
     const std::string line = ",TENRIK,DtvEvent-1,INFO     ,getJNIEnv(),  68,"
                              "JNIEnv already got! index=0 threadid=a17ff6c0 env=0x7f3e3c001430";
