@@ -295,8 +295,7 @@ bool LogReader::beginIsCut(const LogLine& line) {
     const bool next_is_trace = beginsAsTrace(next->text);
     const Physical* const second = peek(1);
     const LogForm form = readHeader(peek(0)->text).form;
-    return next_is_trace ? second != nullptr && beginsAsTrace(second->text)
-                         : form != LogForm::kRaw && form != LogForm::kLong;
+    return next_is_trace ? second != nullptr && beginsAsTrace(second->text) : form != LogForm::kRaw;
 }
 
 /// Says that the log begins or ends in the middle of a line.

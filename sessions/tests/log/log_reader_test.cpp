@@ -259,6 +259,8 @@ TEST(LogReader, MarksACutHeader) {
     EXPECT_EQ(readLog(whole.substr(9) + whole).lines,
               (Texts{"1 trace other cut|", "2 trace threadtime|"}));
     EXPECT_EQ(readLog(whole + whole).lines, (Texts{"1 trace threadtime|", "2 trace threadtime|"}));
+    const std::string header = "[ 11-21 22:13:37.123 3109: 3110 W/Dtv_jni ]\n";
+    EXPECT_EQ(readLog(" 64,\n" + header + text + "\n").lines.front(), "1 foreign raw cut| 64,");
     const std::string process = "W( 3109) " + text + "  (Dtv_jni)";
     EXPECT_EQ(readLog(process + "\n" + process.substr(0, process.find("  (Dtv"))).lines.back(),
               "2 trace process cut|");
