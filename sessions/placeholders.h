@@ -1,4 +1,4 @@
-// What stands in a redacted message in place of a text or of bytes.
+// What a redacted message has in place of a text or of bytes.
 #pragma once
 
 #include "sessions/bytes.h"

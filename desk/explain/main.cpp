@@ -90,7 +90,7 @@ int capture(const std::string& log, const std::string& file) {
     }
     const sessions::LogCapture made = sessions::captureLog(source, file);
     if (!made.error.empty()) {
-        return complain(file + ": " + made.error);
+        return complain(made.error);
     }
     std::cout << explain::countText(made.counts.lines, "line") << ", " << made.counts.of_bridge
               << " of the bridge, " << made.counts.understood << " understood\n"

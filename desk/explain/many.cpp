@@ -28,7 +28,7 @@ struct Result {
     size_t losses = 0;
     size_t causes = 0;
     uint64_t line = 0; ///< of the first cause
-    std::string why;   ///< the log cannot be judged
+    std::string why;   ///< nothing can be said of the log; empty: something can
 };
 
 Result resultOf(const Explained& explained) {

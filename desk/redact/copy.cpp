@@ -1,10 +1,9 @@
 #include "desk/redact/copy.h"
 
-#include "desk/redact/new_file.h"
-
 #include "sessions/capture_reader.h"
 #include "sessions/capture_writer.h"
 #include "sessions/message.h"
+#include "sessions/new_file.h"
 
 #include <optional>
 
@@ -16,7 +15,7 @@ using sessions::CaptureReader;
 class Copying {
 public:
     /// All must outlive the object.
-    Copying(std::istream& file, NewFile& copy, sessions::Redaction& redaction,
+    Copying(std::istream& file, sessions::NewFile& copy, sessions::Redaction& redaction,
             const std::function<void(const std::string&)>& report)
         : reader_(file), copy_(copy), redaction_(redaction), report_(report) {}
 
@@ -80,7 +79,7 @@ private:
     }
 
     CaptureReader reader_;
-    NewFile& copy_;
+    sessions::NewFile& copy_;
     sessions::Redaction& redaction_;
     const std::function<void(const std::string&)>& report_;
     sessions::CaptureWriter writer_;
@@ -95,7 +94,7 @@ private:
 Copied copyCapture(std::istream& file, const std::string& copy, sessions::Redaction& redaction,
                    const std::function<void(const std::string&)>& report) {
     Copied result;
-    NewFile target;
+    sessions::NewFile target;
     std::string error;
     if (!target.open(copy, error)) {
         report(error);

@@ -1,8 +1,7 @@
 #include "desk/redact/log_copy.h"
 
-#include "desk/redact/new_file.h"
-
 #include "sessions/log/line_source.h"
+#include "sessions/new_file.h"
 
 #include <algorithm>
 
@@ -22,7 +21,7 @@ CopiedLog copyLog(const std::string& file, const std::string& copy, sessions::Re
                   sessions::OtherLines others,
                   const std::function<void(const std::string&)>& report) {
     CopiedLog result;
-    NewFile target;
+    sessions::NewFile target;
     std::string error;
     if (!target.open(copy, error)) {
         report(error);

@@ -1,9 +1,9 @@
 // dtv-redact: copies captures and logs without the contents of their texts and bytes.
 #include "desk/redact/copy.h"
 #include "desk/redact/log_copy.h"
-#include "desk/redact/new_file.h"
 
 #include "sessions/keyed_hash.h"
+#include "sessions/new_file.h"
 #include "sessions/redaction.h"
 
 #include <unistd.h>
@@ -207,7 +207,7 @@ redact::Copied::State copyOneCapture(const Pair& pair, sessions::Redaction& reda
 void watchSignals() {
     struct sigaction action = {};
     action.sa_handler = [](int signal) {
-        redact::NewFile::removeTemporary();
+        sessions::NewFile::removeTemporary();
         raise(signal);
     };
     action.sa_flags = static_cast<int>(SA_RESETHAND);

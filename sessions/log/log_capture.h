@@ -19,7 +19,8 @@ struct LogCapture {
 
 /// Reads a log to its end and writes the messages that its lines show to a file, in the order of
 /// docs/log-capture.md. Bytes that the log does not have are zero, and the packet says so. The file
-/// has its name when it is whole: before, and after a failure, what was there is as it was.
+/// has its name when it is whole: before, and after a failure, what was there is as it was. What is
+/// there and is no regular file is not replaced.
 LogCapture captureLog(LineSource& log, const std::string& path);
 
 } // namespace sessions

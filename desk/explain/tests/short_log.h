@@ -10,7 +10,7 @@
 
 namespace explain::tests {
 
-/// The lines of logcat's form "threadtime" that a text in short form stands for. Of each line of
+/// The lines of logcat's form "threadtime" that a text in short form means. Of each line of
 /// it:
 ///
 ///     @1.5                                   the lines after it are of 22:00:01.500

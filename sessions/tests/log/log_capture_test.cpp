@@ -158,8 +158,11 @@ std::string errorFor(const fs::path& path) {
 }
 
 TEST(LogCapture, SaysWhyThereIsNone) {
-    EXPECT_EQ(errorFor("/nowhere/a.pcapng"), "No such file or directory");
-    EXPECT_EQ(errorFor("/dev/full/a.pcapng"), "Not a directory");
+    EXPECT_EQ(errorFor("/nowhere/a.pcapng"),
+              "cannot write /nowhere/a.pcapng: No such file or directory");
+    EXPECT_EQ(errorFor("/dev/full/a.pcapng"), "cannot write /dev/full/a.pcapng: Not a directory");
+    EXPECT_EQ(errorFor("/dev/null"), "/dev/null is there already, and is no regular file");
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
     EXPECT_NE(errorFor("/proc/a.pcapng"), "");
 }
 
@@ -168,7 +171,8 @@ TEST(LogCapture, LeavesNothingBesideTheFile) {
     fs::create_directory(folder);
     fs::create_directory(folder / "taken");
     EXPECT_EQ(errorFor(folder / "made"), "");
-    EXPECT_EQ(errorFor(folder / "taken"), "Is a directory");
+    EXPECT_EQ(errorFor(folder / "taken"),
+              (folder / "taken").string() + " is there already, and is no regular file");
     std::set<std::string> names;
     for (const auto& entry : fs::directory_iterator(folder)) {
         names.insert(entry.path().filename());

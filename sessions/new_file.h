@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string>
 
-namespace redact {
+namespace sessions {
 
 /// Takes the place of a file, or makes it. Until keep() succeeds, what is written is in a temporary
 /// file beside it, which is removed with the object.
@@ -41,4 +41,4 @@ private:
     std::string failure_;
 };
 
-} // namespace redact
+} // namespace sessions

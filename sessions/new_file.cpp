@@ -1,4 +1,4 @@
-#include "desk/redact/new_file.h"
+#include "sessions/new_file.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,7 +10,7 @@
 #include <cstring>
 #include <filesystem>
 
-namespace redact {
+namespace sessions {
 namespace {
 
 constexpr size_t kBuffered = 65536;
@@ -40,7 +40,7 @@ bool NewFile::open(const std::string& path, std::string& error) {
     path_ = path;
     for (int i = 0; i < kMostNames; ++i) {
         const std::string name =
-            ".redacted-" + std::to_string(getpid()) + '-' + std::to_string(i) + ".tmp";
+            ".unfinished-" + std::to_string(getpid()) + '-' + std::to_string(i) + ".tmp";
         temporary_ = (target.parent_path() / name).string();
         if (temporary_.size() >= sizeof temporary_name) {
             error = "cannot write " + path + ": " + std::strerror(ENAMETOOLONG);
@@ -123,4 +123,4 @@ void NewFile::removeTemporary() {
     }
 }
 
-} // namespace redact
+} // namespace sessions
