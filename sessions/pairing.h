@@ -71,9 +71,6 @@ public:
     /// grow with their number. They are counted among those whose session has ended.
     void keepWaiting(size_t most, GiveUp which);
 
-    /// How many messages there were: the number of the last one.
-    uint64_t count() const { return count_; }
-
     /// Counts something in place of a message, so that the numbers of the messages after it are
     /// their places in the file.
     void pass() { ++count_; }

@@ -178,7 +178,6 @@ void Analysis::giveUp(std::map<uint64_t, Sent>::iterator found, bool never) {
     if (knows_replies_ && never) {
         Relations relations;
         relations.handle = sent.handle;
-        relations.command = found->first;
         add(Rule::kNoReply, sent.name, {}, sent.place, relations, sent.thread);
     }
     sent_.erase(found);

@@ -84,7 +84,7 @@ private:
     bool isOpen(int handle) const;
     bool isReleased(int handle) const;
     std::map<uint64_t, Sent>::iterator waitingCreate();
-    void checkOrder(const Sent& command, uint64_t number);
+    void checkOrder(const Sent& command);
     bool hadTime(const sessions::OpenCommand& command) const;
     void checkSession(const sessions::Message& message, int handle, const Place& place);
     void checkResult(const sessions::Message& message, const sessions::Link& link,

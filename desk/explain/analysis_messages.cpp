@@ -61,7 +61,6 @@ void Analysis::checkSession(const Message& message, int handle, const Place& pla
     const auto session = sessions_.find(handle);
     Relations relations;
     relations.handle = handle;
-    relations.command = command ? pairing_.count() : 0;
     if (session == sessions_.end()) {
         if (const auto create = command ? sent_.end() : waitingCreate(); create != sent_.end()) {
             // It was opened, or the service would not name it: its reply is missing in the log.
@@ -88,13 +87,12 @@ std::map<uint64_t, Analysis::Sent>::iterator Analysis::waitingCreate() {
 }
 
 /// A command that failed, and needs what has not happened in its session.
-void Analysis::checkOrder(const Sent& command, uint64_t number) {
+void Analysis::checkOrder(const Sent& command) {
     if (!command.out_of_place) {
         return;
     }
     Relations relations;
     relations.handle = command.handle;
-    relations.command = number;
     add(Rule::kCommandOutOfPlace, command.name, {}, command.place, relations, command.thread);
 }
 
@@ -105,11 +103,10 @@ void Analysis::passAnswer(const Message& message, const sessions::Link& link, co
     const Sent command = sent != sent_.end() ? sent->second : last_sent_[message.thread_id];
     Relations relations;
     relations.handle = command.handle;
-    relations.command = link.partner;
     if (message.value != 0) {
         Place where = place;
         where.text = "ret = " + std::to_string(message.value);
-        checkOrder(command, link.partner);
+        checkOrder(command);
         add(Rule::kCommandNotTaken, messageName(message.id), {}, where, relations,
             message.thread_name);
         not_taken_.push_back(command);
@@ -153,9 +150,8 @@ void Analysis::checkResult(const Message& message, const sessions::Link& link,
     where.text = std::string(field) + " = " + std::to_string(*result);
     Relations relations;
     relations.handle = handleOf(link);
-    relations.command = link.partner;
     if (sent != sent_.end()) {
-        checkOrder(sent->second, link.partner);
+        checkOrder(sent->second);
     }
     add(*result == kParamNg ? Rule::kArgumentRejected : Rule::kCommandFailed, subject, where.text,
         where, relations, message.thread_name);
@@ -194,7 +190,6 @@ void Analysis::answered(const Message& message, const sessions::Link& link, uint
     }
     Relations relations;
     relations.handle = command.handle;
-    relations.command = link.partner;
     Place where = command.place;
     where.text = "answered after " + durationText(*link.latency) + " at " + nameOfLine(line);
     add(Rule::kSlowReply, command.name, {}, where, relations, command.thread);

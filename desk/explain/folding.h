@@ -16,7 +16,6 @@ struct Relations {
     int class_id = -1;  ///< of the Java class in the bridge's table; -1: none
     int method_id = -1; ///< of the Java method
     std::optional<int> handle;
-    uint64_t command = 0; ///< number of the command's message; 0: none
     /// The commands of the session that had failed when they were sent last.
     std::set<std::string> failed;
 };

@@ -36,7 +36,7 @@ standard input. Of several files or a folder it counts the first causes.
   --jobs NUMBER    how many logs at a time (default: as many as processors)
   --help           shows this
 
-Exit status: 0 nothing was found, 1 something was, 2 it cannot be judged: lines
+Exit status: 0 nothing was found, 1 something was, 2 it cannot be told: lines
 are missing, or the file cannot be read, or the arguments are wrong.
 )";
 
