@@ -91,7 +91,9 @@ private:
             const int capacity = command.reply_capacity;
             // More than there is room for, less than nothing, or what fits.
             answer.size = random_.once(3) ? capacity : static_cast<int>(random_.below(30)) - 8;
-            answer.size += answer.size == -1 ? -1 : 0; // the writer puts the record's size in place of -1
+            if (answer.size == -1) {
+                answer.size = -2; // the writer puts the record's size in place of -1
+            }
             answer.record =
                 random_.bytes(static_cast<size_t>(std::clamp(answer.size, 0, capacity)));
         }
