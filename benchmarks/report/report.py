@@ -7,6 +7,7 @@ import os
 import re
 import sys
 
+sys.path.insert(0, os.path.join(os.path.dirname(__file__), "..", "..", "tools", "figures"))
 from machine import machine
 from operations import Failure, chosen
 from programs import Programs, measure_size, run_desk, run_in_one, run_loads
