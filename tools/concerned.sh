@@ -33,8 +33,9 @@ labels_of() {
     desk/* | tests/desk/* | run | test) echo desk ;;
     tools/rows/*) echo rows ;;
     tests/field/*) echo field ;;
+    campaigns/* | campaign) echo campaigns ;;
     tests/image/*) echo image ;;
-    tests/sources/* | docs/*) echo "sources|desk" ;;
+    tests/sources/* | docs/*) echo "sources|desk|campaigns" ;;
     *) return 1 ;;
     esac
 }

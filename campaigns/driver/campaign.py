@@ -2,7 +2,6 @@
 """Runs the parts of a campaign one after the other, prints their figures, and keeps them."""
 
 import argparse
-import datetime
 import os
 import pathlib
 import sys
@@ -31,9 +30,9 @@ def arguments():
     return parser.parse_args()
 
 
-def refuse(why):
+def refuse(why, status=2):
     print(f"campaign: {why}", file=sys.stderr)
-    sys.exit(2)
+    sys.exit(status)
 
 
 def checked(options):
@@ -46,6 +45,8 @@ def checked(options):
         refuse("--repeat needs the one part of the round: --only PART")
     if options.minutes is not None and not 0 < options.minutes < 1e5:
         refuse(f"--minutes {options.minutes:g}: it is a number above 0")
+    if options.jobs < 1:
+        refuse(f"--jobs {options.jobs}: it is a number above 0")
     if not 0 <= options.seed < 2**64:
         refuse(f"--seed {options.seed}: it is a number from 0 to 2^64 - 1")
     return wanted
@@ -99,15 +100,30 @@ def environment_for(part, options):
     return {}
 
 
+def keep(options, name, entry):
+    """Puts the figures of a part in the place of those of its last run."""
+    path = options.figures or figures.FILE
+    try:
+        kept = figures.read(path)
+        kept["parts"][name] = entry
+        kept["lines"] = page.count_lines()
+        figures.write(path, kept)
+        if not options.figures:
+            page.refresh()
+    except (OSError, ValueError, KeyError) as error:
+        refuse(f"the figures cannot be kept: {path}: {error}", 1)
+
+
 def play(wanted, options):
-    """Plays the parts, and returns what is kept of them."""
-    entries = {}
+    """Plays the parts one after the other, and returns how much was found."""
     left = (options.minutes or 0) * 60
     shares = sum(part.share for part in wanted)
+    found = 0
     print(row("part", "played", "", "time", "findings"), flush=True)
     for part in wanted:
         build = figures.ROOT / "build" / part.build
-        given = left * part.share / shares if left > 0 else 0
+        # What a part leaves of its time is for those after it.
+        given = left * part.share / shares
         shares -= part.share
         began = time.monotonic()
         report, output = run_part.run(
@@ -117,13 +133,15 @@ def play(wanted, options):
         seconds = time.monotonic() - began
         if options.minutes:
             left = max(left - seconds, 1)
-        entries[part.name] = entry_of(part, build, options, report, seconds)
+        found += len(report["findings"])
         print(row(part.name, figures.number(report["rounds"]), part.unit,
                   figures.duration(seconds), len(report["findings"])), flush=True)
         print_findings(part, options.seed, report)
-        if options.repeat and not report["findings"]:
+        if options.repeat:
             print(output, end="")
-    return entries
+        else:
+            keep(options, part.name, entry_of(part, build, options, report, seconds))
+    return found
 
 
 def main():
@@ -136,35 +154,27 @@ def main():
     left_out = []
     if options.minutes:
         wanted, left_out = with_time(wanted, options.minutes * 60)
+        if not wanted:
+            refuse(f"--minutes {options.minutes:g} is too short for {left_out[0].name}: "
+                   f"it needs {left_out[0].least} s")
     if options.builds:
         for build in dict.fromkeys(part.build for part in wanted):
             targets = {part.target for part in wanted if part.build == build}
             print(build, *(["all"] if "all" in targets else []), *sorted(targets - {"all"}))
         return 0
-    began = datetime.datetime.now()
-    entries = play(wanted, options)
+    began = time.monotonic()
+    found = play(wanted, options)
     for part in left_out:
         print(f"{part.name}: left out, it needs {part.least} s: ./campaign --only {part.name}")
-    taken = (datetime.datetime.now() - began).total_seconds()
-    print(f"seed {options.seed}, {figures.duration(taken)}")
+    print(f"seed {options.seed}, {figures.duration(time.monotonic() - began)}, findings: {found}")
     if not options.repeat:
-        path = options.figures or figures.FILE
-        try:
-            kept = figures.read(path)
-            kept["parts"] |= entries
-            kept["lines"] = page.count_lines()
-            figures.write(path, kept)
-            if not options.figures:
-                page.refresh()
-        except (OSError, ValueError) as error:
-            print(f"campaign: {path}: {error}", file=sys.stderr)
-            return 1
-        print(f"kept in {os.path.relpath(path)}")
-    return 1 if any(entry["findings"] for entry in entries.values()) else 0
+        print(f"kept in {os.path.relpath(options.figures or figures.FILE)}")
+    return 1 if found else 0
 
 
 if __name__ == "__main__":
     try:
         sys.exit(main())
     except KeyboardInterrupt:
+        # What was played to its end is kept.
         sys.exit(130)

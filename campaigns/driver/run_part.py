@@ -26,15 +26,13 @@ def repeat_command(part, seed, round_name):
     return f"./campaign --only {part.name} --seed {seed} --repeat {round_name}"
 
 
-def ended_badly(process, output):
-    """What is wrong with how the process ended; nothing when it ended as it should."""
-    if process.returncode in (0, 1):
+def how_it_ended(status):
+    """What is wrong with the status; nothing for one that a part ends with."""
+    if status in (0, 1):
         return ""
-    if process.returncode < 0:
-        how = f"ended by {signal.Signals(-process.returncode).name}"
-    else:
-        how = f"ended with status {process.returncode}"
-    return "\n".join([how, *output.splitlines()[-20:]])
+    if status < 0:
+        return f"ended by {signal.Signals(-status).name}"
+    return f"ended with status {status}"
 
 
 def run(part, build, seed, seconds, jobs, repeated, environment):
@@ -68,15 +66,15 @@ def run(part, build, seed, seconds, jobs, repeated, environment):
                 process.wait()
             log.seek(0)
             output = log.read()
+        wrong = "did not end in time" if late else how_it_ended(process.returncode)
         report = {"rounds": 0, "notes": {}, "findings": [], "left_out": []}
         try:
             report |= json.loads(report_file.read_text(encoding="utf-8"))
         except (OSError, ValueError):
-            if process.returncode in (0, 1):
-                report["findings"].append({"round": "", "text": "left no report"})
-    wrong = "did not end in time" if late else ended_badly(process, output)
+            wrong = wrong or "left no report"
+    if not wrong and not report["rounds"]:
+        wrong = "played no round"
     if wrong:
-        report["findings"].append({"round": repeated, "text": wrong})
-    elif not report["rounds"] and not repeated:
-        report["findings"].append({"round": "", "text": "played no round"})
+        text = "\n".join([wrong, *output.splitlines()[-20:]])
+        report["findings"].append({"round": repeated, "text": text})
     return report, output
