@@ -1,7 +1,7 @@
 # What `./test --lint` checks besides the compilers. To be sourced; the current folder is the root.
 
 # The folders of our C++ sources.
-source_folders="src platform simulator sessions replay desk tools tests benchmarks"
+source_folders="src platform simulator sessions replay desk tools tests benchmarks campaigns"
 
 # Those that clang-tidy checks. The macros of GoogleTest count as the complexity of a test, and more.
 lint_folders="src platform simulator sessions replay desk benchmarks"

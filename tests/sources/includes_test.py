@@ -57,7 +57,7 @@ def sources(root):
 
 def intruders(root):
     """What the tests and tools include of src/ besides the messages, where they may not."""
-    for top in ("tests", "tools", "simulator/tests", "sessions/tests", "replay/tests",
+    for top in ("tests", "tools", "simulator/tests", "sessions/tests", "replay/tests", "campaigns",
                 "desk/explain/tests", "desk/redact/tests", "desk/show/tests"):
         for path in sorted((root / top).rglob("*")):
             name = str(path.relative_to(root))
