@@ -3,7 +3,11 @@
 #include "sessions/pcapng.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
 
 namespace sessions {
 namespace {
@@ -335,6 +339,18 @@ uint64_t CaptureReader::number64(const uint8_t* bytes) const {
     const uint64_t first = number32(bytes + (big_endian_ ? 4 : 0));
     const uint64_t second = number32(bytes + (big_endian_ ? 0 : 4));
     return first | second << 32;
+}
+
+bool isCapture(const std::string& path) {
+    std::error_code ignored;
+    // What is read of a pipe to find out would be missing in it.
+    if (path == "-" || !std::filesystem::is_regular_file(path, ignored)) {
+        return false;
+    }
+    constexpr std::array<char, 4> kSectionStart = {0x0a, 0x0d, 0x0d, 0x0a};
+    std::array<char, 4> start{};
+    std::ifstream file(path, std::ios::binary);
+    return file.read(start.data(), start.size()) && start == kSectionStart;
 }
 
 } // namespace sessions

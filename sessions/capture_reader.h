@@ -30,6 +30,9 @@ struct Gap {
     uint64_t size = 0;   ///< bytes
 };
 
+/// Whether a file is a capture, by its beginning; false for what is no regular file.
+bool isCapture(const std::string& path);
+
 /// Reads sections of either byte order with any number of interfaces. Blocks and options that it
 /// does not know are passed over. Any bytes may be read: at what is wrong it stops with an error,
 /// after all packets before it, and resume() finds the blocks that follow. A block may be 16 MiB

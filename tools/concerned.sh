@@ -29,7 +29,7 @@ labels_of() {
     desk/explain/* | tests/field/*) echo explain ;;
     replay/* | desk/tenrik/desk/replay/* | tests/replay/*) echo replay ;;
     desk/native/*) echo "desk|replay" ;;
-    desk/show/*) echo show ;;
+    desk/show/* | desk/pictures/*) echo show ;;
     desk/* | tests/desk/* | run | test) echo desk ;;
     tools/rows/*) echo rows ;;
     tests/field/*) echo field ;;

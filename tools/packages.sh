@@ -29,6 +29,7 @@ test_packages="
     libgtest-dev
     lld
     junit4
+    protobuf-compiler
     python3-pexpect
     tcpdump
     tshark"

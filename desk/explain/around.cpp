@@ -6,6 +6,7 @@
 
 #include "desk/show/quoted_text.h"
 
+#include "sessions/capture_reader.h"
 #include "sessions/log/activity.h"
 #include "sessions/log/log_reader.h"
 
@@ -114,7 +115,7 @@ void writeCall(std::ostream& out, const sessions::BridgeCall& call, uint64_t wan
 
 std::string writeAround(std::ostream& out, const std::string& path, uint64_t wanted,
                         const sessions::HashKey* redacts_with) {
-    if (isCapture(path)) {
+    if (sessions::isCapture(path)) {
         return path + " is a capture and has no lines: \"./run show\" shows its messages";
     }
     sessions::LineSource source(path);

@@ -8,22 +8,14 @@
 #include "sessions/message.h"
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <system_error>
 
 namespace explain {
 namespace {
 
 using sessions::LogForm;
 using sessions::TraceLevel;
-
-/// What a section of a pcapng file begins with.
-constexpr std::array<char, 4> kCaptureStart = {0x0a, 0x0d, 0x0d, 0x0a};
 
 /// The form that most lines of the bridge have.
 LogForm formOf(const sessions::LogCounts& counts) {
@@ -129,17 +121,6 @@ void readCapture(const std::string& path, Explained& explained) {
 
 } // namespace
 
-bool isCapture(const std::string& path) {
-    std::error_code ignored;
-    // What is read of a pipe to find out would be missing in the log.
-    if (path == "-" || !std::filesystem::is_regular_file(path, ignored)) {
-        return false;
-    }
-    std::array<char, 4> start{};
-    std::ifstream file(path, std::ios::binary);
-    return file.read(start.data(), start.size()) && start == kCaptureStart;
-}
-
 Verdict verdictOf(const Explained& explained) {
     if (!explained.could_be_read) {
         return Verdict::kCannotTell;
@@ -154,7 +135,7 @@ Verdict verdictOf(const Explained& explained) {
 std::unique_ptr<Explained> explainFile(const std::string& path, const ReadOptions& options) {
     auto explained = std::make_unique<Explained>(options.slow);
     explained->name = path == "-" ? "standard input" : path;
-    explained->is_capture = isCapture(path);
+    explained->is_capture = sessions::isCapture(path);
     if (explained->is_capture) {
         readCapture(path, *explained);
     } else {

@@ -42,9 +42,6 @@ struct ReadOptions {
     int64_t slow = 1000000000; ///< nanoseconds; an answer that takes longer is slow
 };
 
-/// Whether a file is a capture; false for what is no file.
-bool isCapture(const std::string& path);
-
 /// Reads a log or a capture; "-" is standard input.
 std::unique_ptr<Explained> explainFile(const std::string& path, const ReadOptions& options);
 

@@ -1,4 +1,7 @@
 // dtv-show: prints a capture of the messages.
+#include "desk/pictures/mermaid.h"
+#include "desk/pictures/perfetto.h"
+#include "desk/pictures/timeline_reader.h"
 #include "desk/show/followed_file.h"
 #include "desk/show/message.h"
 #include "desk/show/options.h"
@@ -6,6 +9,7 @@
 
 #include "sessions/capture_reader.h"
 #include "sessions/keyed_hash.h"
+#include "sessions/new_file.h"
 #include "sessions/redaction.h"
 
 #include "records/catalogue.h"
@@ -207,6 +211,51 @@ int printWiresharkCommands(const std::string& file) {
     return finish(kGood);
 }
 
+/// Reads a capture or a log for a picture, and says what is damaged. A status other than kGood when
+/// there is nothing to draw.
+int readForPicture(const show::Options& options, pictures::Timeline& timeline) {
+    std::error_code ignored;
+    if (std::filesystem::is_directory(options.file, ignored)) {
+        return complain(options.file + " is a directory");
+    }
+    std::string error;
+    if (!pictures::readTimeline(options.file, options.filter, timeline, error)) {
+        complain(error);
+        return std::filesystem::exists(options.file, ignored) || options.file == "-" ? kBadFile
+                                                                                     : kNotBegun;
+    }
+    for (const std::string& damage : timeline.damages) {
+        complain(options.file + ": " + damage);
+    }
+    return kGood;
+}
+
+int writePicture(const show::Options& options) {
+    pictures::Timeline timeline;
+    const int status = readForPicture(options, timeline);
+    if (status != kGood) {
+        return status;
+    }
+    const int good = timeline.damages.empty() ? kGood : kBadFile;
+    if (options.task == show::Options::Task::kMermaid) {
+        std::fputs(pictures::mermaidText(timeline).c_str(), stdout);
+        return finish(good);
+    }
+    sessions::NewFile file;
+    std::string error;
+    if (!file.open(options.output, error)) {
+        return complain(error);
+    }
+    pictures::writePerfetto(timeline, [&file](const std::string& bytes) { file.write(bytes); });
+    if (!file.keep(error)) {
+        complain(error);
+        return kBadFile;
+    }
+    std::printf("%zu messages, %zu calls, %zu lines\n", timeline.entries.size(),
+                timeline.spans.size(), timeline.lines.size());
+    return finish(good);
+}
+
 int showFile(const show::Options& options) {
     std::optional<sessions::Redaction> redaction;
     if (options.redact) {
@@ -256,6 +305,9 @@ int main(int argc, char** argv) {
         return finish(kGood);
     case show::Options::Task::kWireshark:
         return printWiresharkCommands(options.file);
+    case show::Options::Task::kPerfetto:
+    case show::Options::Task::kMermaid:
+        return writePicture(options);
     case show::Options::Task::kShow:
         break;
     }

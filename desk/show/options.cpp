@@ -69,6 +69,22 @@ ArgumentError takeThread(const std::string& name, Options& options) {
     return {};
 }
 
+ArgumentError takeTask(Options::Task task, Options& options) {
+    if (options.task != Options::Task::kShow && options.task != task) {
+        return {"--list, --wireshark, --perfetto and --mermaid exclude each other", true};
+    }
+    options.task = task;
+    return {};
+}
+
+ArgumentError takePerfetto(const std::string& name, Options& options) {
+    if (name.empty() || !options.output.empty()) {
+        return {"--perfetto needs the name of one file", true};
+    }
+    options.output = name;
+    return takeTask(Options::Task::kPerfetto, options);
+}
+
 ArgumentError takeTime(const char* option, const std::string& text,
                        std::optional<TimeLimit>& limit) {
     if (limit) {
@@ -89,6 +105,7 @@ const std::map<std::string, ValueOption>& valueOptions() {
         {"--kind", {"a kind of message", takeKind}},
         {"--session", {"a handle", takeSession}},
         {"--thread", {"the name or the number of a thread", takeThread}},
+        {"--perfetto", {"the name of the file to write", takePerfetto}},
         {"--from",
          {"a time",
           [](const std::string& text, Options& options) {
@@ -124,9 +141,11 @@ ArgumentError takeWord(const std::string& option, Options& options) {
     } else if (option == "--redact") {
         options.redact = true;
     } else if (option == "--list") {
-        options.task = Options::Task::kList;
+        return takeTask(Options::Task::kList, options);
     } else if (option == "--wireshark") {
-        options.task = Options::Task::kWireshark;
+        return takeTask(Options::Task::kWireshark, options);
+    } else if (option == "--mermaid") {
+        return takeTask(Options::Task::kMermaid, options);
     } else {
         return {"unknown option " + option, true};
     }
@@ -157,6 +176,12 @@ ArgumentError check(const Options& options) {
     }
     if (options.task == Options::Task::kWireshark && (!plain || options.file == "-")) {
         return {"--wireshark takes the name of a file and no other option", true};
+    }
+    const bool picture =
+        options.task == Options::Task::kPerfetto || options.task == Options::Task::kMermaid;
+    if (picture && (options.form != Form::kText || options.follow || options.redact)) {
+        return {"--perfetto and --mermaid go with none of --brief, --json, --follow and --redact",
+                true};
     }
     if (options.follow && options.file == "-") {
         return wrong("--follow needs a file: standard input is read as it comes in any case");
@@ -200,6 +225,8 @@ ArgumentError takeArguments(const std::vector<std::string>& arguments, Options& 
 }
 
 const char* const kUsage = R"(usage: dtv-show [OPTION]... FILE
+       dtv-show --perfetto OUT [OPTION]... FILE
+       dtv-show --mermaid [OPTION]... FILE
        dtv-show --wireshark FILE
        dtv-show --list
 
@@ -228,6 +255,13 @@ Which messages are printed. Each option may be given several times, but for
   --from TIME       not before that time
   --to TIME         not after it; TIME is 20:14, 20:14:03.5, 2026-03-31 or
                     "2026-03-31 20:14:03", local, or UTC with a Z after it
+
+Pictures, of a capture or of a log:
+
+  --perfetto OUT    writes a trace that https://ui.perfetto.dev opens: threads,
+                    calls, arrows from commands to replies, the signal, and the
+                    lines of a log
+  --mermaid         prints a sequence diagram to be pasted into a report
 
   --wireshark       prints the commands with which Wireshark and tshark show all
                     fields of FILE

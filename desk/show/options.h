@@ -20,6 +20,8 @@ struct Options {
         kShow,
         kList,
         kWireshark, ///< prints how Wireshark opens the file
+        kPerfetto,  ///< writes a trace that Perfetto opens
+        kMermaid,   ///< prints a sequence diagram
         kHelp
     };
 
@@ -28,7 +30,8 @@ struct Options {
     bool follow = false;
     bool redact = false; ///< prints placeholders in place of the contents of texts and bytes
     Filter filter;
-    std::string file; ///< "-" for standard input; not empty when messages are to be shown
+    std::string output; ///< the file that kPerfetto writes
+    std::string file;   ///< "-" for standard input; not empty when messages are to be shown
 };
 
 /// What is wrong with the arguments.

@@ -36,7 +36,8 @@ ALLOWED = {
     "replay": ["replay/", "sessions/", "desk/show/", "records/", "dtv/exchange.h"],
     "desk/explain": ["desk/explain/", "desk/show/", "sessions/", "records/",
                      "binding/class_table.def"],
-    "desk/show": ["desk/show/", "sessions/", "records/"],
+    "desk/show": ["desk/show/", "desk/pictures/", "sessions/", "records/"],
+    "desk/pictures": ["desk/pictures/", "desk/show/", "sessions/", "records/"],
     "desk/show/wireshark": ["enumerations.def", "records/"],
 }
 # The bridge is for itself: these alone include more of it than the messages. The first two are the

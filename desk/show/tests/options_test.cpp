@@ -43,6 +43,9 @@ TEST(Options, MayBeLeftOut) {
     EXPECT_EQ(optionsOf({"-"}).file, "-");
     EXPECT_EQ(optionsOf({"--help", "--nothing"}).task, Options::Task::kHelp);
     EXPECT_EQ(optionsOf({"--list"}).task, Options::Task::kList);
+    EXPECT_EQ(optionsOf({"--mermaid", "a"}).task, Options::Task::kMermaid);
+    EXPECT_EQ(optionsOf({"--perfetto=out", "a"}).task, Options::Task::kPerfetto);
+    EXPECT_EQ(optionsOf({"--perfetto", "out", "a"}).output, "out");
 }
 
 TEST(Options, AreRefusedWithAReason) {
@@ -57,6 +60,18 @@ TEST(Options, AreRefusedWithAReason) {
     EXPECT_EQ(errorOf({"--list", "--brief"}), "--list takes no file and no option");
     EXPECT_EQ(errorOf({"--list", "--session", "3"}), "--list takes no file and no option");
     EXPECT_EQ(errorOf({"--wireshark"}), "no file is given");
+    EXPECT_EQ(errorOf({"--perfetto", "out"}), "no file is given");
+    EXPECT_EQ(errorOf({"a", "--perfetto"}), "--perfetto needs the name of the file to write");
+    EXPECT_EQ(errorOf({"--perfetto=", "a"}), "--perfetto needs the name of one file");
+    EXPECT_EQ(errorOf({"--perfetto=b", "--perfetto=c", "a"}),
+              "--perfetto needs the name of one file");
+    EXPECT_EQ(errorOf({"--perfetto=b", "--mermaid", "a"}),
+              "--list, --wireshark, --perfetto and --mermaid exclude each other");
+    for (const char* other : {"--brief", "--json", "--follow", "--redact"}) {
+        EXPECT_EQ(
+            errorOf({"--mermaid", other, "a"}),
+            "--perfetto and --mermaid go with none of --brief, --json, --follow and --redact");
+    }
     EXPECT_EQ(errorOf({"--wireshark", "-"}),
               "--wireshark takes the name of a file and no other option");
     EXPECT_EQ(errorOf({"--wireshark", "--json", "a"}),
