@@ -28,6 +28,7 @@ labels_of() {
     desk/redact/*) echo redact ;;
     desk/explain/* | tests/field/*) echo explain ;;
     replay/* | desk/tenrik/desk/replay/* | tests/replay/*) echo replay ;;
+    desk/report/*) echo report ;;
     desk/native/*) echo "desk|replay" ;;
     desk/show/* | desk/pictures/*) echo show ;;
     desk/* | tests/desk/* | run | test) echo desk ;;

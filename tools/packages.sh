@@ -14,6 +14,7 @@ build_packages="
     libjsoncpp-dev
     libpicocli-java
     libpugixml-dev
+    node-d3
     dtv-scan-tables
     python3
     zlib1g-dev"
@@ -33,6 +34,12 @@ test_packages="
     python3-pexpect
     tcpdump
     tshark"
+
+# To drive the pages of reports in a browser besides, with `./test --all`.
+browser_packages="
+    chromium
+    chromium-driver
+    python3-selenium"
 
 # To check the sources with `./test --lint` besides.
 lint_packages=clang-tidy

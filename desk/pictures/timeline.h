@@ -66,6 +66,8 @@ struct Timeline {
     uint64_t messages = 0;      ///< of the file, whatever the filter takes
     /// What is wrong with the file, each a sentence without its end. What could be read is there.
     std::vector<std::string> damages;
+    bool is_capture = false; ///< its times are UTC; those of a log are in the zone of its receiver
+    bool has_times = true;   ///< false: each line of the log takes a microsecond
 };
 
 /// The moment as nanoseconds since 1970.

@@ -25,7 +25,7 @@ std::string failureOf(const sessions::BridgeCall& call) {
     return call.result.value_or(0) != 0 ? "result = " + std::to_string(*call.result) : "";
 }
 
-std::string failureOf(const sessions::Message& message) {
+std::string failureOf(const sessions::Message& message, const sessions::Link& link) {
     using Kind = sessions::Message::Kind;
     if (message.is(Kind::kRefusedEvent)) {
         return "refused: " + std::to_string(message.value);
@@ -35,7 +35,8 @@ std::string failureOf(const sessions::Message& message) {
     }
     const catalogue::Record* const layout =
         sessions::layoutOf(message, catalogue::find(message.id));
-    const auto result = layout != nullptr && !message.is(Kind::kCommand)
+    // The result of an event that answers nothing may mean something else.
+    const auto result = layout != nullptr && !message.is(Kind::kCommand) && link.partner != 0
                             ? sessions::numberIn(*layout, message, "result")
                             : std::nullopt;
     return result.value_or(0) != 0 ? "result = " + std::to_string(*result) : "";
@@ -95,7 +96,7 @@ void Builder::add(const sessions::Message& message) {
         Span& span = timeline_.spans[begun->second];
         span.end = std::max(span.begin, time);
         if (span.failure.empty()) {
-            span.failure = failureOf(message);
+            span.failure = failureOf(message, link);
         }
         spans_.erase(begun);
         return;
@@ -108,7 +109,7 @@ void Builder::add(const sessions::Message& message) {
     span.begin = time;
     span.end = time;
     span.number = link.number;
-    span.failure = failureOf(message);
+    span.failure = failureOf(message, link);
     spans_[link.number] = timeline_.spans.size();
     timeline_.spans.push_back(span);
 }
@@ -168,10 +169,7 @@ int64_t Builder::timeOf(const std::optional<sessions::LogTime>& time, uint64_t l
     if (time) {
         return time->nanoseconds;
     }
-    if (!lacks_times_) {
-        lacks_times_ = true;
-        damage("its lines have no time: each takes a microsecond");
-    }
+    timeline_.has_times = false;
     return static_cast<int64_t>(line) * kLineWithoutTime;
 }
 

@@ -51,7 +51,6 @@ private:
     std::unordered_map<uint64_t, size_t> spans_;
     /// By number of the call: the first message of it that was kept.
     std::unordered_map<uint64_t, uint64_t> messages_of_calls_;
-    bool lacks_times_ = false;
 };
 
 } // namespace pictures

@@ -111,6 +111,7 @@ bool readTimeline(const std::string& path, const show::Filter& filter, Timeline&
     Builder builder(filter, timeline);
     if (sessions::isCapture(path)) {
         std::ifstream file(path, std::ios::binary);
+        timeline.is_capture = true;
         readCapture(file, builder);
     } else {
         sessions::LineSource source(path);

@@ -227,6 +227,9 @@ int readForPicture(const show::Options& options, pictures::Timeline& timeline) {
     for (const std::string& damage : timeline.damages) {
         complain(options.file + ": " + damage);
     }
+    if (!timeline.has_times) {
+        complain(options.file + ": its lines have no time: each takes a microsecond");
+    }
     return kGood;
 }
 

@@ -42,16 +42,40 @@ class Arguments(DeskTest):
                  "--capture cannot write /nowhere/x: Directory nonexistent"),
                 (["--trace", self.folder], f"--trace cannot write {self.folder}: Is a directory"),
                 (["--trace", log, "--capture", log], f"--trace and --capture name one file: {log}"),
+                (["--report", "/dev/full"],
+                 "--report needs a regular file, which /dev/full is not"),
                 (["--build", self.folder], f"there is no build in {self.folder}")]:
             with self.subTest(arguments):
                 run = self.run_script(*arguments)
                 self.assertEqual((2, "", f"run: {reason}\n"),
                                  (run.returncode, run.stdout, run.stderr))
-        for option in ("--trace", "--capture", "--guide", "--build"):
+        for option in ("--trace", "--capture", "--guide", "--build", "--report"):
             for arguments in ([option], [option + "="]):
                 run = self.run_script(*arguments)
                 self.assertEqual((2, "", f"run: {option} needs a value\nTry ./run --help\n"),
                                  (run.returncode, run.stdout, run.stderr))
+
+    def test_a_report_of_the_evening(self):
+        page, temporary = self.folder / "page.html", self.folder / "temporary"
+        temporary.mkdir()
+        run = self.run_script("--quiet", "--seed", "20", "--report", page, env={**os.environ, "TMPDIR": str(temporary)})
+        self.assertEqual(0, run.returncode, run.stderr)
+        self.assertRegex(run.stderr, r"\A\S+page.html: 443 messages, \d+ calls, \d{4} lines, \d+ bytes\n\Z")
+        self.assertIn("Everything was answered as it should be.", run.stdout)
+        self.assertIn("DTV session", page.read_text(encoding="utf-8"))
+        self.assertEqual([], list(temporary.iterdir()))
+
+    def test_a_report_that_cannot_be_written(self):
+        run = self.run_script("--quiet", "--report", "/nowhere/page.html")
+        self.assertEqual(1, run.returncode)
+        self.assertIn("dtv-report: ", run.stderr)
+        self.assertIn("/nowhere/page.html", run.stderr)
+
+    def test_a_report_is_of_the_evening(self):
+        run = subprocess.run([ROOT / "run", "shell", "--report", "page"], capture_output=True, text=True,
+                             stdin=subprocess.DEVNULL, timeout=LIMIT, check=False)
+        self.assertEqual((2, "run: --report is of the evening: ./run report FILE\nTry ./run --help\n"),
+                         (run.returncode, run.stderr))
 
     def test_a_trace_on_a_full_disk(self):
         run = self.run_script("--quiet", "--trace", "/dev/full")

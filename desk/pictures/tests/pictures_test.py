@@ -174,7 +174,8 @@ class Perfetto(unittest.TestCase):
     def test_failures_have_a_category(self):
         for each in self.trace.slices:
             message = self.messages[each["notes"]["message"]]
-            failed = message["kind"] == "event" and message["fields"].get("result", 0) != 0
+            failed = (message["kind"] == "event" and message.get("partner") and
+                      message["fields"].get("result", 0) != 0)
             if failed:
                 self.assertEqual("failed", each["category"], message)
                 self.assertEqual(f"result = {message['fields']['result']}", each["notes"]["failure"])

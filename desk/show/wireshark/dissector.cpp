@@ -2,6 +2,8 @@
 // after it the Lua code that uses them. The names of the numbers come from the Java enumerations.
 //
 // usage: dtv-dissector FOLDER_OF_THE_ENUMERATIONS CODE...
+#include "enumerations.h"
+
 #include "records/catalogue.h"
 
 #include <cstdio>
@@ -20,80 +22,24 @@ using catalogue::Kind;
 using catalogue::Message;
 using catalogue::Record;
 
-struct Constant {
-    std::string name;
-    std::string number; ///< decimal digits
-};
-
-/// The name of an enumeration by what it is of: a record and a field, as
-/// "TS_KEY_EVENT_REQ.key_code", or the one value of a message, as "StartRec.value".
-const std::map<std::string, std::string>& enumerated() {
-    static const std::map<std::string, std::string> enumerations = {
-#define ENUMERATED(record, field, enumeration) {#record "." #field, #enumeration},
-#define ENUMERATED_VALUE(message, enumeration) {#message ".value", #enumeration},
-#include "enumerations.def"
-    };
-    return enumerations;
-}
-
-/// What cannot be made into a dissector ends the program.
-[[noreturn]] void fail(const std::string& what) {
-    std::cerr << "dtv-dissector: " << what << '\n';
-    std::exit(1);
-}
-
-/// How many characters of `text` from `begin` on are among `characters`.
-size_t spanOf(const std::string& text, size_t begin, const char* characters) {
-    const size_t end = text.find_first_not_of(characters, begin);
-    return (end == std::string::npos ? text.size() : end) - begin;
-}
-
-/// NAME(NUMBER) alone on a line, followed by a comma or a semicolon; false for another line.
-bool readConstant(const std::string& line, Constant& constant) {
-    const size_t name = spanOf(line, 0, " ");
-    const size_t name_size = spanOf(line, name, "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_");
-    const size_t number = name + name_size + 1;
-    if (name_size == 0 || number >= line.size() || line[number - 1] != '(') {
-        return false;
-    }
-    const size_t number_size = spanOf(line, number, "0123456789");
-    const std::string rest = line.substr(number + number_size);
-    constant = {line.substr(name, name_size), line.substr(number, number_size)};
-    return number_size > 0 && (rest == ")," || rest == ");");
-}
-
-/// The constants that a Java source declares.
-std::vector<Constant> constantsOf(const std::string& file) {
-    std::ifstream source(file);
-    std::vector<Constant> constants;
-    Constant constant;
-    for (std::string line; std::getline(source, line);) {
-        if (readConstant(line, constant)) {
-            constants.push_back(constant);
-        }
-    }
-    if (constants.empty()) {
-        fail("no constants in " + file);
-    }
-    return constants;
-}
-
 void printEnumerations(const std::string& folder) {
-    std::set<std::string> names;
-    for (const auto& [place, name] : enumerated()) {
-        names.insert(name);
-    }
     std::printf("local enumerations = {\n");
-    for (const std::string& name : names) {
+    for (const std::string& name : enumerations::names()) {
         std::printf("    %s = {", name.c_str());
         const char* before = "";
-        for (const Constant& constant : constantsOf(folder + "/BG_TE_DTVSVLIB_" + name + ".java")) {
+        for (const auto& constant : enumerations::constantsOf(folder, name)) {
             std::printf("%s[%s] = \"%s\"", before, constant.number.c_str(), constant.name.c_str());
             before = ", ";
         }
         std::printf("},\n");
     }
     std::printf("}\n\n");
+}
+
+/// What cannot be made into a dissector ends the program.
+[[noreturn]] void fail(const std::string& what) {
+    std::cerr << "dtv-dissector: " << what << '\n';
+    std::exit(1);
 }
 
 using Records = std::map<std::string, const Record*>;
@@ -140,8 +86,8 @@ Records allRecords() {
 std::set<std::string> used_enumerations;
 
 void printEnumeration(const std::string& place) {
-    const auto found = enumerated().find(place);
-    if (found != enumerated().end()) {
+    const auto found = enumerations::places().find(place);
+    if (found != enumerations::places().end()) {
         std::printf(", enumeration = \"%s\"", found->second.c_str());
         used_enumerations.insert(place);
     }
@@ -189,7 +135,7 @@ void printTables() {
         }
     }
     std::printf("}\n\n");
-    for (const auto& [place, name] : enumerated()) {
+    for (const auto& [place, name] : enumerations::places()) {
         if (used_enumerations.count(place) == 0) {
             fail("there is no " + place);
         }
