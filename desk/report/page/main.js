@@ -10,8 +10,9 @@ class Report {
         this.list = new MessageList(session, choose);
         this.lanes = new Lanes(session, choose, (by) => this.list.step(by), () => this.keepAddress());
         const states = new States(session);
+        this.java = new JavaObjects(session, session.schema.objects, session.schema.components);
         this.views = {
-            message: new MessageView(session, choose),
+            message: new MessageView(session, this.java, choose),
             state: new StateView(states),
             screen: new ScreenView(session, states),
             plots: new PlotsView(session, choose),
@@ -81,6 +82,12 @@ class Report {
             next.focus();
             next.click();
         }
+    }
+
+    /** The Java object of an event on one line. */
+    javaText(i) {
+        const tree = this.java.treeOf(i);
+        return tree ? javaText(tree) : "";
     }
 
     keepAddress() {

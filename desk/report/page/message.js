@@ -16,8 +16,9 @@ function element(name, attributes = {}, ...children) {
 }
 
 class MessageView {
-    constructor(session, choose) {
+    constructor(session, java, choose) {
         this.session = session;
+        this.java = java;
         this.choose = choose;
         this.panel = document.getElementById("panel-message");
     }
@@ -34,6 +35,7 @@ class MessageView {
             this.facts(i),
             ...this.table(i, fields),
             ...this.bytes(i, fields),
+            ...this.javaObject(i),
             ...this.traceLines(i));
     }
 
@@ -121,6 +123,25 @@ class MessageView {
             grid.append(cell);
         }
         return [element("h3", {}, `${record.length} bytes`), grid];
+    }
+
+    /** What the callback gets, as a tree. */
+    javaObject(i) {
+        const tree = this.java.treeOf(i);
+        if (!tree || this.session.messages.unknown[i]) {
+            return [];
+        }
+        const item = (name, value) => {
+            const label = name ? `${name} = ` : "";
+            const children = value.class ? value.values.map((each) => item(each.name, each.value))
+                : value.list && value.kind === "" ? value.list.map((each, n) => item(`[${n}]`, each)) : undefined;
+            if (!children) {
+                return element("li", {}, `${label}${javaText(value)}`);
+            }
+            return element("li", {}, element("details", { open: "" },
+                element("summary", {}, `${label}${value.class ?? `${value.list.length} objects`}`), element("ul", {}, ...children)));
+        };
+        return [element("h3", {}, "Java object"), element("ul", { id: "java", class: "mono tree" }, item("", tree))];
     }
 
     /** Marks a field and its bytes, and nothing else. */

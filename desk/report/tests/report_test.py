@@ -112,6 +112,25 @@ class Page(unittest.TestCase):
                 self.assertEqual(expected["latency_ns"], got["latency"])
             self.assertEqual(flat(expected.get("fields", {})), got["fields"], expected["name"])
 
+    def test_java_objects_are_those_that_the_bridge_makes(self):
+        trees = self.folder / "trees"
+        subprocess.run([next(BUILD.rglob("event_trees_test"))], check=True, capture_output=True, timeout=120,
+                       env={**os.environ, "DTV_EVENT_TREES": str(trees), "DTV_TEST_MODE": "plain"})
+        capture, expected = Capture(), []
+        for line in trees.read_text(encoding="utf-8").splitlines():
+            event, callback = line.split(" : ", 1)
+            number, *record = event.split()
+            capture.add(EVENT, int(number), bytes.fromhex("".join(record)), thread=11, name=b"DtvEvent-1")
+            expected.append(callback.split(" ", 1)[1])
+        path, page = self.folder / "trees.pcapng", self.folder / "trees.html"
+        capture.write(path)
+        report("--output", page, path)
+        self.browser.open(page)
+        shown_trees = self.browser.run("return report.session.data.messages.number.map((_, i) => report.javaText(i))")
+        self.assertGreater(len(expected), 81 * 15)
+        for want, got in zip(expected, shown_trees, strict=True):
+            self.assertEqual(want, got)
+
     def test_the_list_shows_what_the_filter_asks_for(self):
         self.browser.open(self.page)
         by_number = {message["number"]: message for message in self.messages}
