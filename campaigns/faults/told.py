@@ -13,6 +13,8 @@ EXPLAINED = (IN_TIME, WANTED, NO_ANSWER, PASSED_ON)
 # The refusals that the evening provokes: a rule with that result changes nothing.
 REFUSALS = {("StartRec", 1), ("TerminatePlay_Sync", 1), ("ReleaseDisplay", 1), ("ControlCap", 1),
             ("SelectChannel", 1), ("StartPlay", 5), ("GetTunerLogStatus", -1)}
+# The evening sends this command once when nothing has asked for it, so that it is not taken.
+NOT_TAKEN = "BMLMailReply"
 
 
 def names_event(difference, event):
@@ -28,6 +30,8 @@ def is_wanted(rule):
     """Whether a rule of commands answers as the evening may want it."""
     if "result" in rule:
         return rule["result"] == 0 or (rule["command"], rule["result"]) in REFUSALS
+    if "send_result" in rule and rule["command"] == NOT_TAKEN:
+        return True
     # Java gets 1 from a synchronous command that was not taken, whatever the send returned.
     return rule["command"].endswith("_Sync") and (rule["command"], 1) in REFUSALS
 
