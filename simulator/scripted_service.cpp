@@ -7,11 +7,16 @@
 
 namespace simulator {
 
-ScriptedService::ScriptedService(Service& service, Script script)
+ScriptedService::ScriptedService(Service& service, Script script, OnEvent on_event)
     : service_(service), run_(std::move(script)) {
-    service_.setEventFilter([this](int event_id, std::vector<uint8_t>& record) {
-        return run_.modify(event_id, record);
-    });
+    service_.setEventFilter(
+        [this, on_event = std::move(on_event)](int event_id, std::vector<uint8_t>& record) {
+            const int times = run_.modify(event_id, record);
+            if (times > 0 && on_event) {
+                on_event(event_id, record);
+            }
+            return times;
+        });
     scheduleTimedRules();
 }
 
@@ -66,6 +71,7 @@ void ScriptedService::send(const EventRule& rule, std::optional<uint16_t> handle
         const uint16_t about = handle ? *handle : service_.oldestHandle();
         std::memcpy(record.data(), &about, sizeof about);
     }
+    run_.acted(&rule);
     service_.sendUnfiltered(rule.event_id, std::move(record));
 }
 

@@ -5,7 +5,9 @@
 #include "service/service.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
+#include <vector>
 
 namespace simulator {
 
@@ -13,8 +15,12 @@ namespace simulator {
 /// timeline runs.
 class ScriptedService {
 public:
-    /// Filters the events of the service, and schedules what the script wants at a time.
-    ScriptedService(Service& service, Script script);
+    /// Sees an event that is about to be sent, and may change its record.
+    using OnEvent = std::function<void(int event_id, std::vector<uint8_t>& record)>;
+
+    /// Filters the events of the service, and schedules what the script wants at a time. Each event
+    /// of the service that the script lets through goes to `on_event`, which may be empty.
+    ScriptedService(Service& service, Script script, OnEvent on_event);
     ScriptedService(const ScriptedService&) = delete;
     ScriptedService& operator=(const ScriptedService&) = delete;
 
@@ -26,6 +32,11 @@ public:
     void sendAfter(const ScriptRun::Arrival& arrival, std::optional<uint16_t> handle);
     /// How often a command has come in.
     uint32_t arrivals(int command_id) const { return run_.arrivals(command_id); }
+    /// A rule of the script, or its stop, has taken effect on a command.
+    void acted(const CommandRule* rule) { run_.acted(rule); }
+    void stopActed() { run_.acted(&*run_.script().stop); }
+    /// How often each rule has taken effect.
+    std::vector<ScriptRun::RuleCount> ruleCounts() const { return run_.ruleCounts(); }
     /// What senders get since the service stopped answering; empty while it answers.
     const std::optional<int32_t>& stopped() const { return stopped_; }
 

@@ -21,6 +21,9 @@ constexpr std::chrono::seconds kDelivery{60};
 /// The same while a sender waits: the callback of an event may wait for that sender.
 constexpr std::chrono::seconds kDeliveryWhileSending{5};
 
+/// What is done at the end: whatever follows from the last command.
+constexpr std::chrono::milliseconds kFinish{1000};
+
 constexpr int kTaken = 0;
 constexpr int kNotTaken = 1;
 
@@ -96,7 +99,7 @@ void writeReply(const dtv::Reply& reply, const std::vector<uint8_t>& record) {
 
 Simulator::Simulator(Options options)
     : service_(static_cast<ServiceOptions&&>(options)),
-      scripted_(service_, std::move(options.script)) {}
+      scripted_(service_, std::move(options.script), std::move(options.on_event)) {}
 
 Simulator::~Simulator() {
     // Steps on the timeline use all members.
@@ -124,7 +127,11 @@ int Simulator::onCommand(const dtv::Command& command) {
 int Simulator::take(const CommandReply& row, const dtv::Command& command, const CommandRule* rule,
                     std::optional<uint16_t>& session_handle) {
     if (scripted_.stopped()) {
+        scripted_.stopActed();
         return *scripted_.stopped();
+    }
+    if (rule != nullptr) {
+        scripted_.acted(rule);
     }
     if (rule != nullptr && (rule->send_result || !rule->answer)) {
         return rule->send_result.value_or(kTaken);
@@ -170,7 +177,11 @@ int Simulator::onSynchronousCommand(const dtv::Command& command, const dtv::Repl
         lock.lock();
     }
     if (scripted_.stopped()) {
+        scripted_.stopActed();
         return *scripted_.stopped() != kTaken ? *scripted_.stopped() : kNotTaken;
+    }
+    if (rule != nullptr) {
+        scripted_.acted(rule);
     }
     if (rule != nullptr && (rule->send_result || !rule->answer)) {
         return rule->send_result.value_or(kNotTaken);
@@ -208,9 +219,21 @@ bool Simulator::advance() {
     return advanced;
 }
 
+void Simulator::finish() {
+    if (service_.timeline().isStepped()) {
+        service_.timeline().pass(kFinish, [] { dtv::waitUntilDelivered(kDelivery); });
+    }
+    service_.timeline().stop();
+}
+
 uint32_t Simulator::arrivals(int command_id) {
     const std::lock_guard<std::mutex> lock(service_.mutex());
     return scripted_.arrivals(command_id);
+}
+
+std::vector<ScriptRun::RuleCount> Simulator::ruleCounts() {
+    const std::lock_guard<std::mutex> lock(service_.mutex());
+    return scripted_.ruleCounts();
 }
 
 } // namespace simulator

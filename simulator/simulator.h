@@ -9,14 +9,21 @@
 #include "service/service.h"
 
 #include <atomic>
+#include <cstdint>
+#include <functional>
+#include <map>
 #include <optional>
 #include <thread>
+#include <vector>
 
 namespace simulator {
 
 struct Options : ServiceOptions {
     /// Modifies the behaviour of the service; may be empty.
     Script script;
+    /// Sees the record of each event of the service after the script's rules, in the order in which
+    /// the events are sent, and may change it. Called with the service's lock held; may be empty.
+    std::function<void(int event_id, std::vector<uint8_t>& record)> on_event;
 };
 
 /// Sessions are numbered from 1; each has a tuner of its own. A command that names a session that
@@ -39,6 +46,13 @@ public:
     std::chrono::milliseconds now() const { return service_.now(); }
     /// How often a command, synchronous or not, has come in.
     uint32_t arrivals(int command_id);
+    /// How often each rule of the script has taken effect; the stop: on how many commands.
+    std::vector<ScriptRun::RuleCount> ruleCounts();
+    /// How many events of each kind there were.
+    std::map<int, Service::EventCount> eventCounts() const { return service_.eventCounts(); }
+    /// Stops the time, so that nothing more is sent but what a command sends at once. In stepped
+    /// time what is due within a second is done first. Not from an event's callback.
+    void finish();
 
 private:
     int take(const CommandReply& row, const dtv::Command& command, const CommandRule* rule,

@@ -8,6 +8,7 @@
 #include <jni.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -30,6 +31,38 @@ constexpr std::time_t kRepeatedEvening = 1775080800;
 std::shared_ptr<simulator::Simulator>& service() {
     static auto& instance = *new std::shared_ptr<simulator::Simulator>;
     return instance;
+}
+
+/// What the program calls an event: its Java class, or its number when the bridge does not know it.
+std::string eventName(int event_id) {
+    switch (event_id) {
+#define REPLY(id, name, record, java_class)                                                        \
+    case id:                                                                                       \
+        return #java_class;
+#define EVENT(id, name, record, handler, java_class)                                               \
+    case id:                                                                                       \
+        return #java_class;
+#include "records/message_table.def"
+    default:
+        break;
+    }
+    char number[16];
+    std::snprintf(number, sizeof number, "0x%08x", static_cast<unsigned>(event_id));
+    return number;
+}
+
+/// What the program calls the message of a rule; "-" when the rule has none.
+std::string messageOf(const simulator::ScriptRun::RuleCount& rule) {
+    const bool stops = rule.place == "stop";
+    if (!stops && rule.place.rfind("commands", 0) != 0) {
+        return eventName(rule.message_id);
+    }
+    for (const catalogue::Message& command : catalogue::commands()) {
+        if (command.id == rule.message_id) {
+            return std::string(command.name);
+        }
+    }
+    return "-";
 }
 
 /// The names of the commands, in the order of their ids.
@@ -95,6 +128,29 @@ JNIEXPORT jintArray JNICALL Java_tenrik_desk_core_Simulator_arrivals(JNIEnv* env
         counts.push_back(static_cast<jint>(service()->arrivals(command.id)));
     }
     return intArray(env, counts);
+}
+
+JNIEXPORT jboolean JNICALL Java_tenrik_desk_core_Simulator_finishNative(JNIEnv*, jclass) {
+    constexpr std::chrono::seconds kLongest{30};
+    service()->finish();
+    return dtv::waitUntilDelivered(kLongest) ? JNI_TRUE : JNI_FALSE;
+}
+
+JNIEXPORT jobjectArray JNICALL Java_tenrik_desk_core_Simulator_eventLines(JNIEnv* env, jclass) {
+    std::vector<std::string> lines;
+    for (const auto& [event_id, count] : service()->eventCounts()) {
+        lines.push_back(eventName(event_id) + " " + std::to_string(count.caused) + " " +
+                        std::to_string(count.dropped) + " " + std::to_string(count.added));
+    }
+    return desk::stringArray(env, lines);
+}
+
+JNIEXPORT jobjectArray JNICALL Java_tenrik_desk_core_Simulator_ruleLines(JNIEnv* env, jclass) {
+    std::vector<std::string> lines;
+    for (const simulator::ScriptRun::RuleCount& rule : service()->ruleCounts()) {
+        lines.push_back(rule.place + " " + messageOf(rule) + " " + std::to_string(rule.acted));
+    }
+    return desk::stringArray(env, lines);
 }
 
 JNIEXPORT jlong JNICALL Java_tenrik_desk_core_Simulator_mostEventsWaiting(JNIEnv*, jclass) {

@@ -54,6 +54,7 @@ struct RecordRule {
     std::vector<Patch> patches;
     std::optional<size_t> size; ///< cut to it, or filled up with zeros
     bool drop = false;          ///< never sent
+    int copies = 0;             ///< sent as often once more
 };
 
 /// The service stops answering: with this command, or at a time.

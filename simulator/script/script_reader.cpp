@@ -17,6 +17,7 @@ using std::chrono::milliseconds;
 
 constexpr int kVersion = 1;
 constexpr int64_t kLongestDelay = 3600000; ///< milliseconds: an hour
+constexpr int64_t kMostCopies = 100;
 constexpr int64_t kLargestByte = std::numeric_limits<uint8_t>::max();
 constexpr int64_t kLowestInt = std::numeric_limits<int32_t>::min();
 constexpr int64_t kHighestInt = std::numeric_limits<int32_t>::max();
@@ -192,7 +193,7 @@ private:
 
     RecordRule recordRule(const Json::Value& value) {
         RecordRule rule;
-        if (!json_.object(value, {"event", "nth", "fields", "bytes", "size", "drop"})) {
+        if (!json_.object(value, {"event", "nth", "fields", "bytes", "size", "drop", "copies"})) {
             return rule;
         }
         const Message* event = message(value, "event", catalogue::events());
@@ -204,7 +205,11 @@ private:
         rule.which = occurrence(value);
         rule.size = patches_.size(value, "size");
         rule.drop = json_.flag(value, "drop", false);
-        if (!rule.drop && !rule.size && rule.patches.empty()) {
+        rule.copies = static_cast<int>(json_.number(value, "copies", 1, kMostCopies).value_or(0));
+        if (rule.drop && rule.copies > 0) {
+            json_.fail(value["copies"], "an event that is dropped has no copies");
+        }
+        if (!rule.drop && !rule.size && rule.patches.empty() && rule.copies == 0) {
             json_.failWhole(
                 value, "nothing is done to the record: \"fields\", \"bytes\", \"size\" or \"drop\" "
                        "is needed");

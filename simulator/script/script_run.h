@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <map>
+#include <string>
 #include <vector>
 
 namespace simulator {
@@ -27,13 +28,29 @@ public:
     /// How often a command has come in.
     uint32_t arrivals(int command_id) const;
 
-    /// Counts an event that is to be sent and modifies its record as the script says. False: it is
-    /// not sent.
-    bool modify(int event_id, std::vector<uint8_t>& record);
+    /// Counts an event that is to be sent and modifies its record as the script says. Returns how
+    /// often it is sent; 0: not at all.
+    int modify(int event_id, std::vector<uint8_t>& record);
+
+    /// A rule of this script has taken effect. Those of records are counted by modify(), which
+    /// leaves out those that change nothing.
+    void acted(const void* rule) { ++acted_[rule]; }
+
+    /// A rule, and how often it has taken effect.
+    struct RuleCount {
+        std::string place; ///< in the script, as "commands[2]"; "stop"
+        int message_id;    ///< of the command or event; 0 for a stop at a time
+        uint32_t acted;
+    };
+    /// Of all rules, in the order of the script's keys.
+    std::vector<RuleCount> ruleCounts() const;
 
 private:
     const Script script_;
-    std::map<int, uint32_t> counts_; ///< of messages, by their numbers
+    uint32_t actedOf(const void* rule) const;
+
+    std::map<int, uint32_t> counts_;        ///< of messages, by their numbers
+    std::map<const void*, uint32_t> acted_; ///< by rules of the script
 };
 
 } // namespace simulator

@@ -61,19 +61,49 @@ void Service::close(Session& session) {
 
 void Service::sendBytes(int event_id, const void* record, size_t size) {
     const auto* bytes = static_cast<const uint8_t*>(record);
+    if (!answering_) {
+        return;
+    }
     std::vector<uint8_t> copy(bytes, bytes + size);
-    if (answering_ && (!event_filter_ || event_filter_(event_id, copy))) {
-        sendUnfiltered(event_id, std::move(copy));
+    const int times = event_filter_ ? event_filter_(event_id, copy) : 1;
+    if (times == 0) {
+        count(event_id, {1, 1, 0});
+    }
+    for (int i = 0; i < times; ++i) {
+        post(event_id, copy, i == 0);
     }
 }
 
 void Service::sendUnfiltered(int event_id, std::vector<uint8_t> record) {
-    auto deliver = [event_id, record = std::move(record)] {
+    post(event_id, std::move(record), false);
+}
+
+std::map<int, Service::EventCount> Service::eventCounts() const {
+    const std::lock_guard<std::mutex> lock(counts_mutex_);
+    return counts_;
+}
+
+void Service::count(int event_id, EventCount further) {
+    const std::lock_guard<std::mutex> lock(counts_mutex_);
+    EventCount& counted = counts_[event_id];
+    counted.caused += further.caused;
+    counted.dropped += further.dropped;
+    counted.added += further.added;
+}
+
+/// Sends an event that the service caused, or that it did not.
+void Service::post(int event_id, std::vector<uint8_t> record, bool caused) {
+    auto deliver = [this, event_id, caused, record = std::move(record)] {
         // An empty record is not a null record. Without a listener the event is
         // lost.
         static constexpr uint8_t kEmpty = 0;
-        dtv::postEvent(event_id, record.empty() ? &kEmpty : record.data(),
-                       static_cast<int>(record.size()));
+        const bool posted = dtv::postEvent(event_id, record.empty() ? &kEmpty : record.data(),
+                                           static_cast<int>(record.size()));
+        if (caused) {
+            count(event_id, {1, posted ? 0U : 1U, 0});
+        } else if (posted) {
+            count(event_id, {0, 0, 1});
+        }
     };
     // In stepped time nothing is delivered before the command that is being sent has returned.
     if (timeline_.isStepped()) {

@@ -67,8 +67,9 @@ public:
     uint16_t oldestHandle() const;
     void close(Session& session);
 
-    /// Sees the record of each event before it is sent, and may change it. False: it is not sent.
-    using EventFilter = std::function<bool(int event_id, std::vector<uint8_t>& record)>;
+    /// Sees the record of each event before it is sent, and may change it. Returns how often it is
+    /// sent; 0: not at all.
+    using EventFilter = std::function<int(int event_id, std::vector<uint8_t>& record)>;
     void setEventFilter(EventFilter filter) { event_filter_ = std::move(filter); }
 
     /// No event is sent from now on, no step of a session is done and nothing follows a reply.
@@ -81,8 +82,17 @@ public:
         sendBytes(event_id, &record, sizeof record);
     }
     void sendBytes(int event_id, const void* record, size_t size);
-    /// Sends an event that the filter does not see.
+    /// Sends an event that the filter does not see, and that nothing in the service causes.
     void sendUnfiltered(int event_id, std::vector<uint8_t> record);
+
+    /// How many events of a kind there were.
+    struct EventCount {
+        uint32_t caused = 0;  ///< by the service itself, whether or not they were sent
+        uint32_t dropped = 0; ///< of those, were not sent
+        uint32_t added = 0;   ///< were sent besides: copies, and those of a script
+    };
+    /// By the numbers of the events. Needs no lock.
+    std::map<int, EventCount> eventCounts() const;
 
     /// Does `step` after `delay`, under the mutex, if the session still exists then.
     void later(const Session& session, std::chrono::milliseconds delay,
@@ -100,6 +110,8 @@ private:
         uint64_t serial;
     };
 
+    void post(int event_id, std::vector<uint8_t> record, bool caused);
+    void count(int event_id, EventCount further);
     Key keyOf(const Session& session) const;
     Session* findKey(const Key& key);
 
@@ -112,6 +124,8 @@ private:
     Nvram nvram_;
     std::mt19937 random_;
     EventFilter event_filter_;
+    mutable std::mutex counts_mutex_; ///< guards the next one
+    std::map<int, EventCount> counts_;
     bool answering_ = true;
     Timeline timeline_; ///< the last member: its steps use the others
 };

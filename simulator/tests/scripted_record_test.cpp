@@ -4,6 +4,10 @@
 #include "records/bml_records.h"
 #include "records/programme_records.h"
 #include "records/status_records.h"
+#include "script/script_text.h"
+
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -134,6 +138,68 @@ TEST_F(ScriptedRecordTest, DoesNotApplyToEventsThatTheScriptSends) {
     openSession();
     EXPECT_EQ(8U, await(event_id::kControlLNAReply).event.bytes.size());
     EXPECT_EQ((Bytes{1, 0}), reply()) << "it is the first that the service sends";
+}
+
+/// Who started the service sees what the script has left, and its change is what is sent.
+TEST_F(ScriptedRecordTest, AreSeenAndChangedAfterTheScript) {
+    simulator::Options options = SimulatorTest::options();
+    options.script = scriptOf(R"({"version": 1, "records": [
+        {"event": "ControlLNAReply", "nth": 1, "drop": true},
+        {"event": "ControlLNAReply", "nth": 2, "fields": {"result": 7}}]})");
+    std::vector<Bytes> seen;
+    options.on_event = [&seen](int event_id, Bytes& record) {
+        if (event_id == event_id::kControlLNAReply) {
+            seen.push_back(record);
+            record[5] = 1;
+        }
+    };
+    follow(std::move(options));
+    openSession();
+    EXPECT_EQ(0, send(command_id::kControlLNA, 1, 1)); // dropped
+    EXPECT_EQ((Bytes{1, 0, 0, 0, 7, 1, 0, 0}), reply());
+    EXPECT_EQ((std::vector<Bytes>{{1, 0, 0, 0, 7, 0, 0, 0}}), seen);
+}
+
+TEST_F(ScriptedRecordTest, CanBeSentMoreThanOnce) {
+    modify(R"({"event": "ControlLNAReply", "nth": 2, "copies": 2, "fields": {"result": 9}},
+            {"event": "ControlLNAReply", "nth": 3, "drop": true})");
+    openSession();
+    EXPECT_EQ((Bytes{1, 0, 0, 0, 0, 0, 0, 0}), reply());
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ((Bytes{1, 0, 0, 0, 9, 0, 0, 0}),
+                  i == 0 ? reply() : await(event_id::kControlLNAReply).event.bytes);
+    }
+    EXPECT_EQ(0, send(command_id::kControlLNA, 1, 1)); // dropped
+    EXPECT_EQ((Bytes{1, 0, 0, 0, 0, 0, 0, 0}), reply());
+    const auto count = service().eventCounts().at(event_id::kControlLNAReply);
+    EXPECT_EQ(4U, count.caused);
+    EXPECT_EQ(1U, count.dropped);
+    EXPECT_EQ(2U, count.added);
+}
+
+/// What a rule leaves as it is, it does not count.
+TEST_F(ScriptedRecordTest, CountsWhatEachRuleHasDone) {
+    follow(R"({"version": 1,
+        "commands": [{"command": "SetTunerLog", "result": 7}, {"command": "Release"}],
+        "events": [{"after": "SetTunerLog", "event": 5, "bytes": {"hex": "01"}}],
+        "records": [{"event": "ControlLNAReply", "fields": {"result": 0}},
+                    {"event": "SetTunerLogReply", "nth": 2, "fields": {"result": 8}}],
+        "stop": {"from": "PausePlay"}})");
+    openSession();
+    reply();
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(0, send(command_id::kSetTunerLog, 1, 1));
+        await(event_id::kSetTunerLogReply);
+    }
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(0, send(command_id::kPausePlay, 1));
+    }
+    std::string counts;
+    for (const ScriptRun::RuleCount& rule : service().ruleCounts()) {
+        counts += rule.place + " " + std::to_string(rule.acted) + "\n";
+    }
+    EXPECT_EQ("commands[0] 2\ncommands[1] 0\nevents[0] 2\nrecords[0] 0\nrecords[1] 1\nstop 3\n",
+              counts);
 }
 
 } // namespace

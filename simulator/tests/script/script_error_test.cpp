@@ -53,7 +53,8 @@ TEST(ScriptErrorTest, RequiresAnObjectOfKnownMembers) {
     EXPECT_EQ("3: \"drop\" is not known here; known are: at_ms, after, nth, delay_ms, event, "
               "fields, bytes, size",
               errorOfEvent(R"("at_ms": 1, "event": "CaInfoNotify", "drop": true)"));
-    EXPECT_EQ("3: \"at_ms\" is not known here; known are: event, nth, fields, bytes, size, drop",
+    EXPECT_EQ("3: \"at_ms\" is not known here; known are: event, nth, fields, bytes, size, drop, "
+              "copies",
               errorOfRecord(R"("event": "CaInfoNotify", "drop": true, "at_ms": 1)"));
     EXPECT_EQ("3: \"delay_ms\" is not known here; known are: at_ms, from, nth, send_result",
               errorOfStop(R"("from": "Create", "delay_ms": 1)"));
@@ -219,6 +220,10 @@ TEST(ScriptErrorTest, RequiresAnEffect) {
     EXPECT_EQ(nothing, errorOfRecord(R"("event": "CaInfoNotify")"));
     EXPECT_EQ(nothing, errorOfRecord(R"("event": "CaInfoNotify", "drop": false)"));
     EXPECT_EQ(nothing, errorOfRecord(R"("event": "CaInfoNotify", "fields": {})"));
+    EXPECT_EQ("3: \"copies\" has to be a whole number from 1 to 100",
+              errorOfRecord(R"("event": "CaInfoNotify", "copies": 0)"));
+    EXPECT_EQ("3: an event that is dropped has no copies",
+              errorOfRecord(R"("event": "CaInfoNotify", "drop": true, "copies": 1)"));
     EXPECT_EQ("3: \"drop\" has to be true or false",
               errorOfRecord(R"("event": "CaInfoNotify", "drop": 1)"));
 }

@@ -23,6 +23,7 @@ public final class EventQueue {
     private final Pace pace;
     private final BlockingQueue<Record> events = new LinkedBlockingQueue<>();
     private final Map<String, Integer> received = new ConcurrentHashMap<>();
+    private final Map<String, Integer> classes = new ConcurrentHashMap<>();
     private volatile Predicate<Record> filter = any -> true;
 
     /**
@@ -51,6 +52,7 @@ public final class EventQueue {
             }
             received.merge(method.getName(), 1, Integer::sum);
             Record event = (Record) arguments[0];
+            classes.merge(event.getClass().getSimpleName(), 1, Integer::sum);
             if (filter.test(event)) {
                 events.add(event);
             }
@@ -84,6 +86,15 @@ public final class EventQueue {
      */
     public Map<String, Integer> received() {
         return new TreeMap<>(received);
+    }
+
+    /**
+     * How many events of each class came, whether or not they were added.
+     *
+     * @return counts, by the simple names of the classes that came at least once
+     */
+    public Map<String, Integer> receivedClasses() {
+        return new TreeMap<>(classes);
     }
 
     /**

@@ -11,6 +11,7 @@ public final class Screen {
 
     private final PrintStream out;
     private final boolean terminal;
+    private boolean differs;
 
     /**
      * A screen.
@@ -38,6 +39,7 @@ public final class Screen {
      * @param text the name of what follows
      */
     public void title(String text) {
+        differs = false;
         out.println();
         out.println(painted("1;36", Columns.clip("== " + text, WIDTH)));
     }
@@ -48,6 +50,7 @@ public final class Screen {
      * @param text what is asked of the service
      */
     public void asked(String text) {
+        differs = false;
         out.println(painted("1", Columns.clip("> " + text, WIDTH)));
     }
 
@@ -57,7 +60,20 @@ public final class Screen {
      * @param text what the service has done
      */
     public void answered(String text) {
+        if (differs) {
+            return;
+        }
         out.println(painted("32", Columns.clip("  < " + text, WIDTH)));
+    }
+
+    /**
+     * Shows what came in the place of an answer. Until the next command no answer is shown.
+     *
+     * @param text what came
+     */
+    public void differed(String text) {
+        out.println(painted("31", Columns.clip("  ! " + text, WIDTH)));
+        differs = true;
     }
 
     /**
@@ -67,6 +83,7 @@ public final class Screen {
      * @param how the refusal
      */
     public void refused(String what, String how) {
+        differs = false;
         out.println(painted("1", Columns.clip("> " + what, WIDTH)));
         out.println(painted("33", Columns.clip("  ! refused: " + how, WIDTH)));
     }

@@ -1,7 +1,9 @@
 package tenrik.desk.core;
 
 import java.nio.file.Path;
+import java.util.ArrayList;
 import java.util.LinkedHashMap;
+import java.util.List;
 import java.util.Map;
 import java.util.concurrent.ThreadLocalRandom;
 
@@ -95,6 +97,74 @@ public final class Simulator {
     public static native long mostEventsWaiting();
 
     /**
+     * How many events of one kind there were.
+     *
+     * @param caused those that the service itself caused, whether or not they were sent
+     * @param dropped those of them that were not sent
+     * @param added those that were sent besides: copies, and those of a script
+     */
+    public record EventCount(int caused, int dropped, int added) {
+        /**
+         * Those that were sent.
+         *
+         * @return their number
+         */
+        public int sent() {
+            return caused - dropped + added;
+        }
+    }
+
+    /**
+     * What a rule of the script has done.
+     *
+     * @param rule its place in the script, as {@code commands[2]}; {@code stop}
+     * @param message the command, or the class of the event; {@code -} for a stop at a time
+     * @param acted how often it has taken effect; the stop: on how many commands
+     */
+    public record RuleCount(String rule, String message, int acted) {}
+
+    /**
+     * Stops the service's time, so that it sends nothing more, and waits until what was sent has
+     * been delivered. Where time is stepped, what is due within a second is done first. Not from a
+     * callback. Final.
+     *
+     * @return false when a callback does not return
+     */
+    public static boolean finish() {
+        return finishNative();
+    }
+
+    /**
+     * How many events of each kind there were until now.
+     *
+     * @return counts, by the simple names of the events' classes; an event that the bridge does not
+     *     know by its number, as {@code 0x12345678}
+     */
+    public static Map<String, EventCount> events() {
+        Map<String, EventCount> events = new LinkedHashMap<>();
+        for (String line : eventLines()) {
+            String[] words = line.split(" ");
+            events.put(words[0], new EventCount(Integer.parseInt(words[1]),
+                    Integer.parseInt(words[2]), Integer.parseInt(words[3])));
+        }
+        return events;
+    }
+
+    /**
+     * What the rules of the script have done until now.
+     *
+     * @return one for each rule, in the order of the script's keys; none without a script
+     */
+    public static List<RuleCount> rules() {
+        List<RuleCount> rules = new ArrayList<>();
+        for (String line : ruleLines()) {
+            String[] words = line.split(" ");
+            rules.add(new RuleCount(words[0], words[1], Integer.parseInt(words[2])));
+        }
+        return rules;
+    }
+
+    /**
      * Makes a native surface that lasts as long as the process.
      *
      * @return its address, for {@link android.view.Surface}
@@ -118,6 +188,12 @@ public final class Simulator {
     private static native int[] startNative(
             String table, String guide, String script, double speed, boolean stepped, int seed,
             boolean repeated) throws DeskException;
+
+    private static native boolean finishNative();
+
+    private static native String[] eventLines();
+
+    private static native String[] ruleLines();
 
     private static native String[] commands();
 

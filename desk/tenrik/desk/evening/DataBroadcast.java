@@ -34,22 +34,22 @@ final class DataBroadcast {
         this.answerer = new RequestAnswerer(context.service(), context.screen());
     }
 
-    void run() throws DeskException, InterruptedException {
+    /** A page with all its requests, twice. */
+    void pages() throws DeskException, InterruptedException {
         context.screen().title("Data broadcasting");
         context.commands().expectRefused("Answer a mail that was not asked for",
                 () -> context.service().DtvSvLib_BMLMailReply(context.session(), 0),
                 EveningContext.NOT_SENT);
         page();
         textInputLeftOpen();
-        links();
     }
 
     private void page() throws DeskException, InterruptedException {
         String what = "Turn the data on, and answer all requests of the page";
         control(what, BG_TE_DTVSVLIB_CONTROL_TYPE.ON);
         for (int request = 0; request < RequestAnswerer.REQUESTS; request++) {
-            answerer.answer(context.commands().await(what, Record.class,
-                    RequestAnswerer::isRequest, this::show));
+            answer(CheckedCommands.need(context.commands().await(what, Record.class,
+                    RequestAnswerer::isRequest, this::show)));
         }
         context.commands().send("Press the blue button", () ->
                 context.service().DtvSvLib_BMLKeyEventNotify(context.session(),
@@ -62,19 +62,25 @@ final class DataBroadcast {
         control("Resume it", BG_TE_DTVSVLIB_CONTROL_TYPE.RESUME);
     }
 
+    private void answer(Record request) throws DeskException, InterruptedException {
+        context.commands().step("Answer " + request.getClass().getSimpleName(),
+                () -> answerer.answer(request));
+    }
+
     /** Restarts the document, and turns it off while it waits for a text. */
     private void textInputLeftOpen() throws DeskException, InterruptedException {
         String what = "Start the browser again";
-        ask(what, () -> context.service().DtvSvLib_BMLRebootBrowserReq(context.session()),
-                BG_EV_DTVSV_BML_REBOOT_BROWSER_REPLY.class);
+        CheckedCommands.need(ask(what,
+                () -> context.service().DtvSvLib_BMLRebootBrowserReq(context.session()),
+                BG_EV_DTVSV_BML_REBOOT_BROWSER_REPLY.class));
         while (true) {
-            Record request = context.commands().await(what, Record.class,
-                    RequestAnswerer::isRequest, this::show);
+            Record request = CheckedCommands.need(context.commands().await(what, Record.class,
+                    RequestAnswerer::isRequest, this::show));
             if (request instanceof BG_EV_DTVSV_BML_START_FEP_REQ) {
                 context.screen().reported("a text is requested; it is not entered");
                 break;
             }
-            answerer.answer(request);
+            answer(request);
         }
         String off = "Turn the data off";
         control(off, BG_TE_DTVSVLIB_CONTROL_TYPE.OFF);
@@ -84,7 +90,7 @@ final class DataBroadcast {
         context.screen().answered("off, and the text input has ended");
     }
 
-    private void links() throws DeskException, InterruptedException {
+    void links() throws DeskException, InterruptedException {
         startLink();
         ask("Leave the link", () -> context.service().DtvSvLib_BMLEndTvLinkReq(context.session()),
                 BG_EV_DTVSV_BML_END_TVLINK_REPLY.class);
@@ -98,20 +104,21 @@ final class DataBroadcast {
     }
 
     private void startLink() throws DeskException, InterruptedException {
-        ask("Follow a link into the data", () -> context.service().DtvSvLib_BMLStartTvLinkReq(
+        CheckedCommands.need(ask("Follow a link into the data",
+                () -> context.service().DtvSvLib_BMLStartTvLinkReq(
                         context.session(), EnumConstants.number(BG_TE_DTVSVLIB_CONTROL_TYPE.ON),
                         new BG_TS_DTVSVLIB_BML_START_INFO(NETWORK, SERVICE,
                                 new byte[] {2, 3, 5, 7, 11, 13}, "http://example.com/receitas",
                                 context.planes().data())),
-                BG_EV_DTVSV_BML_START_TVLINK_REPLY.class);
+                BG_EV_DTVSV_BML_START_TVLINK_REPLY.class));
         context.screen().answered("shown");
     }
 
     private void control(String what, BG_TE_DTVSVLIB_CONTROL_TYPE type)
             throws DeskException, InterruptedException {
-        ask(what, () -> context.service().DtvSvLib_ControlBML(context.session(),
-                        EnumConstants.number(type), context.planes().data()),
-                BG_EV_DTVSV_CONTROL_BML_REPLY.class);
+        CheckedCommands.need(ask(what, () -> context.service().DtvSvLib_ControlBML(
+                        context.session(), EnumConstants.number(type), context.planes().data()),
+                BG_EV_DTVSV_CONTROL_BML_REPLY.class));
     }
 
     private void status(String what, int wanted) throws DeskException, InterruptedException {
@@ -119,10 +126,10 @@ final class DataBroadcast {
                 notice -> notice.change_status() == wanted, other -> {});
     }
 
-    private <T extends Record> void ask(
+    private <T extends Record> T ask(
             String what, Supplier<BG_TE_DTVSVLIB_RESULT> command, Class<T> reply)
             throws DeskException, InterruptedException {
-        context.commands().ask(what, command, reply);
+        return context.commands().ask(what, command, reply);
     }
 
     private void show(Record event) {

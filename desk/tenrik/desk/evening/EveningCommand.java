@@ -44,6 +44,10 @@ public final class EveningCommand implements Callable<Integer> {
             description = "Leaves out the commands that are sent to be refused.")
     private boolean noRefusals;
 
+    @Option(names = "--keep-going",
+            description = "Continues after a difference, and lists at the end what differed.")
+    private boolean keepGoing;
+
     /** The command before its options are read. */
     public EveningCommand() {}
 
@@ -56,11 +60,12 @@ public final class EveningCommand implements Callable<Integer> {
         Summary summary = new Summary();
         try (Desk desk = Desk.open(options, pace)) {
             showChannelTable(screen, desk.plan());
-            boolean complete = play(desk, screen, summary);
+            Differences differences = keepGoing ? new Differences() : null;
+            boolean complete = play(desk, screen, summary, differences);
             Summary.Result result = summary.result(Simulator.calls(), desk.events().received(),
                     complete, options.city(), options.seed(), Simulator.now() / 1e3,
                     Simulator.mostEventsWaiting());
-            showSummary(result);
+            showSummary(result, differences);
             return result.ok() ? ExitStatus.OK : ExitStatus.FAILED;
         } catch (DeskException failure) {
             StandardStreams.ERRORS.println("run: " + failure.getMessage());
@@ -68,11 +73,16 @@ public final class EveningCommand implements Callable<Integer> {
         }
     }
 
-    private boolean play(Desk desk, Screen screen, Summary summary) throws InterruptedException {
+    private boolean play(Desk desk, Screen screen, Summary summary, Differences differences)
+            throws InterruptedException {
         CheckedCommands commands = new CheckedCommands(desk.events(), pace, screen, summary,
-                !noRefusals);
+                !noRefusals, differences);
         try {
-            return new Evening(desk.service(), commands, screen).play();
+            boolean complete = new Evening(desk.service(), commands, screen).play();
+            if (differences != null && !differences.isEmpty()) {
+                summary.failed(DifferenceTable.failure(differences));
+            }
+            return complete;
         } catch (DeskException failure) {
             summary.failed(failure.getMessage());
             return false;
@@ -90,13 +100,19 @@ public final class EveningCommand implements Callable<Integer> {
                 + ".");
     }
 
-    private void showSummary(Summary.Result result) {
+    /** @param differences what differed; null when the evening ends with the first difference */
+    private void showSummary(Summary.Result result, Differences differences) {
+        DifferenceTable table = differences == null ? null
+                : new DifferenceTable(differences, Simulator.rules());
         if (json) {
-            StandardStreams.OUT.println(result.json());
+            StandardStreams.OUT.println(table == null ? result.json() : table.json(result));
         } else {
             Screen screen = new Screen(StandardStreams.OUT, options.terminal());
             screen.title("What the evening did");
             result.lines().forEach(screen::line);
+            if (table != null) {
+                table.lines().forEach(screen::line);
+            }
             screen.ended(result.ok(), result.ok() ? "Everything was answered as it should be."
                     : "Not everything was answered as it should be.");
         }

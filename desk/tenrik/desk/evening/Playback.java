@@ -50,16 +50,14 @@ final class Playback {
         context.commands().expectRefusedByService("Play programme " + NO_PROGRAMME,
                 () -> start(NO_PROGRAMME, BG_TE_DTVSVLIB_ONOFF.OFF),
                 BG_EV_DTVSV_START_PLAY_REPLY.class, ServiceResult.NO_SUCH_THING);
-        ask("Play programme " + program, () -> start(program, BG_TE_DTVSVLIB_ONOFF.OFF),
-                BG_EV_DTVSV_START_PLAY_REPLY.class);
+        begin("Play programme " + program, BG_TE_DTVSVLIB_ONOFF.OFF);
         playToTheEnd();
         ask("Stop playing", () -> context.service().DtvSvLib_TerminatePlay(context.session()),
                 BG_EV_DTVSV_TERMINATE_PLAY_REPLY.class);
         if (!damageSeen && context.commands().isLive()) {
             playToTheDamage();
         }
-        ask("Play it again, paused", () -> start(program, BG_TE_DTVSVLIB_ONOFF.ON),
-                BG_EV_DTVSV_START_PLAY_REPLY.class);
+        begin("Play it again, paused", BG_TE_DTVSVLIB_ONOFF.ON);
         context.askSync("Stop playing, and wait for the answer", "stopped",
                 () -> context.service().DtvSvLib_TerminatePlay_Sync(context.session())
                         .return_value());
@@ -96,14 +94,19 @@ final class Playback {
     /** A command may have moved the playback past the damaged place: plays without commands. */
     private void playToTheDamage() throws DeskException, InterruptedException {
         String what = "Play it again, to the damaged place";
-        ask(what, () -> start(program, BG_TE_DTVSVLIB_ONOFF.OFF),
-                BG_EV_DTVSV_START_PLAY_REPLY.class);
+        begin(what, BG_TE_DTVSVLIB_ONOFF.OFF);
         if (!damageSeen) {
-            show(context.commands().await(what, BG_EV_DTVSV_PLAY_ERROR_NOTIFY.class, any -> true,
-                    this::show));
+            show(CheckedCommands.need(context.commands().await(what,
+                    BG_EV_DTVSV_PLAY_ERROR_NOTIFY.class, any -> true, this::show)));
         }
         ask("Stop playing", () -> context.service().DtvSvLib_TerminatePlay(context.session()),
                 BG_EV_DTVSV_TERMINATE_PLAY_REPLY.class);
+    }
+
+    private void begin(String what, BG_TE_DTVSVLIB_ONOFF pause)
+            throws DeskException, InterruptedException {
+        CheckedCommands.need(context.commands().ask(what, () -> start(program, pause),
+                BG_EV_DTVSV_START_PLAY_REPLY.class, this::note));
     }
 
     private BG_TE_DTVSVLIB_RESULT start(int number, BG_TE_DTVSVLIB_ONOFF pause) {
@@ -121,8 +124,8 @@ final class Playback {
 
     /** Waits for the next status of the playback and shows it. */
     private void showStatus() throws DeskException, InterruptedException {
-        show(context.commands().await("Play", BG_EV_DTVSV_PLAY_STATUS_NOTIFY.class, any -> true,
-                this::show));
+        show(CheckedCommands.need(context.commands().await("Play",
+                BG_EV_DTVSV_PLAY_STATUS_NOTIFY.class, any -> true, this::show)));
     }
 
     private void show(Record event) {

@@ -49,14 +49,7 @@ final class Presentation {
         this.context = context;
     }
 
-    void run() throws DeskException, InterruptedException {
-        planes();
-        captions();
-        sound();
-        signal();
-    }
-
-    private void planes() throws DeskException, InterruptedException {
+    void planes() throws DeskException, InterruptedException {
         context.screen().title("Planes");
         Planes planes = context.planes();
         ask("Place picture, captions and data", () -> context.service().DtvSvLib_SetDisplayAll(
@@ -92,16 +85,17 @@ final class Presentation {
                 BG_EV_DTVSV_RELEASE_DISPLAY_REPLY.class, ServiceResult.NOT_NOW);
     }
 
-    private void captions() throws DeskException, InterruptedException {
+    void captions() throws DeskException, InterruptedException {
         context.screen().title("Captions");
         captions("Turn the captions on", BG_TE_DTVSVLIB_CONTROL_TYPE.ON);
         ask("Change their language",
                 () -> context.service().DtvSvLib_ChangeCapLang(context.session(), 1),
                 BG_EV_DTVSV_CHANGE_CAP_LANG_REPLY.class);
-        int language = context.commands().await("Language",
-                BG_EV_DTVSV_GET_CAPTION_DATA_NOTIFY.class, any -> true, other -> {})
-                .caption_data().cap_lang();
-        context.screen().answered("language " + (language + 1));
+        BG_EV_DTVSV_GET_CAPTION_DATA_NOTIFY language = context.commands().await("Language",
+                BG_EV_DTVSV_GET_CAPTION_DATA_NOTIFY.class, any -> true, other -> {});
+        if (language != null) {
+            context.screen().answered("language " + (language.caption_data().cap_lang() + 1));
+        }
         context.askSync("Suspend them, and wait for the answer", "suspended",
                 () -> context.service().DtvSvLib_ControlCap_Sync(context.session(),
                         EnumConstants.number(BG_TE_DTVSVLIB_CONTROL_TYPE.SUSPEND), 1,
@@ -121,12 +115,14 @@ final class Presentation {
     private void captions(String what, BG_TE_DTVSVLIB_CONTROL_TYPE type)
             throws DeskException, InterruptedException {
         ask(what, () -> control(type), BG_EV_DTVSV_CONTROL_CAP_REPLY.class);
-        int status = context.commands().await(what, BG_EV_DTVSV_CAP_STATUS_NOTIFY.class,
-                any -> true, other -> {}).change_status();
-        context.screen().answered("status " + status);
+        BG_EV_DTVSV_CAP_STATUS_NOTIFY notice = context.commands().await(what,
+                BG_EV_DTVSV_CAP_STATUS_NOTIFY.class, any -> true, other -> {});
+        if (notice != null) {
+            context.screen().answered("status " + notice.change_status());
+        }
     }
 
-    private void sound() throws DeskException, InterruptedException {
+    void sound() throws DeskException, InterruptedException {
         context.screen().title("Sound");
         String component = "Switch to the second sound";
         ask(component, () -> context.service().DtvSvLib_ChangeAudioComponent(context.session(), 1),
@@ -153,7 +149,7 @@ final class Presentation {
                         .return_value());
     }
 
-    private void signal() throws DeskException, InterruptedException {
+    void signal() throws DeskException, InterruptedException {
         context.screen().title("Signal");
         ask("Amplify the signal",
                 () -> context.service().DtvSvLib_ControlLNA(context.session(), LNA_ON),
@@ -161,10 +157,12 @@ final class Presentation {
         ask("Log the tuner",
                 () -> context.service().DtvSvLib_SetTunerLog(context.session(), LOG_ON),
                 BG_EV_DTVSV_SET_TUNER_LOG_REPLY.class);
-        int status = ask("Ask whether it is logged",
+        BG_EV_DTVSV_GET_TUNER_LOG_STATUS_REPLY log = ask("Ask whether it is logged",
                 () -> context.service().DtvSvLib_GetTunerLogStatus(context.session()),
-                BG_EV_DTVSV_GET_TUNER_LOG_STATUS_REPLY.class).log_status();
-        context.screen().answered("log status " + status);
+                BG_EV_DTVSV_GET_TUNER_LOG_STATUS_REPLY.class);
+        if (log != null) {
+            context.screen().answered("log status " + log.log_status());
+        }
         String wait = "Wait for a fade";
         context.screen().asked(wait);
         context.commands().await(wait, BG_EV_DTVSV_BAD_SENS_NOTIFY.class, any -> true, this::show);

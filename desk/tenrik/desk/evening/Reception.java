@@ -31,10 +31,10 @@ final class Reception {
         Station chosen = stations.get(stations.size() / 2);
         context.screen().title("Watching");
         String select = "Select " + chosen.label();
-        BG_EV_DTVSV_SELECT_CHANNEL_REPLY selected = context.commands().ask(select,
-                () -> context.service().DtvSvLib_SelectChannel(
+        BG_EV_DTVSV_SELECT_CHANNEL_REPLY selected = CheckedCommands.need(context.commands().ask(
+                select, () -> context.service().DtvSvLib_SelectChannel(
                         context.session(), Station.firstServiceOf(chosen.channel())),
-                BG_EV_DTVSV_SELECT_CHANNEL_REPLY.class);
+                BG_EV_DTVSV_SELECT_CHANNEL_REPLY.class));
         context.screen().answered("receiving channel " + selected.physical_channel() + ", service "
                 + selected.service_no());
         showBroadcast(select);
@@ -69,9 +69,7 @@ final class Reception {
                                 "looking at channel " + notice.physical_channel());
                     }
                 });
-        if (end.result() != 0) {
-            throw new DeskException(what + ": it ended with result " + end.result() + ".");
-        }
+        context.commands().checkEnd(what, CheckedCommands.need(end), end.result());
         int next = end.broadcast_info().physical_channel();
         context.screen().answered("receiving " + stations.stream()
                 .filter(station -> station.channel() == next).map(Station::label)
@@ -82,32 +80,36 @@ final class Reception {
     /** Nothing is received after a search that was cancelled in time. */
     private void cancelSearch(Station from) throws DeskException, InterruptedException {
         search("Search down from channel " + from.channel(), from, SEARCH_DOWN);
-        int found = context.commands().ask("Cancel the search",
+        int found = CheckedCommands.need(context.commands().ask("Cancel the search",
                 () -> context.service().DtvSvLib_CancelSearchChannel(context.session()),
-                BG_EV_DTVSV_TERMINATE_SEARCH_CHANNEL_NOTIFY.class)
+                BG_EV_DTVSV_TERMINATE_SEARCH_CHANNEL_NOTIFY.class))
                 .broadcast_info().physical_channel();
         if (found == 0) {
             context.screen().answered("cancelled");
         } else {
             context.screen().answered("too late, channel " + found + " is received");
+            context.commands().noteTooLate("Cancel the search",
+                    BG_EV_DTVSV_TERMINATE_SEARCH_CHANNEL_NOTIFY.class);
             stopReceiving();
         }
     }
 
     private void search(String what, Station from, int operation) throws DeskException,
             InterruptedException {
-        context.commands().ask(what, () -> context.service().DtvSvLib_StartSearchChannel(
+        CheckedCommands.need(context.commands().ask(what,
+                () -> context.service().DtvSvLib_StartSearchChannel(
                         context.session(), Station.firstServiceOf(from.channel()), operation),
-                BG_EV_DTVSV_START_SEARCH_CHANNEL_REPLY.class);
+                BG_EV_DTVSV_START_SEARCH_CHANNEL_REPLY.class));
         context.screen().answered("searching");
     }
 
     /** Receives a station while nothing is received. */
     private void receive(Station station) throws DeskException, InterruptedException {
         String what = "Receive " + station.label();
-        context.commands().ask(what, () -> context.service().DtvSvLib_StartBroadcastReceiving(
+        CheckedCommands.need(context.commands().ask(what,
+                () -> context.service().DtvSvLib_StartBroadcastReceiving(
                         context.session(), Station.firstServiceOf(station.channel())),
-                BG_EV_DTVSV_START_BROADCAST_REPLY.class);
+                BG_EV_DTVSV_START_BROADCAST_REPLY.class));
         context.screen().answered("receiving");
         showBroadcast(what);
     }
@@ -117,6 +119,8 @@ final class Reception {
         BG_EV_DTVSV_RECEIVE_EPG_INFO_NOTIFY guide = context.commands().await(what,
                 BG_EV_DTVSV_RECEIVE_EPG_INFO_NOTIFY.class, any -> true,
                 event -> NotificationText.of(event).ifPresent(context.screen()::reported));
-        NotificationText.of(guide).ifPresent(context.screen()::reported);
+        if (guide != null) {
+            NotificationText.of(guide).ifPresent(context.screen()::reported);
+        }
     }
 }

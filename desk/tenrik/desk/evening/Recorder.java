@@ -24,37 +24,50 @@ final class Recorder {
     private final EveningContext context;
     private boolean fadeSeen;
     private boolean complete;
+    private int program;
 
     Recorder(EveningContext context) {
         this.context = context;
     }
 
-    /** Makes two recordings. Returns the number of the one that is kept. */
-    int record() throws DeskException, InterruptedException {
+    /** The number of the recording that is kept; 0 when there is none. */
+    int program() {
+        return program;
+    }
+
+    /** Makes a recording that is kept. */
+    void keep() throws DeskException, InterruptedException {
         context.screen().title("Recording");
         String what = "Record for " + RECORDED_SECONDS + " seconds";
-        ask(what, () -> context.service().DtvSvLib_StartRec(context.session(), INTERNAL),
-                BG_EV_DTVSV_START_REC_REPLY.class);
+        CheckedCommands.need(ask(what,
+                () -> context.service().DtvSvLib_StartRec(context.session(), INTERNAL),
+                BG_EV_DTVSV_START_REC_REPLY.class));
         context.commands().expectRefusedByService("Select another channel meanwhile",
                 () -> context.service().DtvSvLib_SelectChannel(context.session(),
                         Station.firstServiceOf(13)),
                 BG_EV_DTVSV_SELECT_CHANNEL_REPLY.class, ServiceResult.NOT_NOW);
         context.commands().await(what, BG_EV_DTVSV_REC_INFO_NOTIFY.class, this::isEnough,
                 event -> fadeSeen |= event instanceof BG_EV_DTVSV_BAD_SENS_NOTIFY);
-        int program = ask("Keep it as \"Programa gravado 録画\"",
+        BG_EV_DTVSV_TERMINATE_REC_REPLY kept = ask("Keep it as \"Programa gravado 録画\"",
                 () -> context.service().DtvSvLib_TerminateRec(context.session(),
                         new BG_TS_DTVSVLIB_TERMINATE_REC_REQ(BG_TE_DTVSVLIB_ONOFF.ON, 0,
                                 "Programa gravado 録画")),
-                BG_EV_DTVSV_TERMINATE_REC_REPLY.class).terminate_rec().program_no();
-        context.screen().answered("programme " + program);
-        ask("Record on the card",
+                BG_EV_DTVSV_TERMINATE_REC_REPLY.class);
+        if (kept != null) {
+            program = kept.terminate_rec().program_no();
+            context.screen().answered("programme " + program);
+        }
+    }
+
+    /** Makes one that is not kept. */
+    void discard() throws DeskException, InterruptedException {
+        CheckedCommands.need(ask("Record on the card",
                 () -> context.service().DtvSvLib_StartRec(context.session(), CARD),
-                BG_EV_DTVSV_START_REC_REPLY.class);
+                BG_EV_DTVSV_START_REC_REPLY.class));
         context.askSync("Discard it, and wait for the answer", "discarded",
                 () -> context.service().DtvSvLib_TerminateRec_Sync(context.session(),
                         new BG_TS_DTVSVLIB_TERMINATE_REC_REQ(BG_TE_DTVSVLIB_ONOFF.OFF, 0, ""))
                         .result());
-        return program;
     }
 
     /**

@@ -8,6 +8,7 @@ import java.util.List;
 import java.util.Map;
 import java.util.Set;
 
+import com.google.gson.Gson;
 import com.google.gson.GsonBuilder;
 import com.google.gson.annotations.SerializedName;
 
@@ -130,8 +131,13 @@ final class Summary {
 
         /** The figures as a JSON object. */
         String json() {
+            return writer().toJson(this);
+        }
+
+        /** What writes them, and figures beside them. */
+        static Gson writer() {
             return new GsonBuilder().setPrettyPrinting().serializeNulls().disableHtmlEscaping()
-                    .create().toJson(this);
+                    .create();
         }
     }
 }

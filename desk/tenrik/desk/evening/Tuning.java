@@ -62,8 +62,9 @@ final class Tuning {
     }
 
     private void start(String what) throws DeskException, InterruptedException {
-        context.commands().ask(what, () -> context.service().DtvSvLib_StartScan(context.session()),
-                BG_EV_DTVSV_START_SCAN_REPLY.class);
+        CheckedCommands.need(context.commands().ask(what,
+                () -> context.service().DtvSvLib_StartScan(context.session()),
+                BG_EV_DTVSV_START_SCAN_REPLY.class));
     }
 
     private void cancelScans() throws DeskException, InterruptedException {
@@ -75,6 +76,10 @@ final class Tuning {
                 BG_EV_DTVSV_TERMINATE_SCAN_NOTIFY.class,
                 event -> complete[0] |= isLastChannel(event));
         showCancelled(!complete[0]);
+        if (complete[0]) {
+            context.commands().noteTooLate(
+                    "Cancel the scan", BG_EV_DTVSV_TERMINATE_SCAN_NOTIFY.class);
+        }
         start("Scan");
         showCancelled(context.commands().askSyncInTime("Cancel the scan, and wait for the answer",
                 () -> context.service().DtvSvLib_CancelScan_Sync(context.session()).return_value(),
@@ -90,7 +95,8 @@ final class Tuning {
         context.screen().answered(inTime ? "cancelled" : "too late, all channels were scanned");
     }
 
-    private List<Station> scan() throws DeskException, InterruptedException {
+    /** Scans to the end. Returns the stations found. */
+    List<Station> scan() throws DeskException, InterruptedException {
         String what = "Scan to the end";
         start(what);
         List<Station> found = new ArrayList<>();
@@ -100,8 +106,8 @@ final class Tuning {
                         addChannel(notice, found);
                     }
                 });
-        if (end.result() != 0) {
-            throw new DeskException(what + ": it ended with result " + end.result() + ".");
+        if (end != null) {
+            context.commands().checkEnd(what, end, end.result());
         }
         context.screen().answered(found.size() + " stations found");
         return found;
