@@ -76,8 +76,11 @@ Edges::Edges(const std::string& library) {
 }
 
 void Edges::addTo(uint8_t* seen) const {
-    for (size_t i = 0; i < count_; ++i) {
-        seen[i] |= counters_[i];
+    const uint8_t* __restrict counters = counters_;
+    uint8_t* __restrict to = seen;
+    const size_t count = count_;
+    for (size_t i = 0; i < count; ++i) {
+        to[i] |= counters[i];
     }
 }
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <fstream>
 
 namespace hostile {
 namespace {
@@ -48,13 +49,13 @@ Input readInput(const uint8_t* data, size_t size) {
 }
 
 std::vector<uint8_t> written(const Input& input) {
-    std::vector<uint8_t> data(kHead);
+    std::vector<uint8_t> data(kHead + input.bytes.size());
     putLittleEndian(data.data(), input.id);
     data[4] =
         static_cast<uint8_t>((input.traced ? kTraced : 0) |
                              (input.begins_at_page ? kBeginsAtPage : 0) | (input.null ? kNull : 0));
     putLittleEndian(data.data() + 5, input.size);
-    data.insert(data.end(), input.bytes.begin(), input.bytes.end());
+    std::copy(input.bytes.begin(), input.bytes.end(), data.begin() + kHead);
     return data;
 }
 
@@ -97,6 +98,16 @@ bool fromHex(const std::string& text, std::vector<uint8_t>& bytes) {
         bytes.push_back(static_cast<uint8_t>(std::stoi(text.substr(at, 2), nullptr, 16)));
     }
     return true;
+}
+
+bool readCorpus(const std::string& file, std::vector<std::vector<uint8_t>>& inputs) {
+    std::ifstream stream(file);
+    for (std::string line; std::getline(stream, line);) {
+        if (!fromHex(line, inputs.emplace_back())) {
+            return false;
+        }
+    }
+    return !inputs.empty();
 }
 
 } // namespace hostile

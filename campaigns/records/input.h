@@ -41,4 +41,8 @@ std::string asHex(const uint8_t* data, size_t size);
 /// False when the text is none.
 bool fromHex(const std::string& text, std::vector<uint8_t>& bytes);
 
+/// The inputs of a file that has one a line, in hexadecimal. False when it cannot be read, or is
+/// empty or other than that.
+bool readCorpus(const std::string& file, std::vector<std::vector<uint8_t>>& inputs);
+
 } // namespace hostile

@@ -32,6 +32,17 @@ constexpr size_t kLongestName = 200;
 const fs::path kSources = DTV_SOURCES;
 const fs::path kWork = DTV_RECORDS_WORK;
 
+void writeFile(const fs::path& file, const std::vector<uint8_t>& data) {
+    std::ofstream stream(file, std::ios::binary);
+    stream.write(reinterpret_cast<const char*>(data.data()),
+                 static_cast<std::streamsize>(data.size()));
+    stream.close();
+    if (!stream) {
+        std::fprintf(stderr, "records: %s: it cannot be written\n", file.c_str());
+        std::exit(2);
+    }
+}
+
 /// The name of a round, under which --repeat finds it. The input is kept in a file as well.
 std::string keepInput(const std::vector<uint8_t>& data) {
     uint64_t hash = 0xcbf29ce484222325;
@@ -42,9 +53,7 @@ std::string keepInput(const std::vector<uint8_t>& data) {
     std::snprintf(name, sizeof name, "%016llx", static_cast<unsigned long long>(hash));
     const fs::path file = kWork / "findings" / name;
     fs::create_directories(file.parent_path());
-    std::ofstream(file, std::ios::binary)
-        .write(reinterpret_cast<const char*>(data.data()),
-               static_cast<std::streamsize>(data.size()));
+    writeFile(file, data);
     const std::string hex = asHex(data.data(), data.size());
     return hex.size() <= kLongestName ? hex : fs::relative(file, kSources).string();
 }
@@ -77,6 +86,25 @@ void repeat(campaigns::Run& run) {
         usleep(10'000);
     }
     run.played(run.repeated(), job.wrong());
+}
+
+fs::path corpusFolder() {
+    return kWork / "corpus";
+}
+
+/// Lays the inputs of the corpus into a folder of files, as libFuzzer takes them.
+void layCorpus() {
+    fs::remove_all(corpusFolder());
+    fs::create_directories(corpusFolder());
+    std::vector<std::vector<uint8_t>> inputs;
+    if (!readCorpus(DTV_RECORDS_CORPUS, inputs)) {
+        std::fprintf(stderr, "records: %s: it cannot be read\n", DTV_RECORDS_CORPUS);
+        std::exit(2);
+    }
+    int number = 0;
+    for (const std::vector<uint8_t>& input : inputs) {
+        writeFile(corpusFolder() / std::to_string(++number), input);
+    }
 }
 
 /// A process that plays, and the one that takes its place when it has found something.
@@ -128,7 +156,7 @@ private:
         arguments.push_back("-seed=" + std::to_string(seed % 0xffffffff + 1));
         arguments.push_back("-artifact_prefix=" + found_.string() + "-");
         arguments.push_back(found_.string());
-        arguments.push_back(DTV_RECORDS_CORPUS);
+        arguments.push_back(corpusFolder().string());
         const uint64_t most = most_ - std::min(most_, totals_.records);
         Progress* const progress = progress_;
         job_ = std::make_unique<Job>(
@@ -155,12 +183,12 @@ size_t merge(const char* program, const std::vector<std::unique_ptr<Place>>& pla
     const fs::path merged = kWork / "merged";
     fs::remove_all(merged);
     fs::create_directories(merged);
-    std::vector<std::string> arguments = {program, "-merge=1"};
+    std::vector<std::string> arguments = {program, "-set_cover_merge=1"};
     for (std::string& option : fuzzerOptions()) {
         arguments.push_back(std::move(option));
     }
     arguments.push_back(merged.string());
-    arguments.push_back(DTV_RECORDS_CORPUS);
+    arguments.push_back(corpusFolder().string());
     for (const auto& place : places) {
         arguments.push_back(place->found().string());
     }
@@ -214,12 +242,12 @@ void play(campaigns::Run& run, const char* program) {
     run.note("delivered to Java", static_cast<double>(totals.delivered));
     run.note("refused, as they are to be", static_cast<double>(totals.records - totals.delivered));
     run.note("with the trace on", static_cast<double>(totals.traced));
-    run.note("records a second, each process",
+    run.note("records a second of processor time",
              totals.seconds > 0 ? static_cast<double>(totals.records) / totals.seconds : 0);
     run.note("processes", static_cast<double>(jobs));
     run.note("edges of src/ taken", static_cast<double>(totals.edgesTaken()));
     run.note("edges of src/, those of commands too", static_cast<double>(totals.edge_count));
-    run.note("inputs of the corpus", static_cast<double>(filesIn(DTV_RECORDS_CORPUS)));
+    run.note("inputs of the corpus", static_cast<double>(filesIn(corpusFolder())));
     run.note("inputs that cover the same as all that were played",
              static_cast<double>(merge(program, places)));
 }
@@ -233,6 +261,7 @@ int main(int argc, char** argv) {
     campaigns::Run run(argc, argv);
     fs::create_directories(kWork);
     if (run.repeated().empty()) {
+        layCorpus();
         play(run, argv[0]);
     } else {
         repeat(run);

@@ -22,7 +22,8 @@ constexpr int kFound = 77;
 
 /// libFuzzer as its own command line has it, for those who keep the corpus:
 ///
-///     campaign_records -merge=1 campaigns/records/corpus build/fuzz/campaigns/records/found-0
+///     campaign_records -merge=1 build/fuzz/campaigns/records/merged
+///     build/fuzz/campaigns/records/found-0
 int runFuzzer(Progress& progress, int argc, char** argv);
 
 /// libFuzzer's options for a process that holds a Java VM.

@@ -19,8 +19,8 @@ struct Progress {
     std::atomic<uint64_t> delivered; ///< to Java
     std::atomic<uint64_t> traced;
     std::atomic<bool> stop;      ///< the player is to end
-    std::atomic<int64_t> began;  ///< nanoseconds of the steady clock: the first record; 0: not yet
-    std::atomic<int64_t> played; ///< nanoseconds from the first record to the last
+    std::atomic<int64_t> began;  ///< nanoseconds of the process's processor time: the first record
+    std::atomic<int64_t> played; ///< nanoseconds of it from the first record to the last
 
     /// The input that is played.
     std::atomic<size_t> input_size;

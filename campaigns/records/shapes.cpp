@@ -199,7 +199,7 @@ void change(Random& random, Input& input) {
         break;
     case 3:
         // Traced records take several times as long.
-        input.traced = !input.traced && random.oneIn(8);
+        input.traced = !input.traced && random.oneIn(32);
         break;
     case 4:
         input.null = !input.null && random.oneIn(4);

@@ -45,7 +45,7 @@ struct Totals {
     uint64_t records = 0;
     uint64_t delivered = 0;
     uint64_t traced = 0;
-    double seconds = 0; ///< of each process, added up
+    double seconds = 0; ///< of processor time
     size_t edge_count = 0;
     std::vector<uint8_t> edges;
 
