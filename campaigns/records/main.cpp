@@ -107,6 +107,17 @@ void layCorpus() {
     }
 }
 
+/// So that a process that takes the place of one does not end at the same input.
+void dropFromCorpus(const std::vector<uint8_t>& input) {
+    for (const fs::directory_entry& entry : fs::directory_iterator(corpusFolder())) {
+        std::ifstream file(entry.path(), std::ios::binary);
+        if (std::vector<uint8_t>(std::istreambuf_iterator<char>(file), {}) == input) {
+            fs::remove(entry.path());
+            return;
+        }
+    }
+}
+
 /// A process that plays, and the one that takes its place when it has found something.
 class Place {
 public:
@@ -130,6 +141,7 @@ public:
         }
         const uint8_t* const input = progress_->input;
         const std::vector<uint8_t> data(input, input + progress_->input_size);
+        dropFromCorpus(data);
         run.played(keepInput(data), described(readInput(data.data(), data.size())) + ": " + wrong);
         ++findings_;
         if (findings_ == kMostFindingsOfJob || !run.hasTime() || totals_.records >= most_) {

@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace hostile {
 namespace {
@@ -96,6 +97,13 @@ std::string nameOf(int place) {
                                                                : "another callback";
 }
 
+/// Frames that the bridge has pushed and not popped, since the process began.
+int openFrames() {
+    static const std::string pushed = "PushLocalFrame";
+    static const std::string popped = "PopLocalFrame";
+    return StrictJni::calls(pushed) - StrictJni::calls(popped);
+}
+
 } // namespace
 
 Target::Target(OnFault report) : env_(harness::env()) {
@@ -119,6 +127,7 @@ Target::Target(OnFault report) : env_(harness::env()) {
     watchPages(place_, report);
     // The first event of a thread takes its place in the bridge's table: not part of any record.
     dtv::deliverEvent(0x10000041, nullptr, 0);
+    open_frames_before_ = openFrames();
     live_before_ = StrictJni::liveLocals();
     unreleased_before_ = StrictJni::unreleased();
 }
@@ -138,38 +147,43 @@ std::string Target::play(const Input& input) {
     const int result = dtv::deliverEvent(input.id, record, input.size);
     delivered_ = outcome.callback != nullptr;
 
-    std::string wrong;
+    std::vector<std::string> wrong = leftBehind();
     if (result != outcome.result) {
-        wrong = "it answered " + std::to_string(result) + " instead of " +
-                std::to_string(outcome.result);
-    }
-    const std::string left = leftBehind();
-    if (wrong.empty()) {
-        wrong = left;
+        wrong.push_back("it answered " + std::to_string(result) + " instead of " +
+                        std::to_string(outcome.result));
     }
     const std::string called = wrongCallback(outcome);
-    return wrong.empty() ? called : wrong;
+    if (!called.empty()) {
+        wrong.push_back(called);
+    }
+    std::string text;
+    for (const std::string& one : wrong) {
+        text += (text.empty() ? "" : "; ") + one;
+    }
+    return text;
 }
 
 /// What should not be there after an event. It is cleared away, so that the next event does not
 /// show it as well.
-std::string Target::leftBehind() {
-    std::string wrong;
+std::vector<std::string> Target::leftBehind() {
+    std::vector<std::string> wrong;
     if (!broken_rule->empty()) {
-        wrong.swap(*broken_rule);
+        wrong.push_back(std::exchange(*broken_rule, ""));
+    }
+    if (const int open = openFrames(); open != open_frames_before_) {
+        wrong.push_back("a frame of references is left open");
+        open_frames_before_ = open;
     }
     if (env_->ExceptionCheck()) {
-        wrong += (wrong.empty() ? "" : "; ") + ("left pending: " + harness::takeException());
+        wrong.push_back("left pending: " + harness::takeException());
     }
-    if (StrictJni::liveLocals() != live_before_) {
-        wrong += (wrong.empty() ? "" : "; ") + std::string("local references are left: ") +
-                 std::to_string(StrictJni::liveLocals() - live_before_);
-        live_before_ = StrictJni::liveLocals();
+    if (const int live = StrictJni::liveLocals(); live != live_before_) {
+        wrong.push_back(std::to_string(live - live_before_) + " local references are left");
+        live_before_ = live;
     }
-    if (StrictJni::unreleased() != unreleased_before_) {
-        wrong +=
-            (wrong.empty() ? "" : "; ") + std::string("characters or elements are not released");
-        unreleased_before_ = StrictJni::unreleased();
+    if (const int unreleased = StrictJni::unreleased(); unreleased != unreleased_before_) {
+        wrong.push_back("characters or elements are not released");
+        unreleased_before_ = unreleased;
     }
     return wrong;
 }
@@ -183,8 +197,8 @@ std::string Target::wrongCallback(const Outcome& outcome) {
     const std::string called =
         calls > 0 ? nameOf(env_->GetStaticIntField(counter_, callback_field_)) : "";
     if (calls != wanted) {
-        return std::to_string(calls) + " callbacks instead of " + std::to_string(wanted) + " " +
-               called;
+        return std::to_string(calls) + " callbacks instead of " + std::to_string(wanted) +
+               (called.empty() ? "" : ": " + called);
     }
     if (calls == 0) {
         return "";

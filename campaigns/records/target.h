@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace hostile {
 
@@ -34,7 +35,7 @@ public:
 
 private:
     std::string wrongCallback(const Outcome& outcome);
-    std::string leftBehind();
+    std::vector<std::string> leftBehind();
 
     PlacedRecord place_;
     JNIEnv* env_;
@@ -42,6 +43,7 @@ private:
     jfieldID count_field_ = nullptr;
     jfieldID callback_field_ = nullptr;
     jfieldID handle_field_ = nullptr;
+    int open_frames_before_ = 0;
     int live_before_ = 0;
     int unreleased_before_ = 0;
     int count_before_ = 0; ///< of callbacks
