@@ -2,8 +2,9 @@
 #include "records/input.h"
 #include "records/player.h"
 #include "records/progress.h"
-#include "records/watch.h"
+#include "records/totals.h"
 
+#include "rounds/job.h"
 #include "rounds/run.h"
 
 #include <sys/wait.h>
@@ -21,6 +22,7 @@
 namespace {
 
 using namespace hostile;
+using campaigns::Job;
 namespace fs = std::filesystem;
 
 /// Records of a run that has no time limit.

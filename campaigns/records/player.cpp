@@ -6,7 +6,6 @@
 
 #include "harness/harness.h"
 
-#include <sys/mman.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -40,14 +39,10 @@ int64_t processorTime() {
     return time.tv_sec * 1'000'000'000LL + time.tv_nsec;
 }
 
-void keepWrong(Progress& progress, const char* text) {
-    std::strncpy(progress.wrong, text, sizeof progress.wrong - 1);
-}
-
 void endByFault(const char* text) {
-    keepWrong(*progress_of_fault, text);
+    progress_of_fault->keepWrong(text);
     std::fprintf(stderr, "%s\n", text);
-    _exit(kFound);
+    _exit(campaigns::kFound);
 }
 
 void preparePlayer(Progress& progress, bool is_alone) {
@@ -80,7 +75,7 @@ std::string playData(const uint8_t* data, size_t size) {
     player->edges.addTo(progress.edges);
     progress.delivered.fetch_add(player->target.delivered() ? 1 : 0, std::memory_order_relaxed);
     progress.traced.fetch_add(input.traced ? 1 : 0, std::memory_order_relaxed);
-    const uint64_t records = progress.records.fetch_add(1, std::memory_order_relaxed) + 1;
+    const uint64_t records = progress.rounds.fetch_add(1, std::memory_order_relaxed) + 1;
     if (records % 256 == 1) {
         const int64_t time = processorTime();
         if (progress.began == 0) {
@@ -95,15 +90,15 @@ int playFromFuzzer(const uint8_t* data, size_t size) {
     const std::string wrong = playData(data, size);
     Progress& progress = player->progress;
     if (!wrong.empty()) {
-        keepWrong(progress, wrong.c_str());
+        progress.keepWrong(wrong.c_str());
         if (player->is_alone) {
             std::fprintf(stderr, "%s: %s\n", described(readInput(data, size)).c_str(),
                          wrong.c_str());
             std::abort();
         }
-        _exit(kFound);
+        _exit(campaigns::kFound);
     }
-    if (progress.stop.load(std::memory_order_relaxed) || progress.records >= player->most) {
+    if (progress.stop.load(std::memory_order_relaxed) || progress.rounds >= player->most) {
         progress.played = processorTime() - progress.began;
         _exit(0);
     }
@@ -111,16 +106,6 @@ int playFromFuzzer(const uint8_t* data, size_t size) {
 }
 
 } // namespace
-
-Progress* sharedProgress() {
-    void* const memory =
-        mmap(nullptr, sizeof(Progress), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED) {
-        std::perror("shared memory");
-        std::exit(71);
-    }
-    return static_cast<Progress*>(memory);
-}
 
 std::vector<std::string> fuzzerOptions() {
     // The VM has handlers of its own for signals; who waits for this process watches its time.
@@ -160,8 +145,8 @@ void playFuzzed(Progress& progress, uint64_t most, std::vector<std::string> argu
 void playOne(Progress& progress, const std::vector<uint8_t>& data) {
     preparePlayer(progress, false);
     const std::string wrong = playData(data.data(), data.size());
-    keepWrong(progress, wrong.c_str());
-    _exit(wrong.empty() ? 0 : kFound);
+    progress.keepWrong(wrong.c_str());
+    _exit(wrong.empty() ? 0 : campaigns::kFound);
 }
 
 int runFuzzer(Progress& progress, int argc, char** argv) {

@@ -9,9 +9,6 @@
 
 namespace hostile {
 
-/// The status of a process that found something and said it in Progress::wrong.
-constexpr int kFound = 77;
-
 /// Makes the VM, loads the bridge, and plays what libFuzzer makes until `most` records are played
 /// or the progress says to stop. `arguments` are libFuzzer's, its folders included. Ends the
 /// process.

@@ -1,8 +1,7 @@
-#include "records/watch.h"
-
-#include "records/player.h"
+#include "rounds/job.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -13,10 +12,10 @@
 #include <cstring>
 #include <fstream>
 
-namespace hostile {
+namespace campaigns {
 namespace {
 
-/// A record takes microseconds, the start of a VM a second.
+/// A round takes microseconds, the start of a VM a second.
 constexpr std::chrono::seconds kLongestSilence{60};
 
 bool saysWhy(const std::string& line) {
@@ -30,6 +29,20 @@ bool saysWhy(const std::string& line) {
 }
 
 } // namespace
+
+void Progress::keepWrong(const char* text) {
+    std::strncpy(wrong, text, sizeof wrong - 1);
+}
+
+void* sharedMemory(size_t size) {
+    void* const memory =
+        mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    if (memory == MAP_FAILED) {
+        std::perror("shared memory");
+        std::exit(71);
+    }
+    return memory;
+}
 
 Job::Job(Progress& progress, std::filesystem::path log, const std::function<void()>& work)
     : progress_(progress), log_(std::move(log)) {
@@ -45,7 +58,7 @@ Job::Job(Progress& progress, std::filesystem::path log, const std::function<void
         _exit(72);
     }
     if (process_ < 0) {
-        std::perror("a process for records");
+        std::perror("a process for rounds");
         std::exit(2);
     }
 }
@@ -66,8 +79,8 @@ bool Job::runs() {
         return false;
     }
     const auto now = std::chrono::steady_clock::now();
-    if (progress_.records != records_) {
-        records_ = progress_.records;
+    if (progress_.rounds != rounds_) {
+        rounds_ = progress_.rounds;
         seen_ = now;
     } else if (now - seen_ > kLongestSilence) {
         hung_ = true;
@@ -109,33 +122,4 @@ std::string Job::lastLines() const {
     return said;
 }
 
-void Totals::add(const Progress& progress) {
-    records += progress.records;
-    delivered += progress.delivered;
-    traced += progress.traced;
-    seconds += static_cast<double>(progress.played) / 1e9;
-    addEdges(progress.edges, progress.edge_count);
-}
-
-void Totals::add(const Totals& others) {
-    records += others.records;
-    delivered += others.delivered;
-    traced += others.traced;
-    seconds += others.seconds;
-    addEdges(others.edges.data(), others.edges.size());
-}
-
-void Totals::addEdges(const uint8_t* taken, size_t count) {
-    edges.resize(std::max(edges.size(), count));
-    edge_count = edges.size();
-    for (size_t i = 0; i < count; ++i) {
-        edges[i] |= taken[i];
-    }
-}
-
-size_t Totals::edgesTaken() const {
-    return static_cast<size_t>(
-        std::count_if(edges.begin(), edges.end(), [](uint8_t taken) { return taken != 0; }));
-}
-
-} // namespace hostile
+} // namespace campaigns

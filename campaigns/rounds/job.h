@@ -1,17 +1,36 @@
-// A process that plays records, watched by the one that started it.
+// A process that plays rounds, watched by the one that started it: a round that ends the process is
+// a finding, and so is one that does not end.
 #pragma once
-
-#include "records/progress.h"
 
 #include <sys/types.h>
 
+#include <atomic>
 #include <chrono>
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <string>
-#include <vector>
 
-namespace hostile {
+namespace campaigns {
+
+/// What a process that plays shares with the one that watches it. In memory that both have; zero at
+/// first.
+struct Progress {
+    std::atomic<uint64_t> rounds;
+    std::atomic<bool> stop; ///< the player is to end
+    /// What is wrong with the round that is played, ended by a zero byte.
+    char wrong[1000];
+
+    void keepWrong(const char* text);
+};
+
+/// Memory that the processes share which are started from now on. Never freed. Ends the process
+/// when there is none.
+void* sharedMemory(size_t size);
+
+/// The status of a process that said in Progress::wrong what it has found.
+constexpr int kFound = 77;
 
 class Job {
 public:
@@ -36,25 +55,8 @@ private:
     int status_ = 0;
     bool ended_ = false;
     bool hung_ = false;
-    uint64_t records_ = 0; ///< when it was seen to play last
+    uint64_t rounds_ = 0; ///< when it was seen to play last
     std::chrono::steady_clock::time_point seen_ = std::chrono::steady_clock::now();
 };
 
-/// What processes have played together.
-struct Totals {
-    uint64_t records = 0;
-    uint64_t delivered = 0;
-    uint64_t traced = 0;
-    double seconds = 0; ///< of processor time
-    size_t edge_count = 0;
-    std::vector<uint8_t> edges;
-
-    void add(const Progress& progress);
-    void add(const Totals& others);
-    size_t edgesTaken() const;
-
-private:
-    void addEdges(const uint8_t* taken, size_t count);
-};
-
-} // namespace hostile
+} // namespace campaigns
