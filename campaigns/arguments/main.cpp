@@ -38,8 +38,8 @@ struct Progress : campaigns::Progress {
 }
 
 /// The Java VM and the bridge of this process.
-std::unique_ptr<Caller> prepare(const char* vm_options) {
-    setenv("DTV_TEST_VM_OPTIONS", vm_options, 0);
+std::unique_ptr<Caller> prepare() {
+    setenv("DTV_TEST_VM_OPTIONS", "-XX:+ErrorFileToStderr", 0);
     // The lines of errors go to standard output.
     if (std::freopen("/dev/null", "w", stdout) == nullptr) {
         giveUp("/dev/null");
@@ -51,7 +51,7 @@ std::unique_ptr<Caller> prepare(const char* vm_options) {
 /// Plays every `step`th round from the next one on. Does not return.
 void playRounds(const campaigns::Run& run, const Plan& plan, Progress& progress, uint64_t step,
                 uint64_t end) {
-    const std::unique_ptr<Caller> caller = prepare("-XX:+SuppressFatalErrorMessage");
+    const std::unique_ptr<Caller> caller = prepare();
     while (!progress.stop && progress.next < end) {
         const std::string name = plan.name(progress.next);
         std::snprintf(progress.name, sizeof progress.name, "%s", name.c_str());
@@ -182,7 +182,7 @@ void repeat(campaigns::Run& run, const Plan& plan) {
     std::printf("%s\n", described(round).c_str());
     Progress* const progress = newProgress();
     campaigns::Job job(*progress, logFile("repeat"), [&] {
-        const std::unique_ptr<Caller> caller = prepare("");
+        const std::unique_ptr<Caller> caller = prepare();
         const std::string wrong = caller->play(round);
         progress->keepWrong(wrong.c_str());
         _exit(wrong.empty() ? 0 : campaigns::kFound);

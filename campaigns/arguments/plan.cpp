@@ -1,11 +1,30 @@
 #include "arguments/plan.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <map>
-#include <random>
 
 namespace hostile {
 namespace {
+
+/// Random numbers of one round. They begin at once, as a round takes microseconds.
+class Random {
+public:
+    Random(uint64_t seed, const std::string& name) : state_(seed * 0x9e3779b97f4a7c15) {
+        for (const char letter : name) {
+            state_ = (state_ ^ static_cast<unsigned char>(letter)) * 0x100000001b3;
+        }
+    }
+    uint64_t operator()() {
+        state_ += 0x9e3779b97f4a7c15;
+        uint64_t mixed = (state_ ^ state_ >> 30) * 0xbf58476d1ce4e5b9;
+        mixed = (mixed ^ mixed >> 27) * 0x94d049bb133111eb;
+        return mixed ^ mixed >> 31;
+    }
+
+private:
+    uint64_t state_;
+};
 
 /// Notes how many choices each part has, and accepts all.
 class Counting : public Chooser {
@@ -22,7 +41,7 @@ public:
 /// The choices that a name says.
 class Named : public Chooser {
 public:
-    Named(std::map<size_t, size_t> choices, std::mt19937_64 random)
+    Named(std::map<size_t, size_t> choices, Random random)
         : choices_(std::move(choices)), random_(random) {}
     size_t choose(size_t count, size_t) override {
         const auto found = choices_.find(part_++);
@@ -39,21 +58,22 @@ public:
 
 private:
     const std::map<size_t, size_t> choices_;
-    std::mt19937_64 random_;
+    Random random_;
     size_t part_ = 0;
 };
 
-/// Few parts, or half of them, are not the accepted ones.
+/// A few parts, or all of them, are not the accepted ones.
 class AtRandom : public Chooser {
 public:
-    explicit AtRandom(std::mt19937_64 random) : random_(random), one_in_(2 + random_() % 24) {}
+    AtRandom(Random random, size_t parts)
+        : random_(random), one_in_(std::max<uint64_t>(1, parts / (1 + random_() % 6))) {}
     size_t choose(size_t count, size_t) override {
         return random_() % one_in_ == 0 ? random_() % count : 0;
     }
     uint64_t any() override { return random_(); }
 
 private:
-    std::mt19937_64 random_;
+    Random random_;
     const uint64_t one_in_;
 };
 
@@ -98,6 +118,7 @@ Plan::Plan() {
         }
         single_count_ += native.singles;
         pair_count_ += native.pairs;
+        by_parts_.insert(by_parts_.end(), native.parts.size(), natives_.size());
         natives_.push_back(std::move(native));
     }
 }
@@ -146,8 +167,8 @@ std::string Plan::nameOfPair(uint64_t number) const {
 }
 
 std::string Plan::nameOfRandom(uint64_t number) const {
-    return std::string(natives_[number % natives_.size()].spec->name) + "/r" +
-           std::to_string(number / natives_.size());
+    const Native& native = natives_[by_parts_[number % by_parts_.size()]];
+    return std::string(native.spec->name) + "/r" + std::to_string(number);
 }
 
 std::string Plan::name(uint64_t number) const {
@@ -174,7 +195,7 @@ bool Plan::make(const campaigns::Run& run, const std::string& name, Round& round
         }
         const std::string what = name.substr(slash + 1);
         if (what.size() > 1 && what[0] == 'r') {
-            AtRandom chooser(run.random(name));
+            AtRandom chooser(Random(run.seed(), name), native.parts.size());
             round = makeRound(*native.spec, chooser);
             return what.find_first_not_of("0123456789", 1) == std::string::npos;
         }
@@ -182,7 +203,7 @@ bool Plan::make(const campaigns::Run& run, const std::string& name, Round& round
         if (what != "-" && !readChoices(what, choices)) {
             return false;
         }
-        Named chooser(choices, run.random(name));
+        Named chooser(choices, Random(run.seed(), name));
         round = makeRound(*native.spec, chooser);
         return chooser.fits && (choices.empty() || choices.rbegin()->first < chooser.parts());
     }

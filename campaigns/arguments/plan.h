@@ -47,6 +47,7 @@ private:
     std::string nameOfRandom(uint64_t number) const;
 
     std::vector<Native> natives_;
+    std::vector<size_t> by_parts_; ///< the place of each native, as often as it has parts
     uint64_t single_count_ = 0;
     uint64_t pair_count_ = 0;
 };

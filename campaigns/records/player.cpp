@@ -52,6 +52,7 @@ void preparePlayer(Progress& progress, bool is_alone) {
         std::perror("/dev/null");
         std::_Exit(71);
     }
+    setenv("DTV_TEST_VM_OPTIONS", "-XX:+ErrorFileToStderr", 0);
     harness::VirtualMachine::instance();
     player = new Player{progress, UINT64_MAX, Target(&endByFault), Edges(harness::Product::file()),
                         is_alone};

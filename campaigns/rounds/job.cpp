@@ -19,8 +19,10 @@ namespace {
 constexpr std::chrono::seconds kLongestSilence{60};
 
 bool saysWhy(const std::string& line) {
-    for (const char* const part :
-         {"ERROR: ", "runtime error:", "SUMMARY: ", "    #", "error", "Cannot"}) {
+    // The sanitizers' words, and those of the VM's report.
+    static const char* const words[] = {"ERROR: ", "runtime error:", "SUMMARY: ", "    #",
+                                        "#  SIG",  "# C  [",         "# V  [",    "cannot"};
+    for (const char* const part : words) {
         if (line.find(part) != std::string::npos) {
             return true;
         }
