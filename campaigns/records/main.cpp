@@ -94,6 +94,20 @@ fs::path corpusFolder() {
     return kWork / "corpus";
 }
 
+/// The files of the corpus in one order: a folder has them in any. Every process begins with them.
+void listCorpus() {
+    std::vector<std::string> files;
+    for (const fs::directory_entry& entry : fs::directory_iterator(corpusFolder())) {
+        files.push_back(entry.path().string());
+    }
+    std::sort(files.begin(), files.end());
+    std::string list;
+    for (const std::string& file : files) {
+        list += (list.empty() ? "" : ",") + file;
+    }
+    writeFile(kWork / "corpus.list", {list.begin(), list.end()});
+}
+
 /// Lays the inputs of the corpus into a folder of files, as libFuzzer takes them.
 void layCorpus() {
     fs::remove_all(corpusFolder());
@@ -107,6 +121,7 @@ void layCorpus() {
     for (const std::vector<uint8_t>& input : inputs) {
         writeFile(corpusFolder() / std::to_string(++number), input);
     }
+    listCorpus();
 }
 
 /// So that a process that takes the place of one does not end at the same input.
@@ -115,6 +130,7 @@ void dropFromCorpus(const std::vector<uint8_t>& input) {
         std::ifstream file(entry.path(), std::ios::binary);
         if (std::vector<uint8_t>(std::istreambuf_iterator<char>(file), {}) == input) {
             fs::remove(entry.path());
+            listCorpus();
             return;
         }
     }
@@ -169,8 +185,8 @@ private:
                               static_cast<uint64_t>(findings_) + 1;
         arguments.push_back("-seed=" + std::to_string(seed % 0xffffffff + 1));
         arguments.push_back("-artifact_prefix=" + found_.string() + "-");
+        arguments.push_back("-seed_inputs=@" + (kWork / "corpus.list").string());
         arguments.push_back(found_.string());
-        arguments.push_back(corpusFolder().string());
         const uint64_t most = most_ - std::min(most_, totals_.records);
         Progress* const progress = progress_;
         job_ = std::make_unique<Job>(
