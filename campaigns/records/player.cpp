@@ -110,16 +110,13 @@ int playFromFuzzer(const uint8_t* data, size_t size) {
 
 std::vector<std::string> fuzzerOptions() {
     // The VM has handlers of its own for signals; who waits for this process watches its time.
-    return {"-entropic=0",     "-reduce_inputs=0",
-            "-shuffle=0",      "-handle_abrt=0",
-            "-handle_bus=0",   "-handle_fpe=0",
-            "-handle_ill=0",   "-handle_int=0",
-            "-handle_segv=0",  "-handle_term=0",
-            "-handle_xfsz=0",  "-handle_usr1=0",
-            "-handle_usr2=0",  "-detect_leaks=0",
-            "-rss_limit_mb=0", "-timeout=0",
-            "-reload=0",       "-print_funcs=0",
-            "-len_control=0",  "-max_len=" + std::to_string(kLongestInput)};
+    return {"-use_cmp=0",      "-entropic=0",    "-reduce_inputs=0",
+            "-shuffle=0",      "-handle_abrt=0", "-handle_bus=0",
+            "-handle_fpe=0",   "-handle_ill=0",  "-handle_int=0",
+            "-handle_segv=0",  "-handle_term=0", "-handle_xfsz=0",
+            "-handle_usr1=0",  "-handle_usr2=0", "-detect_leaks=0",
+            "-rss_limit_mb=0", "-timeout=0",     "-reload=0",
+            "-print_funcs=0",  "-len_control=0", "-max_len=" + std::to_string(kLongestInput)};
 }
 
 void playFuzzed(Progress& progress, uint64_t most, std::vector<std::string> arguments) {
