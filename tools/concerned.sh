@@ -9,7 +9,7 @@ labels_of() {
     src/commands/*) echo "commands|trace" ;;
     tests/commands/*) echo commands ;;
     src/events/*) echo "events|trace" ;;
-    tests/events/*) echo events ;;
+    tests/events/* | tests/hostile/* | campaigns/records/*) echo events ;;
     src/binding/*) echo "binding|entry|commands|events" ;;
     tests/binding/*) echo binding ;;
     src/entry/*) echo "entry|binding" ;;

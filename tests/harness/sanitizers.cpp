@@ -6,11 +6,17 @@
 #define HARNESS_CLANG_SANITIZER 0
 #endif
 #if defined(__SANITIZE_ADDRESS__) || HARNESS_CLANG_SANITIZER
+#ifdef HARNESS_SANITIZED_AT_SPEED
+#define HARNESS_ALLOCATIONS ":malloc_context_size=0:quarantine_size_mb=16"
+#else
+#define HARNESS_ALLOCATIONS ""
+#endif
 // The VM handles SIGSEGV itself (it reads null on purpose), and the memory that it never frees is
 // no leak of the bridge.
 extern "C" const char* __asan_default_options();
 extern "C" __attribute__((visibility("default"))) const char* __asan_default_options() {
-    return "handle_segv=0:allow_user_segv_handler=1:detect_leaks=0:detect_stack_use_after_return=0";
+    return "handle_segv=0:allow_user_segv_handler=1:detect_leaks=0:"
+           "detect_stack_use_after_return=0" HARNESS_ALLOCATIONS;
 }
 #endif
 #if defined(__SANITIZE_THREAD__)
