@@ -61,9 +61,10 @@ Run::Run(int argc, char** argv) : part_(partOf(argv[0])) {
                 return std::strtod(text, end);
             });
         } else if (option == "--jobs") {
-            jobs_ = std::max(1, numberOf<int>(part_, option, value, [](const char* text, char** end) {
-                                 return std::strtol(text, end, 10);
-                             }));
+            jobs_ =
+                std::max(1, numberOf<int>(part_, option, value, [](const char* text, char** end) {
+                             return std::strtol(text, end, 10);
+                         }));
         } else if (option == "--repeat") {
             repeated_ = value;
         } else if (option == "--report") {
@@ -75,7 +76,8 @@ Run::Run(int argc, char** argv) : part_(partOf(argv[0])) {
 }
 
 std::mt19937_64 Run::random(const std::string& name) const {
-    std::vector<uint32_t> words = {static_cast<uint32_t>(seed_), static_cast<uint32_t>(seed_ >> 32)};
+    std::vector<uint32_t> words = {static_cast<uint32_t>(seed_),
+                                   static_cast<uint32_t>(seed_ >> 32)};
     for (char letter : name) {
         words.push_back(static_cast<unsigned char>(letter));
     }
@@ -122,7 +124,7 @@ void Run::note(const std::string& name, double value) {
     // A number of things has no fraction.
     const auto whole = static_cast<Json::Int64>(value);
     keep(name, static_cast<double>(whole) == value ? asJson(Json::Value(whole))
-                                                    : asJson(Json::Value(value)));
+                                                   : asJson(Json::Value(value)));
 }
 
 void Run::note(const std::string& name, const std::string& text) {

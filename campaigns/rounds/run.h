@@ -1,5 +1,5 @@
-// One run of a part of a campaign: what it was asked to do, what it counted, what it found. Every part
-// takes the same options and leaves the same report, whatever it tests.
+// One run of a part of a campaign: what it was asked to do, what it counted, what it found. Every
+// part takes the same options and leaves the same report, whatever it tests.
 //
 //     int main(int argc, char** argv) {
 //         campaigns::Run run(argc, argv);

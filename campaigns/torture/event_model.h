@@ -7,8 +7,8 @@ namespace torture {
 
 class EventModel : public Model {
 public:
-    /// `call_level` is the level of "CallMethod NG": D or R. With `converted` texts are no UTF-8, and
-    /// take memory of the bridge's own.
+    /// `call_level` is the level of "CallMethod NG": D or R. With `converted` texts are no UTF-8,
+    /// and take memory of the bridge's own.
     EventModel(const Plan& plan, const Outcome& baseline, std::string handler, char call_level,
                bool converted);
 

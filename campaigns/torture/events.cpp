@@ -99,35 +99,86 @@ std::vector<EventKind> requests() {
     return {
         {"bml_permission_req", 0x10000042, 12, 'R', twoObjects},
         {"bml_auth_req", 0x10000043, 8, 'D', object},
-        {"bml_write_nvram_req", 0x10000044, 116, 'R',
+        {"bml_write_nvram_req",
+         0x10000044,
+         116,
+         'R',
          [](EventModel& model) {
              model.text();
              model.bytes();
              twoObjects(model);
          },
-         nullptr, {}, true},
+         nullptr,
+         {},
+         true},
         {"bml_read_nvram_req", 0x10000045, 8, 'R', twoObjects},
         {"bml_start_fep_req", 0x10000046, 1940, 'R', texts({no_text}), nullptr, {}, true},
-        {"bml_mail_req", 0x10000047, 2530, 'R', texts({no_text, no_text, no_text}), nullptr, {}, true},
-        {"bml_phonebook_req", 0x10000048, 1310, 'D',
+        {"bml_mail_req",
+         0x10000047,
+         2530,
+         'R',
+         texts({no_text, no_text, no_text}),
+         nullptr,
+         {},
+         true},
+        {"bml_phonebook_req",
+         0x10000048,
+         1310,
+         'D',
          texts({"D name is NULL", "D name_kana is NULL", "D phone_number is NULL",
                 "D mail_address is NULL"}),
-         nullptr, {}, true},
-        {"bml_call_req", 0x10000049, 102, 'D', texts({"D  phone_number is NULL"}), nullptr, {}, true},
-        {"bml_schedule_req", 0x1000004a, 1490, 'R',
+         nullptr,
+         {},
+         true},
+        {"bml_call_req",
+         0x10000049,
+         102,
+         'D',
+         texts({"D  phone_number is NULL"}),
+         nullptr,
+         {},
+         true},
+        {"bml_schedule_req",
+         0x1000004a,
+         1490,
+         'R',
          [](EventModel& model) {
              model.text();
              model.text();
              model.construct();
              twoObjects(model);
          },
-         nullptr, {}, true},
-        {"bml_browser_req", 0x1000004b, 2056, 'D',
-         texts({"D return_uri is NULL", "D combrowser_uri is NULL"}), nullptr, {}, true},
-        {"bml_save_picture_req", 0x1000004c, 1580, 'D',
-         texts({"D src_resource is NULL", "D filename is NULL"}), nullptr, {}, true},
-        {"bml_start_tvlink_req", 0x1000004d, 2056, 'R', texts({no_text, no_text}), nullptr, {}, true},
-        {"bml_enrol_tvlink_req", 0x1000004e, 960, 'D',
+         nullptr,
+         {},
+         true},
+        {"bml_browser_req",
+         0x1000004b,
+         2056,
+         'D',
+         texts({"D return_uri is NULL", "D combrowser_uri is NULL"}),
+         nullptr,
+         {},
+         true},
+        {"bml_save_picture_req",
+         0x1000004c,
+         1580,
+         'D',
+         texts({"D src_resource is NULL", "D filename is NULL"}),
+         nullptr,
+         {},
+         true},
+        {"bml_start_tvlink_req",
+         0x1000004d,
+         2056,
+         'R',
+         texts({no_text, no_text}),
+         nullptr,
+         {},
+         true},
+        {"bml_enrol_tvlink_req",
+         0x1000004e,
+         960,
+         'D',
          [](EventModel& model) {
              model.text("D title is NULL");
              model.text("D uri is NULL");
@@ -136,16 +187,30 @@ std::vector<EventKind> requests() {
              model.construct();
              twoObjects(model);
          },
-         nullptr, {}, true},
+         nullptr,
+         {},
+         true},
     };
 }
 
 std::vector<EventKind> programmes() {
     return {
-        {"network_info_notify", 0x10000090, 124, 'D', [](EventModel& model) { network(model, 2); },
-         nullptr, {{8 + 98, 7}}, true},
-        {"scan_notify", 0x1000007f, 132, 'D', [](EventModel& model) { network(model, 3); }, nullptr,
-         {{12 + 98, 8}}, true},
+        {"network_info_notify",
+         0x10000090,
+         124,
+         'D',
+         [](EventModel& model) { network(model, 2); },
+         nullptr,
+         {{8 + 98, 7}},
+         true},
+        {"scan_notify",
+         0x1000007f,
+         132,
+         'D',
+         [](EventModel& model) { network(model, 3); },
+         nullptr,
+         {{12 + 98, 8}},
+         true},
         {"service_info_notify", 0x10000091, 436, 'D', services(8), services(0), {{16, 8}}, true},
         // Its texts are UTF-16: none takes memory of the bridge's.
         {"receive_epg_info_notify", 0x10000093, 6380, 'D', guide(8), guide(0), {{1288, 8}}},
@@ -218,7 +283,8 @@ class DeliveredEvent : public Operation {
 public:
     /// `fill` is what all bytes of the record are but its counts.
     DeliveredEvent(const EventKind& kind, const char* shape, int fill, bool attached)
-        : kind_(kind), shape_(shape), attached_(attached), converted_(fill == 0xC1 && kind.has_texts),
+        : kind_(kind), shape_(shape), attached_(attached),
+          converted_(fill == 0xC1 && kind.has_texts),
           steps_(fill == 0 && kind.empty ? kind.empty : kind.full),
           record_(kind.size, static_cast<uint8_t>(fill)) {
         for (const EventKind::Count& count : kind.counts) {
@@ -247,8 +313,8 @@ public:
             }
         };
         {
-            FailNth fail(plan.calls, plan.calls_on ? FailNth::Span::fromThereOn
-                                                   : FailNth::Span::once);
+            FailNth fail(plan.calls,
+                         plan.calls_on ? FailNth::Span::fromThereOn : FailNth::Span::once);
             Memory::begin(plan.allocation, plan.allocations_on);
             Witness::instance().begin();
             attached_ ? attachedThread().run(work) : work();
@@ -297,7 +363,8 @@ std::vector<std::unique_ptr<Operation>> eventOperations() {
             for (const EventKind& kind : kinds) {
                 all.push_back(std::make_unique<DeliveredEvent>(kind, "", 'A', attached));
                 if (kind.has_texts || !kind.counts.empty()) {
-                    all.push_back(std::make_unique<DeliveredEvent>(kind, ":no-utf8", 0xC1, attached));
+                    all.push_back(
+                        std::make_unique<DeliveredEvent>(kind, ":no-utf8", 0xC1, attached));
                     all.push_back(std::make_unique<DeliveredEvent>(kind, ":empty", 0, attached));
                 }
             }

@@ -61,14 +61,15 @@ extern "C" __attribute__((visibility("default"), noinline)) void* malloc(size_t 
 extern "C" __attribute__((visibility("default"), noinline)) void free(void* memory) {
     release(memory, __builtin_return_address(0));
 }
-__attribute__((visibility("default"), noinline)) void* operator new(size_t size,
-                                                                    const std::nothrow_t&) noexcept {
+__attribute__((visibility("default"), noinline)) void*
+operator new(size_t size, const std::nothrow_t&) noexcept {
     return allocate(size, __builtin_return_address(0));
 }
 __attribute__((visibility("default"), noinline)) void operator delete(void* memory) noexcept {
     release(memory, __builtin_return_address(0));
 }
-__attribute__((visibility("default"), noinline)) void operator delete(void* memory, size_t) noexcept {
+__attribute__((visibility("default"), noinline)) void operator delete(void* memory,
+                                                                      size_t) noexcept {
     release(memory, __builtin_return_address(0));
 }
 

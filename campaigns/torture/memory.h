@@ -1,5 +1,5 @@
-// The memory that the bridge asks for: the program's own malloc, free and operator new take the place
-// of the C and C++ libraries'. Calls from other code than the bridge's are passed on.
+// The memory that the bridge asks for: the program's own malloc, free and operator new take the
+// place of the C and C++ libraries'. Calls from other code than the bridge's are passed on.
 #pragma once
 
 namespace torture {

@@ -7,7 +7,8 @@ namespace torture {
 Model::Fate Model::call(const char* function, const char* text) {
     const int number = number_++;
     ++base_;
-    out_.calls.push_back({std::string(function) + (text != nullptr ? std::string(" ") + text : ""), 0});
+    out_.calls.push_back(
+        {std::string(function) + (text != nullptr ? std::string(" ") + text : ""), 0});
     const FailNth::Call* failure = nullptr;
     for (const FailNth::Call& each : plan_.calls) {
         if (each.number == number ||
@@ -95,9 +96,9 @@ std::string compared(const char* what, const std::vector<std::string>& seen,
         ++same;
     }
     const auto rest = [same](const std::vector<std::string>& of) {
-        return std::vector<std::string>(of.begin() + static_cast<std::ptrdiff_t>(same),
-                                        of.begin() + static_cast<std::ptrdiff_t>(
-                                                         std::min(of.size(), same + 8)));
+        return std::vector<std::string>(
+            of.begin() + static_cast<std::ptrdiff_t>(same),
+            of.begin() + static_cast<std::ptrdiff_t>(std::min(of.size(), same + 8)));
     };
     return std::string(what) + " from " + std::to_string(same) + " on:" + list(rest(seen)) +
            "\n expected:" + list(rest(expected)) + "\n";

@@ -252,8 +252,8 @@ void NativeModel::capPlane(const char* no_class) {
     constexpr const char* routine = "setCapDrawingInfo";
     bool done = routineClass(routine, "caption drawing_info_clazz class is NULL, ret = 1") &&
                 routineEnum(routine, "screen_rotate", "getScreenRotateValue") &&
-                routineInt(routine, "surface_width", 5) && routineInt(routine, "surface_height", 5) &&
-                routineInt(routine, "cap_info", 5);
+                routineInt(routine, "surface_width", 5) &&
+                routineInt(routine, "surface_height", 5) && routineInt(routine, "cap_info", 5);
     if (done && call("GetObjectField") != Fate::made) {
         done = routineFails(routine, "cap_info display_info_obj object is NULL, ret = 5");
     }
@@ -322,13 +322,12 @@ void NativeModel::surface(const char* no_class) {
         return;
     }
     constexpr const char* routine = "setSurface";
-    const bool done =
-        (lookUp("GetFieldID", "mSurface") ||
-         routineFails(routine, "mSurface fid Surface fieldID is NULL, ret = 1")) &&
-        (lookUp("GetFieldID", "surface_handle") ||
-         routineFails(routine, "surface_handle fid is NULL, ret = 1")) &&
-        (call("GetObjectField") == Fate::made ||
-         routineFails(routine, "surface_object is NULL, ret = 1"));
+    const bool done = (lookUp("GetFieldID", "mSurface") ||
+                       routineFails(routine, "mSurface fid Surface fieldID is NULL, ret = 1")) &&
+                      (lookUp("GetFieldID", "surface_handle") ||
+                       routineFails(routine, "surface_handle fid is NULL, ret = 1")) &&
+                      (call("GetObjectField") == Fate::made ||
+                       routineFails(routine, "surface_object is NULL, ret = 1"));
     if (!done) {
         refuseWithoutLine();
     }
@@ -373,14 +372,16 @@ bool NativeModel::construct(int row, int class_id) {
 /// An answer that is made of a result code.
 std::string NativeModel::withoutReply(int code) {
     line("N S makeComReplyObjSync|");
-    line(number("N S makeComReplyObjSync|make param NG message_id = 0x%x", static_cast<int>(sync_->id)));
+    line(number("N S makeComReplyObjSync|make param NG message_id = 0x%x",
+                static_cast<int>(sync_->id)));
     std::string nested;
     if (sync_->endsRecording()) {
         if (!construct(208, 126)) {
             if (pending()) {
                 return out_of_memory;
             }
-            line("N E makeComReplyObjSync|makeComReplyObjSync terminate rec CallMethod NG, ret_call = 1");
+            line("N E makeComReplyObjSync|makeComReplyObjSync terminate rec CallMethod NG, "
+                 "ret_call = 1");
             return "null";
         }
         nested = ", BG_TS_DTVSVLIB_TERMINATE_REC_REPLY(0, 0)";

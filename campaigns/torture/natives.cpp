@@ -120,16 +120,17 @@ public:
     Outcome run(const Plan& plan) override {
         LocalFrame frame;
         Service& service = Service::instance();
-        service.begin(plan.send_result,
-                      plan.reply ? *plan.reply : sync_ != nullptr ? usualReply(*sync_) : Reply{});
+        service.begin(plan.send_result, plan.reply         ? *plan.reply
+                                        : sync_ != nullptr ? usualReply(*sync_)
+                                                           : Reply{});
         dtv::setServiceEndpoint(
             plan.no_service ? nullptr
                             : std::shared_ptr<dtv::ServiceEndpoint>(&service, [](void*) {}));
         Outcome outcome;
         jobject answer = nullptr;
         {
-            FailNth fail(plan.calls, plan.calls_on ? FailNth::Span::fromThereOn
-                                                   : FailNth::Span::once);
+            FailNth fail(plan.calls,
+                         plan.calls_on ? FailNth::Span::fromThereOn : FailNth::Span::once);
             Memory::begin(plan.allocation, plan.allocations_on);
             Witness::instance().begin();
             answer = callNative("DtvSvLib_" + native_, arguments_);
@@ -167,14 +168,16 @@ class Natives {
 public:
     Natives() : surfaces(std::make_shared<Surfaces>()) {}
 
-    void add(const std::string& native, std::vector<Value> arguments, NativeSteps steps = [](NativeModel&) {},
-             const std::string& shape = "") {
+    void add(
+        const std::string& native, std::vector<Value> arguments,
+        NativeSteps steps = [](NativeModel&) {}, const std::string& shape = "") {
         all.push_back(std::make_unique<Native>(native, std::move(arguments), std::move(steps),
                                                surfaces, shape));
     }
     /// Arguments that are refused for a value.
     void addRefused(const std::string& native, std::vector<Value> arguments, const char* why) {
-        add(native, std::move(arguments), [why](NativeModel& model) { model.refuseValue(why); },
+        add(
+            native, std::move(arguments), [why](NativeModel& model) { model.refuseValue(why); },
             ":refused");
     }
 
@@ -189,19 +192,32 @@ void addScalars(Natives& natives) {
     natives.add("SetTunerLog", {3, 2});
     natives.add("ControlLNA", {3, 17});
     for (const char* name :
-         {"Release", "StartScan", "CancelScan", "TerminateBroadcastReceiving", "CancelSearchChannel",
-          "BMLEndTvLinkReq", "BMLRebootBrowserReq", "PausePlay", "ReStartPlay", "TerminatePlay",
-          "GetTunerLogStatus", "Release_Sync", "CancelScan_Sync", "TerminateBroadcastReceiving_Sync",
-          "BMLEndTvLink_Sync", "TerminatePlay_Sync"}) {
+         {"Release", "StartScan", "CancelScan", "TerminateBroadcastReceiving",
+          "CancelSearchChannel", "BMLEndTvLinkReq", "BMLRebootBrowserReq", "PausePlay",
+          "ReStartPlay", "TerminatePlay", "GetTunerLogStatus", "Release_Sync", "CancelScan_Sync",
+          "TerminateBroadcastReceiving_Sync", "BMLEndTvLink_Sync", "TerminatePlay_Sync"}) {
         natives.add(name, {3});
     }
-    for (const char* name :
-         {"ReleaseDisplay", "ControlScreenDisplay", "ControlDecodeScreen", "ChangeAudioComponent",
-          "ChangeSoundDualMono", "ControlDecodeAudio", "ChangeCapLang", "BMLWriteNvramReply",
-          "BMLMailReply", "BMLPhonebookReply", "BMLCallReply", "BMLScheduleReply",
-          "BMLBrowserReply", "BMLStartTvlinkReply", "BMLEnrolTvlinkReply", "StartRec",
-          "FrameSlidePlay", "MovePausePosition", "ControlDecodeScreen_Sync",
-          "ControlDecodeAudio_Sync"}) {
+    for (const char* name : {"ReleaseDisplay",
+                             "ControlScreenDisplay",
+                             "ControlDecodeScreen",
+                             "ChangeAudioComponent",
+                             "ChangeSoundDualMono",
+                             "ControlDecodeAudio",
+                             "ChangeCapLang",
+                             "BMLWriteNvramReply",
+                             "BMLMailReply",
+                             "BMLPhonebookReply",
+                             "BMLCallReply",
+                             "BMLScheduleReply",
+                             "BMLBrowserReply",
+                             "BMLStartTvlinkReply",
+                             "BMLEnrolTvlinkReply",
+                             "StartRec",
+                             "FrameSlidePlay",
+                             "MovePausePosition",
+                             "ControlDecodeScreen_Sync",
+                             "ControlDecodeAudio_Sync"}) {
         natives.add(name, {3, 1});
     }
     natives.addRefused("Create", {5, 0}, "start_type is too large : 5, ret = 5");
@@ -334,12 +350,13 @@ void addPlayback(Natives& natives) {
     };
     natives.add("ChangePlaySpeed",
                 {3, newObject("BG_TS_DTVSVLIB_SPECIAL_PLAY", {forward, 65520, 546})}, speed);
-    natives.add("ChangePlaySpeed", {3, newObject("BG_TS_DTVSVLIB_SPECIAL_PLAY", {forward, 3, 1})},
-                [speed](NativeModel& model) {
-                    speed(model);
-                    model.refuseValue("PlaySpeed Err, ans = 3, numerator = 3, denominator = 1");
-                },
-                ":refused");
+    natives.add(
+        "ChangePlaySpeed", {3, newObject("BG_TS_DTVSVLIB_SPECIAL_PLAY", {forward, 3, 1})},
+        [speed](NativeModel& model) {
+            speed(model);
+            model.refuseValue("PlaySpeed Err, ans = 3, numerator = 3, denominator = 1");
+        },
+        ":refused");
     natives.add("SkipPlay", {3, newObject("BG_TS_DTVSVLIB_SKIP_PLAY", {forward, -15})},
                 [](NativeModel& model) {
                     model.objectClass("skip_play class is NULL, ret = 5");
@@ -369,16 +386,17 @@ void addBrowser(Natives& natives) {
                 });
     const std::string pass(260, 'p');
     const std::string user(132, 'u');
-    natives.add("BMLAuthReply",
-                {3, newObject("BG_TS_DTVSVLIB_AUTH_REPLY", "(ILjava/lang/String;Ljava/lang/String;I)V",
-                              {1, pass.c_str(), user.c_str(), -7})},
-                [](NativeModel& model) {
-                    model.objectClass("auth_reply class is NULL, ret = 5");
-                    model.text("pass", "pass fieldID is NULL, ret = 5", "pass is NULL, ret = 5");
-                    model.text("user", "user fieldID is NULL, ret = 5", "user is NULL, ret = 5");
-                    model.intField("task_id");
-                    model.enumField("select_type", "getAuthSelectTypeValue");
-                });
+    natives.add(
+        "BMLAuthReply",
+        {3, newObject("BG_TS_DTVSVLIB_AUTH_REPLY", "(ILjava/lang/String;Ljava/lang/String;I)V",
+                      {1, pass.c_str(), user.c_str(), -7})},
+        [](NativeModel& model) {
+            model.objectClass("auth_reply class is NULL, ret = 5");
+            model.text("pass", "pass fieldID is NULL, ret = 5", "pass is NULL, ret = 5");
+            model.text("user", "user fieldID is NULL, ret = 5", "user is NULL, ret = 5");
+            model.intField("task_id");
+            model.enumField("select_type", "getAuthSelectTypeValue");
+        });
     const std::string ts_name(44, 'n');
     std::vector<int> block;
     for (int i = 0; i < 64; ++i) {
@@ -408,16 +426,16 @@ void addBrowser(Natives& natives) {
                                               "end_type = 132");
                 });
     const std::string filename(779, 'f');
-    natives.add("BMLSavePictureReply",
-                {3, newObject("BG_TS_DTVSVLIB_SAVE_PICTURE_REPLY", {on, medium, on, filename.c_str()})},
-                [](NativeModel& model) {
-                    model.objectClass("picture_info class is NULL, ret = 5");
-                    model.enumField("save_flag", "getOnOffValue");
-                    model.enumField("medium", "getMediumValue");
-                    model.enumField("change_filename", "getOnOffValue");
-                    model.text("filename", "filename_fid is NULL, ret = 5",
-                               "filename is NULL, ret = 5");
-                });
+    natives.add(
+        "BMLSavePictureReply",
+        {3, newObject("BG_TS_DTVSVLIB_SAVE_PICTURE_REPLY", {on, medium, on, filename.c_str()})},
+        [](NativeModel& model) {
+            model.objectClass("picture_info class is NULL, ret = 5");
+            model.enumField("save_flag", "getOnOffValue");
+            model.enumField("medium", "getMediumValue");
+            model.enumField("change_filename", "getOnOffValue");
+            model.text("filename", "filename_fid is NULL, ret = 5", "filename is NULL, ret = 5");
+        });
 }
 
 } // namespace

@@ -90,7 +90,8 @@ std::vector<SendCase> sendCases(const Operation& operation) {
     if (operation.waits()) {
         const std::vector<uint8_t> zero(12, 0);
         const std::vector<uint8_t> usual{3, 0, 0, 0, 5, 6, 7, 8, 9, 10, 11, 12};
-        const std::vector<uint8_t> other{0xff, 0xff, 1, 2, 0, 0, 0x80, 0xff, 0xff, 0xff, 0xfe, 0xff};
+        const std::vector<uint8_t> other{0xff, 0xff, 1,    2,    0,    0,
+                                         0x80, 0xff, 0xff, 0xff, 0xfe, 0xff};
         const auto add = [&all](const std::string& name, const std::vector<uint8_t>& bytes,
                                 std::optional<int> size) {
             Plan plan;
@@ -174,21 +175,23 @@ std::vector<Round> singleRounds(Operation& operation) {
     std::vector<Round> rounds;
     addCalls(rounds, operation, {}, 0, "jni/", Kind::call, true);
     for (const SendCase& each : sendCases(operation)) {
-        rounds.push_back({operation.name() + "/" + each.name + "/once", each.kind, &operation,
-                          each.plan});
+        rounds.push_back(
+            {operation.name() + "/" + each.name + "/once", each.kind, &operation, each.plan});
     }
     if (operation.callsBack()) {
         Plan plan;
         plan.callback_throws = true;
-        rounds.push_back({operation.name() + "/callback/throws/once", Kind::callback, &operation, plan});
+        rounds.push_back(
+            {operation.name() + "/callback/throws/once", Kind::callback, &operation, plan});
     }
     for (int i = 0; i < operation.baseline.allocations; ++i) {
         for (bool on : {false, true}) {
             Plan plan;
             plan.allocation = i;
             plan.allocations_on = on;
-            rounds.push_back({operation.name() + "/alloc/" + std::to_string(i) + (on ? "/on" : "/once"),
-                              Kind::allocation, &operation, plan});
+            rounds.push_back(
+                {operation.name() + "/alloc/" + std::to_string(i) + (on ? "/on" : "/once"),
+                 Kind::allocation, &operation, plan});
         }
     }
     return rounds;
@@ -207,7 +210,8 @@ std::vector<Round> compoundRounds(Operation& operation) {
     for (const SendCase& each : sendCases(operation)) {
         const size_t slash = each.name.find('/');
         addCalls(rounds, operation, each.plan, firstAfterSend(operation),
-                 each.name.substr(0, slash) + "+jni" + each.name.substr(slash) + "+", each.kind, true);
+                 each.name.substr(0, slash) + "+jni" + each.name.substr(slash) + "+", each.kind,
+                 true);
     }
     if (operation.callsBack()) {
         Plan plan;

@@ -10,13 +10,13 @@ namespace torture {
 
 /// What the rounds are counted by.
 enum class Kind {
-    call,        ///< one call fails
-    callsOn,     ///< a call and all after it fail
-    pair,        ///< two calls fail
-    send,        ///< the service refuses or is not there, with or without a call that fails
-    reply,       ///< the service answers badly, with or without a call that fails
-    callback,    ///< the callback throws, with or without a call that fails
-    allocation,  ///< memory is refused
+    call,       ///< one call fails
+    callsOn,    ///< a call and all after it fail
+    pair,       ///< two calls fail
+    send,       ///< the service refuses or is not there, with or without a call that fails
+    reply,      ///< the service answers badly, with or without a call that fails
+    callback,   ///< the callback throws, with or without a call that fails
+    allocation, ///< memory is refused
     count
 };
 const char* describe(Kind kind);
@@ -28,7 +28,8 @@ struct Round {
     Plan plan;
 };
 
-/// Has the operation run without failures, which is its baseline. What is wrong with it, or nothing.
+/// Has the operation run without failures, which is its baseline. What is wrong with it, or
+/// nothing.
 std::string takeBaseline(Operation& operation);
 
 /// The rounds of one thing that fails, and those of several.

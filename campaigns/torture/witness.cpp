@@ -151,7 +151,8 @@ void Witness::end(Outcome& into) {
     body->watching = false;
     const std::string printed = body->takeOutput();
     if (printed != body->copies) {
-        body->faults += "on standard output: \"" + printed + "\" instead of \"" + body->copies + "\"\n";
+        body->faults +=
+            "on standard output: \"" + printed + "\" instead of \"" + body->copies + "\"\n";
     }
     into.lines = std::move(body->lines);
     into.calls = std::move(body->calls);

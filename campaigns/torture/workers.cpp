@@ -140,7 +140,8 @@ public:
             Worker::Shared& shared = *place->worker.shared;
             for (size_t kind = 0; kind < static_cast<size_t>(Kind::count); ++kind) {
                 run_.played(shared.kinds[kind]);
-                notes[std::string("rounds: ") + describe(static_cast<Kind>(kind))] += shared.kinds[kind];
+                notes[std::string("rounds: ") + describe(static_cast<Kind>(kind))] +=
+                    shared.kinds[kind];
             }
             for (const auto& note : shared.notes) {
                 if (note.name[0] != 0) {
@@ -209,9 +210,8 @@ private:
 
 void inWorkers(campaigns::Run& run, double share_of_time, const std::function<void(Worker&)>& work,
                std::map<std::string, uint64_t>& notes) {
-    const double until = run.seconds() > 0
-                             ? run.elapsed() + (run.seconds() - run.elapsed()) * share_of_time
-                             : 0;
+    const double until =
+        run.seconds() > 0 ? run.elapsed() + (run.seconds() - run.elapsed()) * share_of_time : 0;
     Workers workers(run, until, work);
     for (int i = 0; i < run.jobs(); ++i) {
         workers.start(i);
