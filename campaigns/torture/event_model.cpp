@@ -3,15 +3,45 @@
 namespace torture {
 
 EventModel::EventModel(const Plan& plan, const Outcome& baseline, std::string handler,
-                       char call_level, bool converted)
+                       char call_level, bool converted, Thread thread)
     : Model(plan, baseline), handler_(std::move(handler)), call_level_(call_level),
       converted_(converted) {
+    if (!enter(thread)) {
+        no_environment_ = true;
+        failed_ = true;
+        return;
+    }
     // The frame of the event.
     if (call("PushLocalFrame") != Fate::made) {
         leave();
         no_frame_ = true;
         failed_ = true;
     }
+}
+
+bool EventModel::enter(Thread thread) {
+    if (thread == Thread::known) {
+        return true;
+    }
+    if (thread == Thread::first) {
+        if (call("GetEnv") == Fate::made) {
+            return true;
+        }
+        // The baseline does not attach.
+        skip(~size_t{0});
+        attached_instead_ = call("AttachCurrentThread") == Fate::made;
+        if (attached_instead_) {
+            return true;
+        }
+    } else if (call("AttachCurrentThread") == Fate::made) {
+        return true;
+    }
+    // After FUNCSTART of both functions.
+    leaveAtLine(2);
+    line(thread == Thread::first ? "L R getJNIEnv|AttachCurrentThread error!"
+                                 : "L R getJNIEnv|AttachCurrentThread() error! index=1");
+    line("L D recvEventFromServer|env is NULL!");
+    return false;
 }
 
 void EventModel::ownFrame() {
@@ -78,14 +108,18 @@ void EventModel::callback() {
 }
 
 Outcome EventModel::end() {
-    if (failed_ && !no_frame_) {
+    if (failed_ && !no_frame_ && !no_environment_) {
         line("L E recvEventFromServer|");
     }
-    out_.answer = failed_ ? "1" : "0";
+    out_.answer = no_environment_ ? "-1" : failed_ ? "1" : "0";
     if (called_) {
         out_.callbacks = baseline_.callbacks;
     }
-    return finished();
+    Outcome outcome = finished();
+    if (attached_instead_) {
+        outcome.lines.at(2) = "L I getJNIEnv|GetEnv Failed but JNIEnv Attached!";
+    }
+    return outcome;
 }
 
 } // namespace torture

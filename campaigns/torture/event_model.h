@@ -7,10 +7,17 @@ namespace torture {
 
 class EventModel : public Model {
 public:
+    /// The thread that delivers.
+    enum class Thread {
+        known,  ///< it has its environment
+        first,  ///< it is the first, which the VM knows
+        unknown ///< it is the second, which the VM does not know
+    };
+
     /// `call_level` is the level of "CallMethod NG": D or R. With `converted` texts are no UTF-8,
     /// and take memory of the bridge's own.
     EventModel(const Plan& plan, const Outcome& baseline, std::string handler, char call_level,
-               bool converted);
+               bool converted, Thread thread = Thread::known);
 
     // The steps of a handler, in the order of its calls. After a failure they do nothing.
 
@@ -29,11 +36,15 @@ public:
     Outcome end();
 
 private:
+    /// False: the thread has no environment.
+    bool enter(Thread thread);
     void fail(const char* failure);
 
     const std::string handler_;
     const char call_level_;
     const bool converted_;
+    bool no_environment_ = false;
+    bool attached_instead_ = false;
     bool no_frame_ = false;
     bool failed_ = false;
     bool called_ = false;

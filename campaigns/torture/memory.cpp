@@ -16,7 +16,11 @@ std::atomic<bool> watching{false};
 std::atomic<int> counted{0};
 std::atomic<int> failing{-1};
 std::atomic<bool> failing_on{false};
-std::atomic<long> blocks{0};
+/// The blocks that the bridge has. They are given back by other code as well, and by jumps that have
+/// the caller's return address. A bridge that is loaded has one.
+constexpr int most_blocks = 64;
+std::atomic<void*> blocks[most_blocks];
+std::atomic<int> used_blocks{0}; ///< the places after these have never been taken
 /// Finding the bridge's addresses allocates.
 thread_local bool asking = false;
 
@@ -30,6 +34,19 @@ bool fromBridge(const void* caller) {
     return is;
 }
 
+void keep(void* memory) {
+    for (int i = 0; i < most_blocks; ++i) {
+        void* none = nullptr;
+        if (blocks[i].compare_exchange_strong(none, memory)) {
+            int used = used_blocks;
+            while (used <= i && !used_blocks.compare_exchange_weak(used, i + 1)) {
+            }
+            return;
+        }
+    }
+    std::abort(); // more than the bridge can have
+}
+
 void* allocate(size_t size, const void* caller) {
     if (!fromBridge(caller)) {
         return __libc_malloc(size);
@@ -41,14 +58,17 @@ void* allocate(size_t size, const void* caller) {
     }
     void* const memory = __libc_malloc(size);
     if (memory != nullptr) {
-        ++blocks;
+        keep(memory);
     }
     return memory;
 }
 
-void release(void* memory, const void* caller) {
-    if (memory != nullptr && fromBridge(caller)) {
-        --blocks;
+void release(void* memory) {
+    const int used = used_blocks.load(std::memory_order_relaxed);
+    for (int i = 0; i < used && memory != nullptr; ++i) {
+        if (blocks[i].load(std::memory_order_relaxed) == memory) {
+            blocks[i] = nullptr;
+        }
     }
     __libc_free(memory);
 }
@@ -59,18 +79,18 @@ extern "C" __attribute__((visibility("default"), noinline)) void* malloc(size_t 
     return allocate(size, __builtin_return_address(0));
 }
 extern "C" __attribute__((visibility("default"), noinline)) void free(void* memory) {
-    release(memory, __builtin_return_address(0));
+    release(memory);
 }
 __attribute__((visibility("default"), noinline)) void*
 operator new(size_t size, const std::nothrow_t&) noexcept {
     return allocate(size, __builtin_return_address(0));
 }
 __attribute__((visibility("default"), noinline)) void operator delete(void* memory) noexcept {
-    release(memory, __builtin_return_address(0));
+    release(memory);
 }
 __attribute__((visibility("default"), noinline)) void operator delete(void* memory,
                                                                       size_t) noexcept {
-    release(memory, __builtin_return_address(0));
+    release(memory);
 }
 
 namespace torture {
@@ -88,7 +108,11 @@ int Memory::end() {
 }
 
 long Memory::held() {
-    return blocks;
+    long count = 0;
+    for (const auto& block : blocks) {
+        count += block != nullptr ? 1 : 0;
+    }
+    return count;
 }
 
 } // namespace torture

@@ -30,6 +30,7 @@ struct Plan {
     int send_result = 0;
     std::optional<Reply> reply;
     bool callback_throws = false;
+    bool refuse_registration = false; ///< of the natives, by the VM
 };
 
 /// One call of the bridge that could fail.
@@ -67,6 +68,8 @@ public:
     virtual bool sends() const { return false; }
     virtual bool waits() const { return false; }
     virtual bool callsBack() const { return false; }
+    /// Two calls that fail in one round are at most so many calls apart.
+    virtual size_t pairsApart() const { return ~size_t{0}; }
     /// What it holds that is lost when the number after a round is another.
     virtual std::string held() const { return ""; }
 

@@ -5,6 +5,8 @@
 
 #include <climits>
 
+#include <algorithm>
+
 namespace torture {
 namespace {
 
@@ -122,9 +124,12 @@ Plan withCall(Plan plan, const FailNth::Call& call, bool on = false) {
 /// Adds a round for each way in which each call can fail beside what fails in `plan`, from the call
 /// `first` on.
 void addCalls(std::vector<Round>& rounds, Operation& operation, const Plan& plan, size_t first,
-              const std::string& name, Kind kind, bool on_as_well) {
+              const std::string& name, Kind kind, bool on_as_well, size_t most = ~size_t{0}) {
     const std::vector<CallSeen> calls = operation.expect(plan).calls;
-    for (size_t i = first; i < calls.size(); ++i) {
+    const size_t end = calls.size() - std::min(calls.size(), first) > most
+                           ? first + most
+                           : calls.size();
+    for (size_t i = first; i < end; ++i) {
         for (Leaves leaves : waysToFail(calls[i].function())) {
             const FailNth::Call call{static_cast<int>(i), leaves};
             const std::string whole = operation.name() + "/" + name + callText(call);
@@ -158,6 +163,7 @@ const char* describe(Kind kind) {
         "the service answers badly, and a call fails",
         "the callback throws, and a call fails",
         "memory is refused",
+        "Java's load is refused",
     };
     return texts[static_cast<size_t>(kind)];
 }
@@ -204,7 +210,7 @@ std::vector<Round> compoundRounds(Operation& operation) {
         for (Leaves leaves : waysToFail(calls[i].function())) {
             const FailNth::Call call{static_cast<int>(i), leaves};
             addCalls(rounds, operation, withCall({}, call), i + 1, "jni/" + callText(call) + "+",
-                     Kind::pair, false);
+                     Kind::pair, false, operation.pairsApart());
         }
     }
     for (const SendCase& each : sendCases(operation)) {

@@ -17,6 +17,7 @@ enum class Kind {
     reply,      ///< the service answers badly, with or without a call that fails
     callback,   ///< the callback throws, with or without a call that fails
     allocation, ///< memory is refused
+    systemLoad, ///< Java's load is refused
     count
 };
 const char* describe(Kind kind);
