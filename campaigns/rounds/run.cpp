@@ -99,9 +99,12 @@ bool Run::wants(const std::string& round) const {
 
 void Run::played(const std::string& round, const std::string& wrong) {
     ++rounds_;
-    if (wrong.empty()) {
-        return;
+    if (!wrong.empty()) {
+        found(round, wrong);
     }
+}
+
+void Run::found(const std::string& round, const std::string& wrong) {
     findings_.push_back({round, wrong});
     std::printf("%s: %s\n", round.c_str(), wrong.c_str());
     std::fflush(stdout);

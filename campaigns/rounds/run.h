@@ -54,6 +54,9 @@ public:
     /// Counts rounds that have no names of their own.
     void played(uint64_t rounds) { rounds_ += rounds; }
 
+    /// A finding of a round that has been counted.
+    void found(const std::string& round, const std::string& wrong);
+
     /// A figure besides, for the page. In the order of the calls; a name that comes again replaces.
     void note(const std::string& name, double value);
     void note(const std::string& name, const std::string& text);

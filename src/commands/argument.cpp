@@ -93,9 +93,16 @@ jsize Argument::copyText(const TextField& field, char* target, int size, jsize l
             return 0;
         }
     }
-    // When the VM has no memory for the text, its exception is pending.
     g_listener->convJStringToChar(env_, text, target, size);
-    threw();
+    if (threw()) {
+        return 0;
+    }
+    // Some VMs throw nothing when they have no memory for the characters. The field is all zero
+    // then, as it is after an empty text alone.
+    if (target[0] == '\0' && env_->GetStringUTFLength(text) != 0) {
+        refuse(field.null, line);
+        return 0;
+    }
     return length;
 }
 
@@ -107,8 +114,10 @@ void Argument::copyBytes(const BytesField& field, uint8_t* target, jsize limit, 
     }
     jbyte* const elements = env_->GetByteArrayElements(array, nullptr);
     if (elements == nullptr) {
-        // The VM has no memory for them, and its exception is pending.
-        abandon();
+        // The VM has no memory for them. Not every VM throws then.
+        if (!threw()) {
+            refuse(field.null, line);
+        }
         return;
     }
     const jsize length = env_->GetArrayLength(array);

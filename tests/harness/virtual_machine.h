@@ -13,10 +13,12 @@ namespace harness {
 
 using strict_jni::Calls;
 using strict_jni::FailJni;
+using strict_jni::FailNth;
 using strict_jni::isModifiedUtf8;
 using strict_jni::JniCall;
 using strict_jni::ObservedJni;
 using strict_jni::StrictJni;
+using strict_jni::waysToFail;
 
 /// How a test process checks JNI calls, from DTV_TEST_MODE.
 enum class Mode {

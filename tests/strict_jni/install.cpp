@@ -80,7 +80,8 @@ bool counted(InvokeRow index, const void* caller, std::vector<long long> numbers
     }
     called(invoke_rows[index]);
     observe(invoke_rows[index], std::move(numbers));
-    return nextTurn(invoke_rows[index], nullptr) == Turn::fails;
+    const Turn turn = nextTurn(invoke_rows[index]);
+    return turn == Turn::fails || turn == Turn::throws;
 }
 
 jint JNICALL getEnv(JavaVM* on, void** env, jint version) {
@@ -121,6 +122,7 @@ Row& rowNamed(const std::string& function) {
 } // namespace
 
 void addRow(Row& row) {
+    row.ways = &waysToFail(row.name);
     rows()[row.name] = &row;
 }
 
@@ -158,9 +160,9 @@ bool isObserved() {
     return observer_of_all.load() != nullptr;
 }
 
-void observe(const Row& row, std::vector<long long> numbers) {
+void observe(const Row& row, std::vector<long long> numbers, const char* text) {
     if (const StrictJni::Observer* const told = observer_of_all.load()) {
-        (*told)({row.name, std::move(numbers)});
+        (*told)({row.name, std::move(numbers), text});
     }
 }
 
@@ -172,23 +174,24 @@ void throwOutOfMemory(JNIEnv* env) {
     }
 }
 
-Turn nextTurn(Row& row, JNIEnv* env) {
+Turn turnOf(FailJni::Leaves leaves) {
+    switch (leaves) {
+    case FailJni::Leaves::result:
+        return Turn::spoiled;
+    case FailJni::Leaves::exception:
+        return Turn::throws;
+    default:
+        return Turn::fails;
+    }
+}
+
+Turn nextTurn(Row& row) {
     const int left = row.fail_after.load(std::memory_order_relaxed);
     if (left < 0) {
-        return Turn::made;
+        return row.ways->empty() ? Turn::made : nextCounted(row);
     }
     row.fail_after = left - 1;
-    if (left > 0) {
-        return Turn::made;
-    }
-    const auto leaves = static_cast<FailJni::Leaves>(row.fail_leaves.load());
-    if (leaves == FailJni::Leaves::result) {
-        return Turn::spoiled;
-    }
-    if (leaves == FailJni::Leaves::exception) {
-        throwOutOfMemory(env);
-    }
-    return Turn::fails;
+    return left > 0 ? Turn::made : turnOf(static_cast<FailJni::Leaves>(row.fail_leaves.load()));
 }
 
 void StrictJni::reportTo(Reporter to) {
@@ -240,6 +243,10 @@ void StrictJni::watch(const std::string& library) {
     code_begin = 0;
     code_end = 0;
     looking = true;
+}
+
+bool StrictJni::isWatched(const void* address) {
+    return strict_jni::isWatched(address);
 }
 
 bool StrictJni::strict() {

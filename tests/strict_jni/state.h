@@ -1,6 +1,8 @@
 // The data of the strict table, and its rules. Private to this folder.
 #pragma once
 
+#include "strict_jni/strict_jni.h"
+
 #include <jni.h>
 
 #include <atomic>
@@ -38,6 +40,8 @@ struct Row {
     std::atomic<int> calls{0};
     std::atomic<int> fail_after{-1}; ///< calls until the one that fails; -1: none fails
     std::atomic<int> fail_leaves{0}; ///< a FailJni::Leaves
+    /// The ways in which it can fail; not null once the row has been added.
+    const std::vector<FailJni::Leaves>* ways = nullptr;
 };
 
 Row* findRow(const std::string& name);
@@ -59,15 +63,19 @@ void report(const std::string& text);
 void called(Row& row);
 /// Whether calls are observed, and the function that notifies the observer.
 bool isObserved();
-void observe(const Row& row, std::vector<long long> numbers);
+void observe(const Row& row, std::vector<long long> numbers, const char* text = nullptr);
 
 /// What is done with a call.
 enum class Turn {
     made,   ///< as usual
-    fails,  ///< not made; what it is to throw is pending
+    fails,  ///< not made
+    throws, ///< not made, and throwOutOfMemory instead
     spoiled ///< made, and throwOutOfMemory after it
 };
-Turn nextTurn(Row& row, JNIEnv* env);
+Turn nextTurn(Row& row);
+/// The same for the calls of FailNth. (fail_nth.cpp)
+Turn nextCounted(const Row& row);
+Turn turnOf(FailJni::Leaves leaves);
 void throwOutOfMemory(JNIEnv* env);
 
 // Rules. Each is true when it is kept.

@@ -22,6 +22,8 @@ struct JniCall {
     /// Its jint arguments in order (a mode, a length, a version); of AttachCurrentThread the
     /// address of the thread's arguments, 0 for null.
     std::vector<long long> numbers;
+    /// Its first text (a name, or what becomes a string); null when it takes none.
+    const char* text = nullptr;
 };
 
 /// Everything here counts what the watched library does, in every mode; rules are checked in the
@@ -47,6 +49,9 @@ public:
     static void watch(const std::string& library);
 
     static bool strict();
+
+    /// Whether the code at `address` belongs to the watched library.
+    static bool isWatched(const void* address);
 
     /// Rules broken since the process began.
     static int violations();
@@ -121,6 +126,34 @@ public:
 
 private:
     std::string function;
+};
+
+/// The ways in which a JNI or invocation function can fail in a VM when its caller keeps the rules,
+/// the usual one first. Empty for one that cannot fail.
+const std::vector<FailJni::Leaves>& waysToFail(const std::string& function);
+
+/// While it lives, calls of the watched library that can fail (those with waysToFail) are counted
+/// from 0, of whatever function, and some of them fail. One at a time, and not with a FailJni.
+class FailNth {
+public:
+    enum class Span {
+        once,       ///< the calls that are named
+        fromThereOn ///< also all calls after the last that is named
+    };
+    struct Call {
+        int number; ///< calls before it
+        /// A function that does not fail in this way fails in its usual one.
+        FailJni::Leaves leaves;
+    };
+    /// `calls` in the order of their numbers; none: all are made, and counted.
+    explicit FailNth(std::vector<Call> calls = {}, Span span = Span::once);
+    ~FailNth();
+    FailNth(const FailNth&) = delete;
+    FailNth& operator=(const FailNth&) = delete;
+
+    /// Calls that could fail so far, and those that did.
+    int counted() const;
+    int failed() const;
 };
 
 /// Modified UTF-8 by the strictest VM's rules: no four-byte forms, nothing overlong but C0 80.

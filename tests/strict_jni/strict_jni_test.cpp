@@ -286,6 +286,86 @@ TEST(ObservedJni, NamesEachCallOfTheLibraryInOrder) {
 
 // Calls that are made to fail.
 
+// Calls that fail by their number.
+
+using Nth = std::vector<FailNth::Call>;
+constexpr auto throws = FailJni::Leaves::exception;
+constexpr auto no_throw = FailJni::Leaves::nothing;
+
+TEST(FailNth, CountsTheCallsThatCanFail) {
+    FailNth none;
+    EXPECT_TRUE(probe<bool(JNIEnv*)>("lawful")(env()));
+    // The frame, the object (a class, a constructor, an object), its class, a global reference, two
+    // fields, a text and its characters, two methods, a third, the calls of all, an array and its
+    // elements, what it throws (a class, an exception), and a text. Not: what reads an int or a
+    // length, what releases or deletes, what asks for or clears an exception.
+    int counted = none.counted();
+    EXPECT_EQ(none.failed(), 0);
+    EXPECT_EQ(counted, 23);
+    probe<void(JNIEnv*)>("version")(env());
+    EXPECT_EQ(none.counted(), counted) << "GetVersion cannot fail";
+}
+
+TEST(FailNth, FailsOneCallOfAnyFunction) {
+    auto* make = probe<jstring(JNIEnv*, const char*)>("makeText");
+    auto* ask = probe<jint(JavaVM*, void**)>("askEnv");
+    void* own = nullptr;
+    FailNth fail(Nth{{1, no_throw}, {3, throws}});
+    EXPECT_NE(make(env(), "one"), nullptr);
+    EXPECT_EQ(ask(VirtualMachine::instance().vm(), &own), JNI_EDETACHED);
+    EXPECT_EQ(own, nullptr);
+    EXPECT_NE(make(env(), "two"), nullptr);
+    EXPECT_EQ(make(env(), "three"), nullptr);
+    EXPECT_EQ(takeException(), "java.lang.OutOfMemoryError: as if the VM had no memory left");
+    EXPECT_NE(make(env(), "four"), nullptr);
+    EXPECT_EQ(fail.counted(), 5);
+    EXPECT_EQ(fail.failed(), 2);
+    StrictJni::forgetLocals();
+}
+
+TEST(FailNth, FailsFromACallOn) {
+    auto* make = probe<jstring(JNIEnv*, const char*)>("makeText");
+    {
+        FailNth fail(Nth{{1, no_throw}}, FailNth::Span::fromThereOn);
+        EXPECT_NE(make(env(), "one"), nullptr);
+        EXPECT_EQ(make(env(), "two"), nullptr);
+        EXPECT_EQ(make(env(), "three"), nullptr);
+        EXPECT_EQ(fail.failed(), 2);
+        EXPECT_EQ(takeException(), "");
+    }
+    EXPECT_NE(make(env(), "four"), nullptr) << "until its end";
+    StrictJni::forgetLocals();
+}
+
+TEST(FailNth, FailsInTheUsualWayOfTheFunction) {
+    void* own = nullptr;
+    FailNth fail(Nth{{0, throws}});
+    EXPECT_EQ(probe<jint(JavaVM*, void**)>("askEnv")(VirtualMachine::instance().vm(), &own),
+              JNI_EDETACHED);
+    EXPECT_EQ(takeException(), "") << "the invocation interface throws nothing";
+}
+
+TEST(FailNth, HoldsACallThatFailsAgainstTheRules) {
+    auto* make = probe<jstring(JNIEnv*, const char*)>("makeText");
+    FailNth fail(Nth{{0, throws}}, FailNth::Span::fromThereOn);
+    EXPECT_EQ(make(env(), "one"), nullptr);
+    EXPECT_NONFATAL_FAILURE(make(env(), "two"), "NewStringUTF: called with an exception pending");
+    EXPECT_NE(takeException(), "");
+}
+
+TEST(FailNth, KnowsHowFunctionsFail) {
+    EXPECT_TRUE(waysToFail("GetIntField").empty());
+    EXPECT_TRUE(waysToFail("DeleteLocalRef").empty());
+    EXPECT_TRUE(waysToFail("ReleaseByteArrayElements").empty());
+    EXPECT_TRUE(waysToFail("SetByteArrayRegion").empty()) << "when it keeps to the array's bounds";
+    EXPECT_TRUE(waysToFail("ExceptionCheck").empty());
+    using Ways = std::vector<FailJni::Leaves>;
+    EXPECT_EQ(waysToFail("CallStaticVoidMethodV"), (Ways{throws, FailJni::Leaves::result}));
+    EXPECT_EQ(waysToFail("NewObjectV"), (Ways{throws, no_throw, FailJni::Leaves::result}));
+    EXPECT_EQ(waysToFail("NewByteArray"), (Ways{throws, no_throw}));
+    EXPECT_EQ(waysToFail("GetEnv"), (Ways{no_throw}));
+}
+
 TEST(FailJni, FailsOneCallAndThrows) {
     auto* make = probe<jstring(JNIEnv*, const char*)>("makeText");
     jstring made[3];

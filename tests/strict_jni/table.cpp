@@ -134,25 +134,32 @@ struct Entry<Member> {
         called(row);
         if (isObserved()) {
             std::vector<long long> numbers;
-            auto note = [&numbers](auto value) {
+            const char* text = nullptr;
+            auto note = [&](auto value) {
                 if constexpr (std::is_same_v<decltype(value), jint>) {
                     numbers.push_back(value);
+                } else if constexpr (std::is_same_v<decltype(value), const char*>) {
+                    text = text == nullptr ? value : text;
                 }
             };
             (void)note;
             (note(arguments), ...);
-            observe(row, std::move(numbers));
+            observe(row, std::move(numbers), text);
         }
-        const Turn turn = nextTurn(row, env);
-        if (turn == Turn::fails) {
+        const Turn turn = nextTurn(row);
+        // A call that fails must have been legal as well.
+        if (rules_checked && !kept(env, arguments...)) {
+            return R();
+        }
+        if (turn == Turn::fails || turn == Turn::throws) {
+            if (turn == Turn::throws) {
+                throwOutOfMemory(env);
+            }
             if constexpr (std::is_same_v<R, jint>) {
                 return JNI_ERR;
             } else {
                 return R();
             }
-        }
-        if (rules_checked && !kept(env, arguments...)) {
-            return R();
         }
         // Released first: once the VM has it back, another thread may be given the same memory.
         if ((row.traits & releasesMemory) != 0) {
