@@ -102,6 +102,7 @@ class Workshop:
         if not keeps:
             shutil.rmtree(folder, ignore_errors=True)
             (folder / "objects").mkdir(parents=True)
+            (folder / "optimized").mkdir()
             shutil.copytree(build.root / "src", folder / "src")
         self.programs = set()  # those that are linked here
         self.made = {}  # objects of the build's names, as they are linked here
@@ -119,14 +120,14 @@ class Workshop:
         if file:
             (self.folder / file).write_text(text, encoding="utf-8")
 
-    def compile(self, words, source, made):
+    def compile(self, words, source, made, level="-O0"):
         """Compiles one source with the options of an object, in place of src/ the copy."""
         options = [word.replace(f"{self.build.root}/src", f"{self.folder}/src")
                    .replace(f"{self.build.folder}/messages", f"{self.folder}/src")
                    for word in words[:words.index("-o")] if not word.endswith("ccache")]
         # A precompiled header is only taken with the options that it was compiled with.
         if not any("cmake_pch" in word for word in options):
-            options = [word for word in options if not re.fullmatch(r"-O\w|-g\w*", word)] + ["-O0"]
+            options = [word for word in options if not re.fullmatch(r"-O\w|-g\w*", word)] + [level]
         output_of([*options, "-fno-diagnostics-color", "-o", str(made), "-c", str(source)], self.build.folder)
 
     def one(self, name):
@@ -148,14 +149,55 @@ class Workshop:
         return copy
 
     def group(self, names):
-        """Compiles several objects as one, which is linked in the place of the first."""
-        made = self.folder / "objects" / (re.sub(r"\W", "_", names[0]) + "_group.o")
+        """Compiles several objects as one, which is linked in the place of each."""
+        made = self.folder / "objects" / self.group_name(names)
+        self.compile(self.build.commands[names[0]], self.together(names), made)
+        for name in names:
+            self.made[name] = made
+
+    @staticmethod
+    def group_name(names):
+        return re.sub(r"\W", "_", names[0]) + ("_group.o" if len(names) > 1 else ".o")
+
+    def together(self, names):
+        """A source that includes those of several objects."""
         together = self.folder / "objects" / "group.cpp"
         together.write_text("".join(
             f'#include "{self.folder / self.build.source_of(name)}"\n' for name in names), encoding="utf-8")
-        self.compile(self.build.commands[names[0]], together, made)
-        for name in names:
-            self.made[name] = made
+        return together
+
+    def is_unchanged(self, optimized):
+        """Whether the objects that the change reaches are those of the unchanged sources, to the byte: then
+        it changes nothing. To be asked when they have been compiled."""
+        groups = {}
+        for name, made in self.made.items():
+            if name.startswith(OBJECTS):
+                groups.setdefault(made, []).append(name)
+        if not groups:
+            return False
+        for made, names in groups.items():
+            if optimized:
+                made, before = self.optimized(names), self.base.optimized(names, self.folder / "objects")
+            else:
+                before = self.base.folder / "objects" / made.name
+            if made.read_bytes() != before.read_bytes():
+                return False
+        return True
+
+    def optimized(self, names, scratch=None):
+        """Compiles objects as one with optimization. Of the unchanged sources it is done once."""
+        made = self.folder / "optimized" / self.group_name(names)
+        if scratch is None:
+            self.compile(self.build.commands[names[0]], self.together(names), made, "-O2")
+        elif not made.exists():
+            # Several threads may do so.
+            source = scratch / "group.cpp"
+            source.write_text("".join(
+                f'#include "{self.folder / self.build.source_of(name)}"\n' for name in names), encoding="utf-8")
+            new = scratch / "unchanged_optimized.o"
+            self.compile(self.build.commands[names[0]], source, new, "-O2")
+            new.replace(made)
+        return made
 
     def link(self, words, target, replaced):
         """Links a target with some of its inputs replaced."""

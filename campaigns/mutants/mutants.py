@@ -123,6 +123,7 @@ def report(run, results, order, reasons, texts):
     run.note("of them by a hang", how["hang"])
     run.note("survivors, each listed with its reason", known)
     run.note("refused by the build's own checks, besides", kinds["refused"])
+    run.note("compiled to the same code, drawn again", kinds["the same"])
     run.note("no C++ program, drawn again", kinds["no program"])
     run.note("seconds of each, on average", round(sum(result["seconds"] for result in programs) / len(programs), 2))
 
@@ -157,6 +158,8 @@ def main():
         report(run, results, order, reasons, player.texts)
     run.left_out("programs outside the tests of the bridge are not run against mutants: the evening, the "
                  "replays, the shell and the tests of the logs")
+    run.left_out("a mutant of a source meets the tests that concern this source, under the strict JNI table; "
+                 "-Xcheck:jni is not used")
     run.left_out("tests that compare two things made of the same source (the formats in the library with "
                  "those of the log reader) are not run against mutants")
     run.left_out("mutants are compiled by GCC without optimization and without sanitizers")

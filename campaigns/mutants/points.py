@@ -228,10 +228,16 @@ class Finder:
             if self._is_parameter(first, last) or self._is_parameter(other, end):
                 continue
             between = self.text[self.tokens[last].end:self.tokens[other].start]
-            if "#" in one + two + between:
+            if "#" in one + two + between or self._sort(first, one) != self._sort(other, two):
                 continue
             self.add("swapped", self.tokens[first].line, self.tokens[first].start, self.tokens[end].end,
                      two + between + one)
+
+    def _sort(self, first, text):
+        """Arguments of different sorts cannot change places."""
+        if self.tokens[first].kind == "string":
+            return "text"
+        return text if text in ("env", "env_", "__func__", "function", "handler", "*this") else ""
 
     def _is_parameter(self, first, last):
         return last > first and self.tokens[last].kind == "name" and self._declares(last)

@@ -35,8 +35,8 @@ class Program:
     name: str  # as ctest has it, without the mode
     target: str  # the program, from the build's folder
     filter: str  # of its tests; empty for all
-    mode: str  # "strict", "checkjni", or empty for one without a VM
-    bad: str  # what the output of a passed test does not contain
+    mode: str  # "strict", or empty for one without a VM
+    labels: frozenset
 
     @property
     def base(self):
@@ -56,14 +56,39 @@ def programs_of(build):
         if not labels & LABELS or "long" in labels or build / "tests" not in command[0].parents:
             continue
         name, _, mode = test["name"].rpartition(".")
-        if mode not in ("strict", "checkjni"):
-            name, mode = test["name"], ""
-        if command[0].name in LEFT_OUT + WITHOUT_BRIDGE:
+        if mode == "checkjni" or command[0].name in LEFT_OUT + WITHOUT_BRIDGE:
             continue
+        if mode != "strict":
+            name, mode = test["name"], ""
         only = [str(word)[len("--gtest_filter="):] for word in command if str(word).startswith("--gtest_filter=")]
         found.append(Program(name, str(command[0].relative_to(build)), only[0] if only else "", mode,
-                             "|".join(properties.get("FAIL_REGULAR_EXPRESSION", []))))
+                             frozenset(labels)))
     return found
+
+
+def tests_of(file):
+    """The names of the tests in a program."""
+    listed = subprocess.run([str(file), "--gtest_list_tests"], capture_output=True, text=True, check=True).stdout
+    names, suite = set(), ""
+    for line in listed.splitlines():
+        text = line.split("#")[0].rstrip()
+        if text.startswith("  "):
+            names.add(suite + text.strip())
+        else:
+            suite = text
+    return names
+
+
+def concerned(root, file):
+    """The labels of the tests that concern a source, as `./test --for` chooses them; all for what others
+    include. The load concerns all."""
+    if not file.endswith(".cpp") or file.startswith("src/entry/"):
+        return LABELS
+    said = subprocess.run(
+        ["sh", "-c", '. "$0/tools/concerned.sh" && labels_of "$1"', str(root), file],
+        capture_output=True, text=True, check=True,
+    ).stdout
+    return set(said.strip().split("|"))
 
 
 def in_order(programs, file):
@@ -75,6 +100,19 @@ def in_order(programs, file):
             return first.index(program.base)
         return len(first) + (0 if f"/{parts[1]}/" in program.target else 1) + (2 if program.filter else 0)
     return sorted(programs, key=rank)
+
+
+def first_tests(root, file):
+    """A filter for the tests in the folder that is named as the file is; empty when there is none."""
+    _, area, name = file.split("/")
+    words = name.split(".")[0].split("_")
+    suites = set()
+    for folder in (root / "tests" / area).glob("*"):
+        if folder.is_dir() and folder.name in words:
+            for path in folder.glob("*.cpp"):
+                text = path.read_text(encoding="utf-8")
+                suites.update(re.findall(r"^TEST(?:_F|_P)?\((\w+),", text, re.MULTILINE))
+    return ":".join(f"{suite}.*:*/{suite}.*" for suite in sorted(suites))
 
 
 @dataclasses.dataclass
@@ -134,8 +172,6 @@ def run(program, file, environment, folder, limit, only="", fail_fast=True):
     if process.returncode != 0:
         how = "test" if "[  FAILED  ]" in text else "crash"
         return Outcome(True, how, failed_tests(text), seconds)
-    if program.bad and re.search(program.bad, text):
-        return Outcome(True, "test", ("a warning of -Xcheck:jni",), seconds)
     if not re.search(r"^\[  PASSED  \]", text, re.MULTILINE):
         return Outcome(True, "crash", failed_tests(text), seconds)
     return Outcome(False, seconds=seconds)

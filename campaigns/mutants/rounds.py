@@ -13,7 +13,9 @@ import programs
 
 # Seconds that a program of the tests may take at least, and at most how many times what it takes otherwise.
 LEAST_LIMIT, TIMES = 30, 10
-MODES = ("", "strict", "checkjni")
+# What the build compares with class files: see tools/rows/print_rows.cpp.
+ROWS = ("src/binding/java_names.h", "src/binding/class_table.def", "src/commands/native_table.def",
+        "src/commands/field_table.def")
 
 
 def sources(root):
@@ -39,21 +41,20 @@ class Player:
         self.root, self.folder = root, folder
         self.texts = sources(root)
         self.build = building.Build(build, root)
-        found = programs.programs_of(build)
-        self.strict = [program for program in found if program.mode != "checkjni"]
-        self.checkjni = [program for program in found if program.mode == "checkjni"]
-        targets = sorted({program.target for program in found})
+        self.programs = programs.programs_of(build)
+        targets = sorted({program.target for program in self.programs})
         self.tests = digest_of((build / target).read_bytes() for target in targets)
         self.mutated = digest_of(name + text for name, text in self.texts.items())
         self.seconds = {}  # that each program takes
         self.linked = {}  # the objects of each program that knows sources of the bridge
+        self._names = {}
         self._own = threading.local()
         self._workshops = 0
         self._lock = threading.Lock()
 
     def prepare(self, jobs):
         """Builds the unchanged sources as mutants are built; answers what is wrong with that, if anything."""
-        for target in {program.target for program in self.strict}:
+        for target in {program.target for program in self.programs}:
             self.linked[target] = self._own_objects(target)
         # It is the same until a source or a test changes.
         kept = self.folder / "unchanged.json"
@@ -90,7 +91,7 @@ class Player:
         self.base.library()
         for name in building.PROBES:
             self.base.probe(name)
-        in_threads(jobs, [(check, program) for program in self.strict])
+        in_threads(jobs, [(check, program) for program in self.programs])
         return wrong
 
     def _own_objects(self, target):
@@ -100,6 +101,24 @@ class Player:
         if building.CATALOGUE in words and "records_test" in target:
             names += [name for name in self.build.depends if "dtv_catalogue.dir" in name]
         return names
+
+    def still_holds(self, result):
+        """Whether a result of earlier tests is one of these tests as well."""
+        if result["result"] == "survived":
+            return result["state"] == self.tests
+        if result["result"] != "killed":
+            return True
+        names = self.names_of(result["program"])
+        return bool(names) and set(result["tests"]) <= names
+
+    def names_of(self, name):
+        """The names of a program's tests."""
+        if name not in self._names:
+            self._names[name] = set()
+            for program in self.programs:
+                if program.name == name:
+                    self._names[name] = programs.tests_of(self.build.folder / program.target)
+        return self._names[name]
 
     def workshop(self):
         if not hasattr(self._own, "workshop"):
@@ -139,7 +158,7 @@ class Player:
         workshop = self.workshop()
         text = self.texts[point.file]
         workshop.change(point.file, point.applied(text))
-        kept = {"name": point.name, "result": "survived", "diff": diff_of(point, text)}
+        kept = {"name": point.name, "result": "survived", "diff": diff_of(point, text), "state": self.tests}
         try:
             self._build_and_run(point, workshop, kept, hint, thorough)
         except building.Refused as refused:
@@ -149,22 +168,34 @@ class Player:
         return kept
 
     def _build_and_run(self, point, workshop, kept, hint, thorough):
-        ordered = programs.in_order(self.strict, point.file)
+        labels = programs.concerned(self.root, point.file)
+        ordered = programs.in_order(
+            [program for program in self.programs if program.labels & labels and self.sees(program, point.file)],
+            point.file)
+        if point.file in ROWS:
+            workshop.compare_rows()
         if point.operator.startswith("row") and point.file.startswith("src/records/") and point.file.endswith(".h"):
             # A row there is seen by the catalogue alone.
             ordered.sort(key=lambda program: bool(program.mode))
         else:
             # It may be refused, which takes less time than the tests.
             workshop.objects()
-        if point.file.endswith(".def") and "message_table" not in point.file or "java_names" in point.file:
-            workshop.compare_rows()
+            if workshop.is_unchanged(optimized=False):
+                kept["result"] = "the same"
+                return
         if hint:
             for program in ordered:
                 if program.name == hint[0] and self._fails(program, workshop, kept, only=hint[1]):
                     return
-        for program in [*ordered, *self.checkjni]:
-            if not self.sees(program, point.file):
-                continue
+        if point.file.startswith("src/events/") and not thorough:
+            # The longest program: the tests of the family come first.
+            only = programs.first_tests(self.root, point.file)
+            if only and self._fails(ordered[0], workshop, kept, only=only):
+                return
+        for number, program in enumerate(ordered):
+            if number == 1 and kept["result"] == "survived" and workshop.is_unchanged(optimized=True):
+                kept["result"] = "the same"
+                return
             if self._fails(program, workshop, kept, thorough=thorough) and not thorough:
                 return
 
@@ -221,29 +252,32 @@ def first_error(output):
 
 
 class Journal:
-    """The results of a seed, a line each as they come, so that the rest can follow later."""
+    """The results of a seed, a line each as they come, so that the rest can follow later.
+
+    With other sources it begins from the start. With other tests, survivors are played again, and what was
+    killed by a test that is no longer there."""
 
     def __init__(self, path, player):
         self.path = path
         self.results, self.hints = {}, {}
-        head = {"mutated": player.mutated, "tests": player.tests}
+        head = {"mutated": player.mutated}
         lines = path.read_text(encoding="utf-8").splitlines() if path.exists() else []
-        kept = []
+        old = []
         for line in lines:
             try:
-                kept.append(json.loads(line))
+                old.append(json.loads(line))
             except ValueError:
                 break  # the end of a line that was being written
-        same = bool(kept) and kept[0] == head
-        for result in kept[1:]:
+        same = bool(old) and old[0] == head
+        for result in old[1:]:
             if result.get("program") and result.get("tests"):
                 self.hints["\n".join(result["diff"])] = (result["program"], ":".join(result["tests"]))
-            if same:
+            if same and player.still_holds(result):
                 self.results[result["name"]] = result
         path.parent.mkdir(parents=True, exist_ok=True)
         new = path.with_name(path.name + ".new")
-        old = [json.dumps(result) + "\n" for result in self.results.values()]
-        new.write_text(json.dumps(head) + "\n" + "".join(old), encoding="utf-8")
+        kept = [json.dumps(result) + "\n" for result in self.results.values()]
+        new.write_text(json.dumps(head) + "\n" + "".join(kept), encoding="utf-8")
         os.replace(new, path)
 
     def add(self, result):
