@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Coverage of src/ by the ordinary tests: every line, and every branch that branches.txt does not name.
 
-usage: coverage.py --build BUILD [--jobs N] [--report FILE]
+usage: coverage.py --build BUILD [--jobs N] [--repeat FILE:LINE] [--report FILE]
 
 BUILD is the folder of the preset "coverage". The tests of the bridge are run in it, without those with
 the label "long". A branch is named by its file, its function, the text of its line and its number there:
@@ -71,6 +71,8 @@ def check(run, lines):
     covered, taken, named, seen = 0, 0, set(), set()
     for (file, number), line in sorted(lines.items()):
         text = texts[file][number - 1].strip()
+        if run.repeated not in ("", f"{file}:{number}"):
+            continue
         run.played(f"{file}:{number}", "" if line.count else f"is not run: {text}")
         covered += line.count > 0
         for name, is_taken in branches_of(line, texts):
@@ -80,7 +82,9 @@ def check(run, lines):
                 named.add(name)
             elif not is_taken and line.count:
                 run.finding(f"{file}:{number}", "is not taken, and not named in branches.txt:\n" + "\n".join(name))
-    for name in reasons.keys() - named:
+    if run.repeated:
+        return
+    for name in sorted(reasons.keys() - named):
         what = "is taken" if (name, True) in seen else "is not there"
         run.finding("", f"campaigns/coverage/branches.txt: this branch {what}:\n" + "\n".join(name))
     run.note("lines that have code", len(lines))
