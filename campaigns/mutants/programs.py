@@ -18,11 +18,10 @@ FIRST = {
     "entry": ("load_test", "process_id_test", "commands_test", "events_test"),
     "records": ("commands_test", "events_test"),
 }
-# The library that holds the bridge's objects, and how the program is given another.
+# The libraries that hold the bridge's objects, and how a program of the tests is given another.
 PROBED = {
-    "binding_test": ("libbinding_probe.so", "DTV_TEST_BINDING_PROBE"),
-    "registry_test": ("libbinding_probe.so", "DTV_TEST_BINDING_PROBE"),
-    "command_helpers_test": ("libcommand_helpers.so", "DTV_TEST_COMMAND_HELPERS"),
+    "libbinding_probe.so": "DTV_TEST_BINDING_PROBE",
+    "libcommand_helpers.so": "DTV_TEST_COMMAND_HELPERS",
 }
 # They compare what is made of the sources, which a real change makes as well.
 LEFT_OUT = ("known_formats_test", "rebuilt_messages_test")

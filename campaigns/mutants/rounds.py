@@ -43,9 +43,11 @@ class Player:
         self.build = building.Build(build, root)
         self.programs = programs.programs_of(build)
         targets = sorted({program.target for program in self.programs})
-        self.tests = digest_of((build / target).read_bytes() for target in targets)
+        self.tests = digest_of([*((build / target).read_bytes() for target in targets),
+                                *(f"{program.name} {sorted(program.labels)}" for program in self.programs)])
         self.mutated = digest_of(name + text for name, text in self.texts.items())
         self.seconds = {}  # that each program takes
+        self.probes = {}  # the library of the tests that a program has the bridge's objects in
         self.linked = {}  # the objects of each program that knows sources of the bridge
         self._names = {}
         self._own = threading.local()
@@ -56,6 +58,9 @@ class Player:
         """Builds the unchanged sources as mutants are built; answers what is wrong with that, if anything."""
         for target in {program.target for program in self.programs}:
             self.linked[target] = self._own_objects(target)
+            for word in self.build.link_of(target):
+                if word.rsplit("/", 1)[-1] in programs.PROBED:
+                    self.probes[target] = word.rsplit("/", 1)[-1]
         # It is the same until a source or a test changes.
         kept = self.folder / "unchanged.json"
         try:
@@ -133,9 +138,10 @@ class Player:
         environment = {}
         file = self.build.folder / program.target
         mine = workshop.reached(workshop.changed, self.linked.get(program.target, ()))
-        if program.base in programs.PROBED:
-            library, variable = programs.PROBED[program.base]
-            environment = {variable: str(workshop.probe(library)), "LD_LIBRARY_PATH": str(workshop.folder)}
+        library = self.probes.get(program.target)
+        if library:
+            environment = {programs.PROBED[library]: str(workshop.probe(library)),
+                           "LD_LIBRARY_PATH": str(workshop.folder)}
         elif program.mode:
             workshop.library()
             environment = {"DTV_JNI_LIBRARY": str(workshop.folder / "libDtv_jni.so")}
