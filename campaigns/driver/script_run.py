@@ -55,6 +55,11 @@ class Run:
             self._findings.append({"round": round_name, "text": wrong})
             print(f"{round_name}: {wrong}", flush=True)
 
+    def finding(self, round_name, text):
+        """What is wrong besides the rounds; the name of a round, if one of them shows it."""
+        self._findings.append({"round": round_name, "text": text})
+        print(f"{round_name}: {text}" if round_name else text, flush=True)
+
     def note(self, name, value):
         """A figure besides, for the page."""
         self._notes[name] = value

@@ -128,6 +128,23 @@ TEST_F(FilledField, ObjectFieldIsSetInANewObject) {
     EXPECT_TRACE(log->take(), "");
 }
 
+TEST_F(FilledField, WithoutAFieldTheNewObjectStaysAsItIs) {
+    fill("number", "I");
+    TS_DTVSV_FIELDINFO info{};
+    info.cls = listener.getJavaClass(20);
+    listener.storeJavaField(0, info);
+    Calls of_int("SetIntField");
+    Calls of_object("SetObjectField");
+    jobject object = nullptr;
+    EXPECT_EQ(listener.SetIntField(0, object, 7), 0);
+    EXPECT_EQ(tree(object), "FieldSample(0, null)");
+    jobject other = nullptr;
+    EXPECT_EQ(listener.SetObjectField(0, other, object), 0);
+    EXPECT_EQ(tree(other), "FieldSample(0, null)");
+    EXPECT_EQ(of_int.made() + of_object.made(), 0);
+    EXPECT_TRACE(log->take(), "");
+}
+
 TEST_F(FilledField, ObjectThatCannotBeAllocatedIsLogged) {
     fill("number", "I");
     int mark = 0;

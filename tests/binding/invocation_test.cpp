@@ -1,6 +1,8 @@
 // CallMethod: construction, the calls that the return type selects, and rows that are empty.
 #include "binding/listener.h"
 
+#include <functional>
+
 namespace {
 
 using namespace harness;
@@ -190,6 +192,27 @@ TEST_F(Invocation, ObjectOfAnotherThreadIsNotUsed) {
     });
     EXPECT_EQ(listener.getJavaMethodInfo(140).tid, id);
     EXPECT_NE(listener.getJavaMethodInfo(140).cached_object, out);
+}
+
+TEST_F(Invocation, StaticRowWithoutAClassOrAMethodMakesNoCall) {
+    Listener listener = Listener::made();
+    resolve(listener, "java/lang/Thread", 1, 0, "yield", "()V");
+    const TS_DTVSV_METHODINFO whole = listener.getJavaMethodInfo(20);
+    TS_DTVSV_METHODINFO without_class = whole;
+    without_class.cls = nullptr;
+    TS_DTVSV_METHODINFO without_method = whole;
+    without_method.method = nullptr;
+    Calls called("CallStaticVoidMethodV");
+    for (TS_DTVSV_METHODINFO& info : {std::ref(without_class), std::ref(without_method)}) {
+        listener.storeJavaMethod(20, info);
+        log->clear();
+        EXPECT_EQ(listener.CallMethod(20, nullptr), 0);
+        EXPECT_TRACE(log->take(), R"(
+            JNIDtvSvLibListener|1024|5|DEBUG    |CallMethod|CallMethod, method_id = 20, class_id = 20, attr_id = 1
+            JNIDtvSvLibListener|1024|5|DEBUG    |CallMethod|CallMethod, CallStaticMethod, type_id = 0
+        )");
+    }
+    EXPECT_EQ(called.made(), 0);
 }
 
 struct TypedCall {

@@ -5,7 +5,8 @@
 namespace harness {
 
 std::string loadProbe() {
-    setenv("DTV_JNI_LIBRARY", BINDING_PROBE_FILE, 1);
+    const char* const other = std::getenv("DTV_TEST_BINDING_PROBE");
+    setenv("DTV_JNI_LIBRARY", other != nullptr ? other : BINDING_PROBE_FILE, 1);
     return Product::load();
 }
 

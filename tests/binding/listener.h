@@ -97,6 +97,7 @@ public:
     jstring OrgNewStringUTF(const char* text) {
         return probe().OrgNewStringUTF(held.get(), env(), text);
     }
+    bool makesArrayOfMissingClass() { return probe().makesArrayOfMissingClass(held.get(), env()); }
     void convJStringToChar(jstring text, char* buffer, int size) {
         probe().convJStringToChar(held.get(), env(), text, buffer, size);
     }

@@ -381,4 +381,66 @@ TEST_F(ListenerEnvironment, DestructionOnAThreadOfItsOwnAttachesAndDetachesIt) {
     )");
 }
 
+/// Java frames may be below: such a thread is the VM's to detach.
+TEST_F(ListenerEnvironment, EndOnAThreadThatTheVmKnewBeforeDetachesNothing) {
+    Listener listener = Listener::made();
+    EventThread thread;
+    thread.run([&] { ASSERT_NE(listener.getJNIEnv(), nullptr); });
+    log->clear();
+    Calls detached("DetachCurrentThread");
+    listener.drop();
+    EXPECT_EQ(detached.made(), 0);
+    EXPECT_TRUE(attached());
+    EXPECT_EQ(log->takeOf("freeJNIEnv").size(), 4U) << "its own entry goes all the same";
+}
+
+/// Before a load has named the VM, and in a process whose load was refused, there is none.
+TEST_F(ListenerEnvironment, WithoutAVmThereIsNoEnvironment) {
+    Listener listener = Listener::made();
+    listener.setVM(nullptr);
+    Calls asked("GetEnv");
+    Calls attaching("AttachCurrentThread");
+    EXPECT_EQ(listener.getJNIEnv(), nullptr);
+    EXPECT_EQ(asked.made() + attaching.made(), 0);
+    EXPECT_TRACE(log->take(), R"(
+        JNIDtvSvLibListener|128|5|FUNCSTART|getJNIEnv|
+        JNIDtvSvLibListener|2|6|ERROR    |getJNIEnv|AttachCurrentThread error!
+    )");
+}
+
+TEST_F(ListenerEnvironment, WithoutAVmNoThreadIsDetached) {
+    Listener listener = Listener::made();
+    ASSERT_EQ(listener.getJNIEnv(), env());
+    EventThread first;
+    EventThread second;
+    JNIEnv* second_env = nullptr;
+    first.run([&] { ASSERT_NE(listener.getJNIEnv(), nullptr); });
+    second.run([&] { second_env = listener.getJNIEnv(); });
+    Calls detached("DetachCurrentThread");
+    listener.setVM(nullptr);
+    log->clear();
+    second.run([&] {
+        listener.detachJNIEnv(second_env);
+        EXPECT_TRUE(attached());
+    });
+    EXPECT_TRACE(log->take(), R"(
+        JNIDtvSvLibListener|128|5|FUNCSTART|detachJNIEnv|env=<ptr>
+        JNIDtvSvLibListener|1024|5|DEBUG    |detachJNIEnv|detach env=<ptr> index=<int> tid=<tid>
+        JNIDtvSvLibListener|256|5|FUNCEND  |detachJNIEnv|
+    )");
+    first.run([&] {
+        listener.freeJNIEnv();
+        EXPECT_TRUE(attached());
+    });
+    EXPECT_TRACE(log->take(), R"(
+        JNIDtvSvLibListener|128|5|FUNCSTART|freeJNIEnv|
+        JNIDtvSvLibListener|1024|5|DEBUG    |freeJNIEnv|free env=<ptr> index=<int> tid=<tid> attach=0
+        JNIDtvSvLibListener|1024|5|DEBUG    |freeJNIEnv|free env=<ptr> index=<int> tid=<tid> attach=1
+        JNIDtvSvLibListener|256|5|FUNCEND  |freeJNIEnv|
+    )");
+    EXPECT_EQ(detached.made(), 0);
+    listener.setVM(VirtualMachine::instance().vm());
+    EXPECT_EQ(listener.getJNIEnv(), env()) << "slot 0 is free again";
+}
+
 } // namespace

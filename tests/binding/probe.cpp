@@ -2,6 +2,8 @@
 // library and counts as a call of the bridge.
 #include "binding/probe.h"
 
+#include "events/event.h"
+
 namespace {
 
 using Listener = JNIDtvSvLibListener;
@@ -56,6 +58,36 @@ jobject adopt(JNIEnv* env, jobject object) {
     return env->PushLocalFrame(1) == JNI_OK ? env->PopLocalFrame(object) : nullptr;
 }
 
+int madeOfWrongSize(Listener* listener, JNIEnv* env) {
+    EventBuilder event(*listener, env, "handler", false, 3, Reports::kDebug);
+    const jint value = 1;
+    const uint8_t byte = 1;
+    event.openFrame();
+    int made = 0;
+    made += event.text("a") != nullptr;
+    made += event.utf16("a\0", 1) != nullptr;
+    made += event.bytes(&byte, 1) != nullptr;
+    made += event.ints(&value, 1) != nullptr;
+    made += event.array<class_id::kBG_TS_DTVSVLIB_SERVICE_INFO>(1).reference != nullptr;
+    made += event.build<class_id::kBG_TS_DTVSVLIB_VIEW_FATAL_ERROR>().reference != nullptr;
+    return made;
+}
+
+bool makesArrayOfMissingClass(Listener* listener, JNIEnv* env) {
+    EventBuilder event(*listener, env, "handler", true, 3, Reports::kDebug);
+    return event.array<class_id::kBG_TS_DTVSVLIB_SERVICE_INFO>(1).reference != nullptr ||
+           event.accepts(true, [](const char*) {});
+}
+
+bool makeStrings(Listener* listener, JNIEnv* env, int count) {
+    EventBuilder event(*listener, env, "handler", true, 3, Reports::kDebug);
+    bool made = true;
+    for (int i = 0; i < count; ++i) {
+        made = event.text("a") != nullptr && made;
+    }
+    return made;
+}
+
 } // namespace
 
 const BindingProbe& bindingProbe() {
@@ -88,6 +120,9 @@ const BindingProbe& bindingProbe() {
         &Of<&Listener::OrgNewStringUTF>::call,
         &Of<&Listener::convJStringToChar>::call,
         &Of<&Listener::convJStringToUTF16>::call,
+        &madeOfWrongSize,
+        &makesArrayOfMissingClass,
+        &makeStrings,
     };
     return probe;
 }

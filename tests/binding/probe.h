@@ -46,6 +46,14 @@ struct BindingProbe {
     jstring (*OrgNewStringUTF)(Self, JNIEnv*, const char*);
     void (*convJStringToChar)(Self, JNIEnv*, jstring, char*, int);
     void (*convJStringToUTF16)(Self, JNIEnv*, jstring, char*, int);
+
+    /// With a builder of an event whose record has the wrong size: how many of its operations have
+    /// made something.
+    int (*madeOfWrongSize)(Self, JNIEnv*);
+    /// With a builder: whether it makes an array of a class that the listener has not.
+    bool (*makesArrayOfMissingClass)(Self, JNIEnv*);
+    /// With a builder that has no frame: makes so many strings, and leaves them to the caller.
+    bool (*makeStrings)(Self, JNIEnv*, int);
 };
 
 __attribute__((visibility("default"))) const BindingProbe& bindingProbe();

@@ -92,6 +92,16 @@ TEST_F(Strings, OrgNewStringOfNullIsEmpty) {
     EXPECT_TRACE(log->take(), "");
 }
 
+TEST_F(Strings, OrgNewStringOfANegativeLengthFailsWithoutAJniCall) {
+    for (int length : {-1, -2147483647 - 1}) {
+        Calls made("NewString");
+        EXPECT_EQ(Listener::loaded().OrgNewString("a\0", length), nullptr);
+        EXPECT_EQ(made.made(), 0);
+        EXPECT_TRACE(log->take(),
+                     "JNIDtvSvLibListener|1024|5|DEBUG    |OrgNewString|Failure, ret is NULL");
+    }
+}
+
 TEST_F(Strings, OrgNewStringLogsItsFailure) {
     for (const char* text : {"a\0", static_cast<const char*>(nullptr)}) {
         FailJni fail("NewString");

@@ -238,4 +238,22 @@ TEST(PartialLoad, WhenAConstructorIsMissing) {
         << "the others are still looked up";
 }
 
+TEST(PartialLoad, WhenNoFrameCanBeHad) {
+    if (mode() == Mode::checkJni) {
+        GTEST_SKIP() << "-Xcheck:jni warns of the many references that the VM's own frame gets";
+    }
+    VirtualMachine::instance();
+    auto log = LogRecorder::install();
+    {
+        FailJni fail("PushLocalFrame");
+        ASSERT_EQ(Product::load(), "");
+        EXPECT_TRUE(fail.fired());
+    }
+    EXPECT_TRUE(failures(log->take()).empty()) << "everything is looked up without it";
+    EXPECT_EQ(StrictJni::calls("PopLocalFrame"), 0) << "the caller's frame stays";
+    EXPECT_EQ(StrictJni::calls("FindClass"), expected::classCount);
+    EXPECT_EQ(StrictJni::globalsMade(), expected::classCount);
+    EXPECT_EQ(deliverCreateReply(), 0);
+}
+
 } // namespace

@@ -11,6 +11,7 @@
 #include <mutex>
 #include <set>
 #include <string>
+#include <string_view>
 
 namespace harness {
 namespace {
@@ -76,6 +77,12 @@ void noteWritten(const sessions::KnownLine* known) {
 } // namespace
 
 void checkReadBack(const dtv::LogLine& given) {
+    // What the reader knows is made of the sources. Who runs the tests with changed sources, and
+    // does not make it again, wants to know what the tests themselves say.
+    static const char* const wish = std::getenv("DTV_TEST_READ_BACK");
+    if (wish != nullptr && std::string_view(wish) == "off") {
+        return;
+    }
     const std::string_view text = given.text;
     sessions::TraceLine line;
     if (!readTraceLine(text, line)) {

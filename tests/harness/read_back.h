@@ -10,7 +10,8 @@ namespace harness {
 /// checked.
 ///
 /// When DTV_WRITTEN_LINES names a file, each line that the bridge can write is added to it once for
-/// each process that wrote it: "level|function|format".
+/// each process that wrote it: "level|function|format". When DTV_TEST_READ_BACK is "off", nothing
+/// is checked.
 void checkReadBack(const dtv::LogLine& line);
 
 } // namespace harness

@@ -38,6 +38,13 @@ protected:
     jobject none = javaSurface(0);
 };
 
+TEST_F(Marshalling, OnlyTheFirstReasonIsLogged) {
+    EXPECT_TRUE(refuseTwice(env()));
+    EXPECT_TRACE(log->take(),
+                 "Dtv_jni|1024|5|DEBUG    |setScreenDrawingInfo|screen_drawing_info_clazz class is "
+                 "NULL, ret = 1");
+}
+
 TEST_F(Marshalling, ScreenKeepsWhatWasReadBeforeTheFailure) {
     // A number without a constant gives null.
     EXPECT_EQ(leftBy<6>(&screenDrawingInfo, screenInfo(none, 320, 180, 99, 2)),
@@ -169,6 +176,18 @@ TEST_F(SurfaceReference, OfANullPlaneIsRefusedAfterItsFieldsWereFound) {
     auto other = static_cast<jclass>(adopt(env(), findClass("java/lang/Object")));
     EXPECT_EQ(surface(env(), other, nullptr, &slot), 1);
     EXPECT_EQ(takeException(), "");
+    EXPECT_TRACE(log->take(), nativeTrace("setSurface", R"(
+        START
+        DEBUG |surface_handle fid is NULL, ret = 1)"));
+    EXPECT_EQ(slot.get(), before.get());
+}
+
+TEST_F(SurfaceReference, OfNoClassHasNoField) {
+    NativeSurface before;
+    android::sp<android::Surface> slot(const_cast<android::Surface*>(before.get()));
+    Calls looked_up("GetFieldID");
+    EXPECT_EQ(surface(env(), nullptr, nullptr, &slot), 1);
+    EXPECT_EQ(looked_up.made(), 1) << "the one of the surface: no null is passed to the VM";
     EXPECT_TRACE(log->take(), nativeTrace("setSurface", R"(
         START
         DEBUG |surface_handle fid is NULL, ret = 1)"));

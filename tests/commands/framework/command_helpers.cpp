@@ -1,6 +1,6 @@
 #include "commands/framework/command_helpers.h"
 
-#include "commands/command.h"
+#include "commands/argument.h"
 #include "commands/drawing_info.h"
 #include "commands/sync_reply.h"
 
@@ -33,6 +33,13 @@ int enumValue(JNIEnv* env, const char* name, const char* type, const char* gette
 
 jobject syncAnswer(JNIEnv* env, int message_id, const void* reply, int ret, const void* request) {
     return makeComReplyObjSync(env, message_id, reply, ret, request);
+}
+
+bool refuseTwice(JNIEnv* env) {
+    Argument argument(env, "setScreenDrawingInfo", nullptr, 1);
+    argument.requireClass(INT_LINE("screen_drawing_info_clazz class is NULL, ret = %d"));
+    argument.requireObject(INT_LINE("drawing_info_obj is NULL, ret = %d"));
+    return argument.refused();
 }
 
 jobject adopt(JNIEnv* env, jobject object) {

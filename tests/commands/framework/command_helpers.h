@@ -28,6 +28,9 @@ COMMAND_HELPERS_EXPORT int enumValue(JNIEnv* env, const char* name, const char* 
 COMMAND_HELPERS_EXPORT jobject syncAnswer(JNIEnv* env, int message_id, const void* reply, int ret,
                                           const void* request);
 
+/// Refuses a null argument for two reasons, one after the other; answers whether it is refused.
+COMMAND_HELPERS_EXPORT bool refuseTwice(JNIEnv* env);
+
 /// The same object by a reference that counts as the bridge's own: it ends with the caller's frame.
 COMMAND_HELPERS_EXPORT jobject adopt(JNIEnv* env, jobject object);
 

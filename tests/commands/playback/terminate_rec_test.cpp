@@ -324,6 +324,16 @@ TEST_F(TerminateRecSync, WithoutReplyInnerObjectThatCannotBeBuilt) {
         END |ret = -1)");
 }
 
+TEST_F(TerminateRecSync, WithoutReplyAConstructorThatThrowsEndsTheAnswer) {
+    service->setResult(-1);
+    FailJni fail_once("NewObjectV");
+    EXPECT_EQ(runSync(), outOfMemory);
+    EXPECT_SYNC_LINES(std::string(syncBegin) + R"(
+        START makeComReplyObjSync|
+        START makeComReplyObjSync|make param NG message_id = 0x10000040
+        NEWFAIL 208 126)");
+}
+
 TEST_F(TerminateRecSync, WithoutReplyObjectThatCannotBeBuilt) {
     service->setResult(-1);
     FailJni fail_once("NewObjectV", 1, FailJni::Leaves::nothing);
