@@ -44,7 +44,8 @@ class Arguments(unittest.TestCase):
 
     def test_all(self):
         stages = self.plan("--all")
-        self.assertEqual(["format", "clang-tidy", *BUILDS, *ABIS, *BENCHMARKS], list(stages))
+        self.assertEqual(["format", "clang-tidy", *BUILDS, *ABIS, *BENCHMARKS, "campaign"], list(stages))
+        self.assertIn("--minutes 3 --seed 1", stages["campaign"][0])
         self.assertEqual(["check_format"], stages["format"])
         self.assertEqual("run_clang_tidy build/lint 2 yes",
                          self.plan("--all", "--jobs", "2")["clang-tidy"][-1])
