@@ -171,7 +171,7 @@ def main():
             before_main += process.before_main
     for way, count in counts.items():
         run.note(way, count)
-    run.note("of these SIGTERM came before main began", before_main)
+    run.note("SIGTERM before main began", before_main)
     run.note("longest time to end, s", round(longest, 2))
     run.note("natives called before", calls)
     run.note("events received before", events)
