@@ -47,6 +47,7 @@ ALLOWED = [re.compile(pattern) for pattern in (
     r'Exception in thread "main" java.lang.IllegalStateException: thrown out of main$',
     r"\tat endings\.Busy\.",
 )]
+VM_NOT_STARTED = "Error occurred during initialization of VM"
 # What is a finding also within a line of those.
 CRASH = re.compile(r"fatal error|SIGSEGV|SIGBUS|SIGABRT|hs_err|double free|corrupt|terminate called"
                    r"|pure virtual|AddressSanitizer|ThreadSanitizer|Assertion", re.IGNORECASE)
@@ -73,6 +74,7 @@ class Process:
             str(ROOT / "simulator/data/guide.xml"), self.way, str(int(self.moment)),
             str(senders), str(deliverers), str(random.randint(1, 2**31 - 1))]
         self.calls = self.events = 0
+        self.before_main = False
         # Seconds from the end that was asked for to the end of the process.
         self.taken = 0.0
 
@@ -119,6 +121,11 @@ class Process:
             process.send_signal(signal.SIGTERM)
 
     def check(self, status, lines, late):
+        self.before_main = self.loading and "loading" not in lines
+        # The VM that is ended before it has started itself says so, and nothing of ours is loaded yet.
+        if self.before_main and status == 1 and lines and lines[0] == VM_NOT_STARTED and not any(
+                map(CRASH.search, lines)):
+            return ""
         wrong = ""
         if late:
             wrong += f"\ndid not end within {LONGEST} s"
@@ -141,7 +148,7 @@ def main():
     run = Run("endings")
     counts = dict.fromkeys(WAYS, 0)
     longest = 0.0
-    calls = events = 0
+    calls = events = before_main = 0
     rounds = ((way, number) for number in range(1, EACH + 1) for way in WAYS)
 
     def play(way, number):
@@ -161,8 +168,10 @@ def main():
             longest = max(longest, process.taken)
             calls += process.calls
             events += process.events
+            before_main += process.before_main
     for way, count in counts.items():
         run.note(way, count)
+    run.note("SIGTERM before main began", before_main)
     run.note("longest time to end, s", round(longest, 2))
     run.note("natives called before", calls)
     run.note("events received before", events)
