@@ -10,6 +10,7 @@
 
 #include <unistd.h>
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -52,6 +53,7 @@ std::unique_ptr<Caller> prepare() {
 void playRounds(const campaigns::Run& run, const Plan& plan, Progress& progress, uint64_t step,
                 uint64_t end) {
     const std::unique_ptr<Caller> caller = prepare();
+    progress.keepTime();
     while (!progress.stop && progress.next < end) {
         const std::string name = plan.name(progress.next);
         std::snprintf(progress.name, sizeof progress.name, "%s", name.c_str());
@@ -67,7 +69,11 @@ void playRounds(const campaigns::Run& run, const Plan& plan, Progress& progress,
             _exit(campaigns::kFound);
         }
         progress.next += step;
+        if (progress.rounds % 256 == 0) {
+            progress.keepTime();
+        }
     }
+    progress.keepTime();
     _exit(0);
 }
 
@@ -95,6 +101,7 @@ public:
         const std::string wrong = job_->wrong();
         rounds_ += progress_->rounds;
         sent_ += progress_->sent;
+        seconds_ += static_cast<double>(progress_->played) / 1e9;
         if (wrong.empty()) {
             return false;
         }
@@ -110,6 +117,8 @@ public:
     void stop() { progress_->stop = true; }
     uint64_t rounds() const { return rounds_; }
     uint64_t sent() const { return sent_; }
+    /// Of processor time.
+    double seconds() const { return seconds_; }
 
 private:
     void start(uint64_t next) {
@@ -130,6 +139,7 @@ private:
     std::unique_ptr<campaigns::Job> job_;
     uint64_t rounds_ = 0;
     uint64_t sent_ = 0;
+    double seconds_ = 0;
     int findings_ = 0;
 };
 
@@ -157,12 +167,13 @@ void play(campaigns::Run& run, const Plan& plan) {
             }
         }
     }
-    const double taken = run.elapsed();
+    double seconds = 0;
     uint64_t rounds = 0;
     uint64_t sent = 0;
     for (const auto& place : places) {
         rounds += place->rounds();
         sent += place->sent();
+        seconds += place->seconds();
     }
     const auto found = static_cast<uint64_t>(run.findings());
     run.played(rounds - std::min(rounds, found));
@@ -170,7 +181,8 @@ void play(campaigns::Run& run, const Plan& plan) {
     run.note("calls of one hostile part, in all", static_cast<double>(plan.singles()));
     run.note("calls of two hostile parts, in all", static_cast<double>(plan.pairs()));
     run.note("sent, within the limits", static_cast<double>(sent));
-    run.note("calls a second", taken > 0 ? static_cast<double>(rounds) / taken : 0);
+    run.note("calls a second of processor time",
+             seconds > 0 ? std::round(static_cast<double>(rounds) / seconds) : 0);
     run.note("processes", static_cast<double>(jobs));
 }
 

@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -273,7 +274,8 @@ void play(campaigns::Run& run, const char* program) {
     run.note("refused, as they are to be", static_cast<double>(totals.records - totals.delivered));
     run.note("with the trace on", static_cast<double>(totals.traced));
     run.note("records a second of processor time",
-             totals.seconds > 0 ? static_cast<double>(totals.records) / totals.seconds : 0);
+             totals.seconds > 0 ? std::round(static_cast<double>(totals.records) / totals.seconds)
+                                : 0);
     run.note("processes", static_cast<double>(jobs));
     run.note("edges of src/ taken", static_cast<double>(totals.edgesTaken()));
     run.note("edges of src/, those of commands too", static_cast<double>(totals.edge_count));

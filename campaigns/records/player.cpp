@@ -12,7 +12,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <ctime>
 
 // libFuzzer's own.
 extern "C" int LLVMFuzzerRunDriver(int* argc, char*** argv,
@@ -31,13 +30,6 @@ struct Player {
 };
 Player* player = nullptr;
 Progress* progress_of_fault = nullptr;
-
-/// Nanoseconds that the process has used, on all its threads.
-int64_t processorTime() {
-    timespec time = {};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return time.tv_sec * 1'000'000'000LL + time.tv_nsec;
-}
 
 void endByFault(const char* text) {
     progress_of_fault->keepWrong(text);
@@ -78,11 +70,7 @@ std::string playData(const uint8_t* data, size_t size) {
     progress.traced.fetch_add(input.traced ? 1 : 0, std::memory_order_relaxed);
     const uint64_t records = progress.rounds.fetch_add(1, std::memory_order_relaxed) + 1;
     if (records % 256 == 1) {
-        const int64_t time = processorTime();
-        if (progress.began == 0) {
-            progress.began = time;
-        }
-        progress.played = time - progress.began;
+        progress.keepTime();
     }
     return wrong;
 }
@@ -100,7 +88,7 @@ int playFromFuzzer(const uint8_t* data, size_t size) {
         _exit(campaigns::kFound);
     }
     if (progress.stop.load(std::memory_order_relaxed) || progress.rounds >= player->most) {
-        progress.played = processorTime() - progress.began;
+        progress.keepTime();
         _exit(0);
     }
     return 0;

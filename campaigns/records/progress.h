@@ -17,8 +17,6 @@ constexpr size_t kMostEdges = 65536;
 struct Progress : campaigns::Progress {
     std::atomic<uint64_t> delivered; ///< to Java
     std::atomic<uint64_t> traced;
-    std::atomic<int64_t> began;  ///< nanoseconds of the process's processor time: the first record
-    std::atomic<int64_t> played; ///< nanoseconds of it from the first record to the last
 
     /// The input that is played.
     std::atomic<size_t> input_size;

@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <fstream>
 
 namespace campaigns {
@@ -34,6 +35,16 @@ bool saysWhy(const std::string& line) {
 
 void Progress::keepWrong(const char* text) {
     std::strncpy(wrong, text, sizeof wrong - 1);
+}
+
+void Progress::keepTime() {
+    timespec time = {};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    const int64_t now = time.tv_sec * 1'000'000'000LL + time.tv_nsec;
+    if (began == 0) {
+        began = now;
+    }
+    played = now - began;
 }
 
 void* sharedMemory(size_t size) {

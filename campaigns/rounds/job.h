@@ -19,10 +19,15 @@ namespace campaigns {
 struct Progress {
     std::atomic<uint64_t> rounds;
     std::atomic<bool> stop; ///< the player is to end
+    /// Nanoseconds of processor time, of all threads: when the first round began, and from then on.
+    std::atomic<int64_t> began;
+    std::atomic<int64_t> played;
     /// What is wrong with the round that is played, ended by a zero byte.
     char wrong[1000];
 
     void keepWrong(const char* text);
+    /// To be called by the player before the first round, and now and then.
+    void keepTime();
 };
 
 /// Memory that the processes share which are started from now on. Never freed. Ends the process

@@ -18,7 +18,7 @@ using namespace harness;
 char playing[8192];
 
 void say(const char* what) {
-    const char* const texts[] = {what, ": campaign_records --repeat ", playing, "\n"};
+    const char* const texts[] = {what, ": ./campaign --only records --repeat ", playing, "\n"};
     for (const char* const text : texts) {
         [[maybe_unused]] const ssize_t count = ::write(2, text, std::strlen(text));
     }
