@@ -177,6 +177,14 @@ private:
         }
         if (place.process == 0) {
             dup2(place.errors, 2);
+            std::atexit([] {
+                std::fflush(stdout);
+                char block[2000];
+                const ssize_t got = pread(1, block, sizeof block, 0);
+                if (got > 0 && write(2, block, static_cast<size_t>(got)) < 0) {
+                    _exit(2);
+                }
+            });
             work_(place.worker);
             std::fflush(nullptr);
             _exit(0);
