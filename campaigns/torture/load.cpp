@@ -96,8 +96,8 @@ public:
             if (plan.refuse_registration) {
                 refusing.emplace(true);
             }
-            FailNth fail(plan.calls, plan.calls_on ? FailNth::Span::fromThereOn
-                                                   : FailNth::Span::once);
+            FailNth fail(plan.calls,
+                         plan.calls_on ? FailNth::Span::fromThereOn : FailNth::Span::once);
             Memory::begin(plan.allocation, plan.allocations_on);
             Witness::instance().begin();
             returned = library.onLoad();
@@ -218,9 +218,19 @@ std::vector<std::pair<std::string, std::string>> playRefusedLoads() {
         {"system-load/jni/0-null/once", {{0, null}}, false, false, -1, link_error},
         {"system-load/jni/0-null/on", {{0, null}}, true, false, -1, link_error},
         {"system-load/registration/once", {}, false, true, -1, method_error},
-        {"system-load/registration+jni/1-throws/once", {{1, throws}}, false, true, -1, method_error},
+        {"system-load/registration+jni/1-throws/once",
+         {{1, throws}},
+         false,
+         true,
+         -1,
+         method_error},
         {"system-load/registration+jni/1-null/once", {{1, null}}, false, true, -1, method_error},
-        {"system-load/registration+jni/2-throws/once", {{2, throws}}, false, true, -1, method_error},
+        {"system-load/registration+jni/2-throws/once",
+         {{2, throws}},
+         false,
+         true,
+         -1,
+         method_error},
         {"system-load/registration+jni/3-null/once", {{3, null}}, false, true, -1, link_error},
         {"system-load/registration+jni/1-throws/on", {{1, throws}}, true, true, -1, link_error},
         {"system-load/alloc/0/once", {}, false, false, 0, link_error},
