@@ -11,8 +11,8 @@ namespace torture {
 /// In a process that has not loaded the bridge.
 std::vector<std::unique_ptr<Operation>> loadOperations();
 
-/// Refused loads as Java sees them, through System.load, then one that is taken. What is wrong, with
-/// the round's name; how many rounds were played.
+/// Refused loads as Java sees them, through System.load, then one that is taken. What is wrong,
+/// with the round's name; how many rounds were played.
 std::vector<std::pair<std::string, std::string>> playRefusedLoads();
 
 } // namespace torture

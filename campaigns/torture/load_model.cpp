@@ -12,8 +12,8 @@ constexpr const char* proxy = "tenrik/service/dtvserver/DtvServerProxy";
 std::string textOf(const expected::Method& row) {
     return "class_id = " + std::to_string(row.class_id) +
            ", method_id = " + std::to_string(row.method_id) +
-           ", attr_id = " + std::to_string(row.attr_id) + ", type_id = 0, method_name = " + row.name +
-           ", signature = " + row.signature;
+           ", attr_id = " + std::to_string(row.attr_id) +
+           ", type_id = 0, method_name = " + row.name + ", signature = " + row.signature;
 }
 
 } // namespace
@@ -41,9 +41,10 @@ void LoadModel::refuse(const std::string& last_line) {
         line(last_line);
     }
     line("N E JNI_OnLoad|");
-    out_.answer = loadAnswer(
-        std::string("-1") + (refusal_thrown_ ? " java.lang.NoSuchMethodError: refused by the test" : ""),
-        "unbound", "-1000");
+    out_.answer =
+        loadAnswer(std::string("-1") +
+                       (refusal_thrown_ ? " java.lang.NoSuchMethodError: refused by the test" : ""),
+                   "unbound", "-1000");
 }
 
 void LoadModel::unregister(bool exception_kept) {
@@ -90,8 +91,7 @@ Outcome LoadModel::load() {
     // callback row 45.
     const bool answers = missing_classes_.count(127) == 0;
     const bool delivers = missing_methods_.count(114) == 0 && missing_methods_.count(45) == 0;
-    out_.answer = loadAnswer("65540",
-                             answers ? "BG_TE_DTVSVLIB_RESULT.DTVSVLIB_RESULT_NG" : "null",
+    out_.answer = loadAnswer("65540", answers ? "BG_TE_DTVSVLIB_RESULT.DTVSVLIB_RESULT_NG" : "null",
                              delivers ? "0" : "1");
     return finished();
 }

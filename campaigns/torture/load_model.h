@@ -29,6 +29,7 @@ private:
 std::string withoutAddresses(const std::string& line);
 
 /// The load's answer: what it returned, the exception it left, and what works afterwards.
-std::string loadAnswer(const std::string& returned, const std::string& native, const std::string& event);
+std::string loadAnswer(const std::string& returned, const std::string& native,
+                       const std::string& event);
 
 } // namespace torture

@@ -16,8 +16,8 @@ std::atomic<bool> watching{false};
 std::atomic<int> counted{0};
 std::atomic<int> failing{-1};
 std::atomic<bool> failing_on{false};
-/// The blocks that the bridge has. They are given back by other code as well, and by jumps that have
-/// the caller's return address. A bridge that is loaded has one.
+/// The blocks that the bridge has. They are given back by other code as well, and by jumps that
+/// have the caller's return address. A bridge that is loaded has one.
 constexpr int most_blocks = 64;
 std::atomic<void*> blocks[most_blocks];
 std::atomic<int> used_blocks{0}; ///< the places after these have never been taken

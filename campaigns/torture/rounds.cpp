@@ -126,9 +126,8 @@ Plan withCall(Plan plan, const FailNth::Call& call, bool on = false) {
 void addCalls(std::vector<Round>& rounds, Operation& operation, const Plan& plan, size_t first,
               const std::string& name, Kind kind, bool on_as_well, size_t most = ~size_t{0}) {
     const std::vector<CallSeen> calls = operation.expect(plan).calls;
-    const size_t end = calls.size() - std::min(calls.size(), first) > most
-                           ? first + most
-                           : calls.size();
+    const size_t end =
+        calls.size() - std::min(calls.size(), first) > most ? first + most : calls.size();
     for (size_t i = first; i < end; ++i) {
         for (Leaves leaves : waysToFail(calls[i].function())) {
             const FailNth::Call call{static_cast<int>(i), leaves};

@@ -17,6 +17,8 @@ namespace {
 
 /// A process that dies again and again would never end.
 constexpr int most_restarts = 20;
+/// Seconds after which a round does not end any more.
+constexpr double longest_round = 20;
 
 std::string contentOf(int file) {
     std::string text;
@@ -40,6 +42,7 @@ struct Worker::Shared {
     char round[256];
     uint64_t next; ///< the round after the one in progress
     bool in_round;
+    double began; ///< the round, in seconds of the run
     uint64_t kinds[static_cast<size_t>(Kind::count)];
     struct {
         char name[80];
@@ -51,16 +54,17 @@ bool Worker::hasTime() const {
     return until <= 0 || run->elapsed() < until;
 }
 
-bool Worker::takes(const std::string& round) {
+bool Worker::takes(const std::string& round, bool always) {
     const uint64_t number = counter++;
     if (number % jobs != index || number < first) {
         return false;
     }
-    if (run->repeated().empty() ? !hasTime() : run->repeated() != round) {
+    if (run->repeated().empty() ? !always && !hasTime() : run->repeated() != round) {
         return false;
     }
     std::snprintf(shared->round, sizeof shared->round, "%s", round.c_str());
     shared->next = counter;
+    shared->began = run->elapsed();
     shared->in_round = true;
     // Exceptions that were described: only those of the round in progress are of interest.
     if (ftruncate(2, 0) != 0) {
@@ -123,13 +127,19 @@ public:
     void wait() {
         for (;;) {
             int status = 0;
-            const pid_t ended = waitpid(-1, &status, 0);
+            const pid_t ended = waitpid(-1, &status, WNOHANG);
             if (ended < 0) {
                 return;
             }
+            if (ended == 0) {
+                usleep(20000);
+            }
             for (auto& place : places_) {
-                if (place->process == ended) {
+                if (ended != 0 && place->process == ended) {
+                    place->process = -1;
                     hasEnded(*place, status);
+                } else if (place->process > 0) {
+                    endWhenStuck(*place);
                 }
             }
         }
@@ -177,9 +187,24 @@ private:
         }
         if (place.process == 0) {
             dup2(place.errors, 2);
+            std::atexit([] {
+                std::fflush(stdout);
+                char block[2000];
+                const ssize_t got = pread(1, block, sizeof block, 0);
+                if (got > 0 && write(2, block, static_cast<size_t>(got)) < 0) {
+                    _exit(2);
+                }
+            });
             work_(place.worker);
             std::fflush(nullptr);
             _exit(0);
+        }
+    }
+
+    void endWhenStuck(Place& place) {
+        const Worker::Shared& shared = *place.worker.shared;
+        if (shared.in_round && run_.elapsed() - shared.began > longest_round) {
+            kill(place.process, SIGKILL);
         }
     }
 
@@ -190,12 +215,14 @@ private:
         }
         const std::string how =
             WIFSIGNALED(status)
-                ? std::string("the process ended by ") + strsignal(WTERMSIG(status))
+                ? std::string("the process ended by ") + strsignal(WTERMSIG(status)) +
+                      (WTERMSIG(status) == SIGKILL ? ": the round did not end" : "")
                 : "the process ended with status " + std::to_string(WEXITSTATUS(status));
         const std::string text = how + "\n" + endOf(contentOf(place.errors));
         const bool in_round = shared.in_round;
         run_.played(in_round ? shared.round : "start", text);
         shared.in_round = false;
+        shared.began = run_.elapsed();
         if (in_round && run_.repeated().empty() && place.restarts++ < most_restarts) {
             place.worker.first = shared.next;
             launch(place);

@@ -14,8 +14,8 @@ namespace torture {
 class Worker {
 public:
     /// Whether the next round is this worker's, and wanted. To be asked once for each round, in the
-    /// same order in every process.
-    bool takes(const std::string& round);
+    /// same order in every process. `always`: also when the time is over.
+    bool takes(const std::string& round, bool always = false);
     /// The round that was taken has been played.
     void played(Kind kind, const std::string& wrong);
     /// Something is wrong that is no round.
