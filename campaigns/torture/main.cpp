@@ -8,6 +8,9 @@
 
 #include "harness/harness.h"
 
+#include <algorithm>
+#include <random>
+
 namespace {
 
 using namespace torture;
@@ -37,7 +40,12 @@ void playAll(Worker& worker, const std::vector<std::unique_ptr<Operation>>& all,
             if (!worker.hasTime()) {
                 return;
             }
-            for (const Round& round : rounds(*operation)) {
+            // In an order of the seed's, so that a run that ends early has played some of each
+            // part.
+            std::vector<Round> ordered = rounds(*operation);
+            std::mt19937_64 random = worker.random(operation->name());
+            std::shuffle(ordered.begin(), ordered.end(), random);
+            for (const Round& round : ordered) {
                 if (worker.takes(round.name)) {
                     worker.played(round.kind, play(round));
                 }

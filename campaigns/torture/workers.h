@@ -23,6 +23,8 @@ public:
     /// A figure that is the same in all workers.
     void note(const std::string& name, uint64_t value);
     bool hasTime() const;
+    /// Random numbers for one purpose: the same for the same seed and name.
+    std::mt19937_64 random(const std::string& name) const { return run->random(name); }
 
 private:
     friend class Workers;
