@@ -79,7 +79,8 @@ void playLoads(Worker& worker) {
     Witness::instance();
     std::vector<std::unique_ptr<Operation>> all = loadOperations();
     playAll(worker, all, load_note);
-    for (const auto& [round, wrong] : playRefusedLoads()) {
+    for (const auto& [round, wrong] :
+         playRefusedLoads([&](const std::string& name) { worker.begins(name); })) {
         if (worker.takes(round, true)) {
             worker.played(Kind::systemLoad, wrong);
         }

@@ -16,6 +16,8 @@ public:
     /// Whether the next round is this worker's, and wanted. To be asked once for each round, in the
     /// same order in every process. `always`: also when the time is over.
     bool takes(const std::string& round, bool always = false);
+    /// A round is played before it is asked for: a process that ends now ends in it.
+    void begins(const std::string& round);
     /// The round that was taken has been played.
     void played(Kind kind, const std::string& wrong);
     /// Something is wrong that is no round.
