@@ -192,14 +192,16 @@ private:
 std::vector<std::unique_ptr<Operation>> loadOperations() {
     dtv::setServiceEndpoint(nullptr);
     std::vector<std::unique_ptr<Operation>> all;
-    all.push_back(std::make_unique<Load>(false));
-    all.push_back(std::make_unique<Load>(true));
+    // The one with most rounds last.
     all.push_back(std::make_unique<FirstEvent>(false));
     all.push_back(std::make_unique<FirstEvent>(true));
+    all.push_back(std::make_unique<Load>(true));
+    all.push_back(std::make_unique<Load>(false));
     return all;
 }
 
-std::vector<std::pair<std::string, std::string>> playRefusedLoads() {
+std::vector<std::pair<std::string, std::string>>
+playRefusedLoads(const std::function<void(const std::string&)>& begins) {
     struct Refused {
         const char* name;
         std::vector<FailNth::Call> calls;
@@ -242,6 +244,7 @@ std::vector<std::pair<std::string, std::string>> playRefusedLoads() {
     for (const Refused& each : all) {
         const int globals = StrictJni::globalsMade() - StrictJni::globalsDeleted();
         std::string refusal;
+        begins(each.name);
         {
             std::optional<RegistrationRecorder> refusing;
             if (each.registration) {
@@ -270,6 +273,7 @@ std::vector<std::pair<std::string, std::string>> playRefusedLoads() {
         played.emplace_back(each.name, wrong);
     }
     // Then Java loads it.
+    begins("system-load/taken/once");
     std::string wrong = Product::load();
     if (deliverReply() != 0) {
         wrong += "the event after the load was not delivered\n";

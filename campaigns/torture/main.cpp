@@ -8,6 +8,9 @@
 
 #include "harness/harness.h"
 
+#include <algorithm>
+#include <random>
+
 namespace {
 
 using namespace torture;
@@ -37,7 +40,12 @@ void playAll(Worker& worker, const std::vector<std::unique_ptr<Operation>>& all,
             if (!worker.hasTime()) {
                 return;
             }
-            for (const Round& round : rounds(*operation)) {
+            // In an order of the seed's, so that a run that ends early has played some of each
+            // part.
+            std::vector<Round> ordered = rounds(*operation);
+            std::mt19937_64 random = worker.random(operation->name());
+            std::shuffle(ordered.begin(), ordered.end(), random);
+            for (const Round& round : ordered) {
                 if (worker.takes(round.name)) {
                     worker.played(round.kind, play(round));
                 }
@@ -71,7 +79,8 @@ void playLoads(Worker& worker) {
     Witness::instance();
     std::vector<std::unique_ptr<Operation>> all = loadOperations();
     playAll(worker, all, load_note);
-    for (const auto& [round, wrong] : playRefusedLoads()) {
+    for (const auto& [round, wrong] :
+         playRefusedLoads([&](const std::string& name) { worker.begins(name); })) {
         if (worker.takes(round, true)) {
             worker.played(Kind::systemLoad, wrong);
         }

@@ -73,6 +73,13 @@ bool Worker::takes(const std::string& round, bool always) {
     return true;
 }
 
+void Worker::begins(const std::string& round) {
+    std::snprintf(shared->round, sizeof shared->round, "%s", round.c_str());
+    shared->next = counter;
+    shared->began = run->elapsed();
+    shared->in_round = true;
+}
+
 void Worker::played(Kind kind, const std::string& wrong) {
     shared->in_round = false;
     ++shared->kinds[static_cast<size_t>(kind)];

@@ -16,6 +16,8 @@ public:
     /// Whether the next round is this worker's, and wanted. To be asked once for each round, in the
     /// same order in every process. `always`: also when the time is over.
     bool takes(const std::string& round, bool always = false);
+    /// A round is played before it is asked for: a process that ends now ends in it.
+    void begins(const std::string& round);
     /// The round that was taken has been played.
     void played(Kind kind, const std::string& wrong);
     /// Something is wrong that is no round.
@@ -23,6 +25,8 @@ public:
     /// A figure that is the same in all workers.
     void note(const std::string& name, uint64_t value);
     bool hasTime() const;
+    /// Random numbers for one purpose: the same for the same seed and name.
+    std::mt19937_64 random(const std::string& name) const { return run->random(name); }
 
 private:
     friend class Workers;
