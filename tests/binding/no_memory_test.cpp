@@ -56,6 +56,7 @@ TEST(WithoutMemory, TheLoadIsRefusedAndNoMethodStaysBound) {
     }
     EXPECT_EQ(StrictJni::calls("UnregisterNatives"), 1);
     EXPECT_EQ(StrictJni::calls("Throw"), 0) << "no exception was pending";
+    EXPECT_EQ(StrictJni::calls("ExceptionClear"), 0);
     EXPECT_EQ(StrictJni::globalsMade(), 0);
     EXPECT_EQ(StrictJni::liveLocals(), 0);
     EXPECT_TRACE(log->take(), R"(
