@@ -110,18 +110,19 @@ def report(run, results, order, reasons, texts):
         run.finding(name, wrong)
     if not programs:
         return
-    share = kinds["killed"] / len(programs)
+    known = sum(result["result"] == "survived" and not survived(result, reasons) for result in results)
+    # Nothing can see those that are listed: they are no part of what tests can kill.
+    share = kinds["killed"] / max(1, len(programs) - known)
     if len(programs) >= WANTED and share < LEAST_KILLED:
         run.finding("", f"{100 * share:.1f} % are killed, {100 * LEAST_KILLED:.0f} % are wanted")
-    known = sum(result["result"] == "survived" and not survived(result, reasons) for result in results)
     how = collections.Counter(result.get("how") for result in programs)
     run.note("places to change in src/", len(order))
     run.note("mutants that compile", len(programs))
     run.note("killed by a test", kinds["killed"])
-    run.note("killed, %", round(100 * share, 2))
+    run.note("nothing can see them, each listed with its reason", known)
+    run.note("killed of the others, %", round(100 * share, 2))
     run.note("of them by a crash", how["crash"])
     run.note("of them by a hang", how["hang"])
-    run.note("survivors, each listed with its reason", known)
     run.note("refused by the build's own checks, besides", kinds["refused"])
     run.note("compiled to the same code, drawn again", kinds["the same"])
     run.note("no C++ program, drawn again", kinds["no program"])

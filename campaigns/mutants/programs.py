@@ -51,8 +51,12 @@ def programs_of(build):
     for test in listed["tests"]:
         properties = {entry["name"]: entry["value"] for entry in test["properties"]}
         labels = set(properties.get("LABELS", []))
+        if not labels & LABELS or "long" in labels:
+            continue
+        if "command" not in test:
+            raise FileNotFoundError(f"{test['name']} is not built in {build}")
         command = [pathlib.Path(word) for word in test["command"]]
-        if not labels & LABELS or "long" in labels or build / "tests" not in command[0].parents:
+        if build / "tests" not in command[0].parents:
             continue
         name, _, mode = test["name"].rpartition(".")
         if mode == "checkjni" or command[0].name in LEFT_OUT + WITHOUT_BRIDGE:

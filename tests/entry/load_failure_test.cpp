@@ -74,6 +74,8 @@ TEST(RefusedLoad, WhenTheVmRefusesAMethod) {
     RegistrationRecorder registered(true);
     EXPECT_EQ(Product::load(), "java.lang.NoSuchMethodError: refused by the test");
     EXPECT_EQ(registered.kept().size(), 1U);
+    EXPECT_EQ(StrictJni::calls("DeleteLocalRef"), 2)
+        << "the class, and the exception that is pending";
     EXPECT_TRACE(log->take(), R"(
         Dtv_jni|128|5|FUNCSTART|JNI_OnLoad|
         Dtv_jni|1024|5|DEBUG    |JNI_OnLoad|pid = <pid>, threadid = <tid>

@@ -119,6 +119,23 @@ TEST_F(FirstComponent, SettingsWithoutABoundAndNegativeStarts) {
         END |ret = 0)");
 }
 
+TEST_F(FirstComponent, BothStartsMayBeNegative) {
+    jobject object = setting(0, 0, 0, 0, 0);
+    EnumValue start("BG_TE_DTVSVLIB_CONTROL_TYPE", "OFF", -1);
+    EXPECT_EQ(run("SetFirstComponent", {3, object}), "OK");
+    EXPECT_EQ(sent(), std::string("1000000a surfaces=3: 03 00 00 00 00 ff ff 00 ") + planesRecord);
+    EXPECT_LINES("dtvSvLibSetFirstComponent", "START |hdl = 3\n" + planesDone + R"(
+        DEBUG |SEND, dtvsv_handle = 3
+        DEBUG |SEND, COMPONENT_SETTING : cap_start_type  = 255
+        DEBUG |SEND, COMPONENT_SETTING : bml_start_type  = 255
+        DEBUG |SEND, COMPONENT_SETTING : cap_lang        = 0
+        DEBUG |SEND, COMPONENT_SETTING : dualmono        = 0
+        DEBUG |SEND, COMPONENT_SETTING : audio_component = 0
+        )" + planesSent + R"(
+        RESULT 0
+        END |ret = 0)");
+}
+
 TEST_F(FirstComponent, FailedSendIsNg) {
     service->setResult(16);
     EXPECT_EQ(run("SetFirstComponent", {3, setting(0, 0, 0, 0, 0)}), "NG");

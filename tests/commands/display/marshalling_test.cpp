@@ -4,7 +4,10 @@
 #include "commands/framework/helpers_fixture.h"
 #include "commands/watched_surface.h"
 
+#include <sys/mman.h>
+
 #include <array>
+#include <new>
 
 namespace {
 
@@ -192,6 +195,30 @@ TEST_F(SurfaceReference, OfNoClassHasNoField) {
         START
         DEBUG |surface_handle fid is NULL, ret = 1)"));
     EXPECT_EQ(slot.get(), before.get());
+}
+
+/// The int is the address's 32 bits: one above 2 GB is negative in Java.
+TEST_F(SurfaceReference, MayBeAbove2GB) {
+    class Placed : public android::Surface {
+    public:
+        static void* operator new(size_t, void* place) { return place; }
+        static void operator delete(void*) {}
+    };
+    void* const wanted = reinterpret_cast<void*>(uintptr_t{0x90000000});
+    void* const place = mmap(wanted, 4096, PROT_READ | PROT_WRITE,
+                             MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED_NOREPLACE, -1, 0);
+    if (place != wanted) {
+        GTEST_SKIP() << "this process has other uses of that address";
+    }
+    {
+        android::sp<android::Surface> own(new (place) Placed);
+        android::sp<android::Surface> slot;
+        const auto address = reinterpret_cast<uintptr_t>(own.get());
+        EXPECT_EQ(take(static_cast<int>(address), slot), 0);
+        EXPECT_EQ(slot.get(), own.get());
+        EXPECT_EQ(own->getStrongCount(), 2);
+    }
+    munmap(place, 4096);
 }
 
 } // namespace

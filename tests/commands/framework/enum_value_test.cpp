@@ -77,6 +77,19 @@ TEST_F(EnumField, MayBeInherited) {
     expectValue(holder("ODD", "EnumSamples$Heir"), -7);
 }
 
+/// A longer descriptor is cut, and so has no getter. None of the service is longer than 62.
+TEST_F(EnumField, DescriptorOfUpTo252Characters) {
+    const std::string longest = "Lharness/EnumSamples$" + std::string(230, 'N') + ";";
+    ASSERT_EQ(longest.size(), 252U);
+    hold(holder("HIGH"));
+    int value = untouched;
+    EXPECT_EQ(enumValue(env(), "longest", longest.c_str(), "getLength", &value), 0);
+    EXPECT_EQ(takeException(), "");
+    EXPECT_EQ(value, 252);
+    const std::string too_long = "Lharness/EnumSamples$" + std::string(231, 'N') + ";";
+    expectFailure(holder("HIGH"), "tooLong", too_long.c_str(), "getLength", "enum method is NULL");
+}
+
 TEST_F(EnumField, HolderNull) {
     int asked = StrictJni::calls("GetObjectClass");
     expectFailure(nullptr, "gauge", gauge_type, "getGaugeValue", "orgObj's clazz is NULL");
