@@ -2,6 +2,7 @@
 //
 // usage: dtv-schema FOLDER_OF_THE_ENUMERATIONS
 #include "desk/show/wireshark/enumerations.h"
+#include "desk/show/wireshark/layouts.h"
 
 #include "records/catalogue.h"
 
@@ -13,20 +14,8 @@
 namespace {
 
 using catalogue::Field;
-using catalogue::Kind;
 using catalogue::Message;
 using catalogue::Record;
-
-using Records = std::map<std::string, const Record*>;
-
-void collect(const Record* record, Records& records) {
-    if (record == nullptr || !records.emplace(record->name, record).second) {
-        return;
-    }
-    for (const Field& field : record->fields) {
-        collect(field.record, records);
-    }
-}
 
 /// `,"enumeration":"NAME"` for a place that has one.
 void printEnumeration(const std::string& place) {
@@ -36,31 +25,13 @@ void printEnumeration(const std::string& place) {
     }
 }
 
-const char* nameOf(Kind kind) {
-    switch (kind) {
-    case Kind::kUnsigned:
-        return "unsigned";
-    case Kind::kSigned:
-        return "signed";
-    case Kind::kBytes:
-        return "bytes";
-    case Kind::kText:
-        return "text";
-    case Kind::kUtf16Text:
-        return "utf16";
-    case Kind::kRecord:
-        break;
-    }
-    return "record";
-}
-
 void printRecord(const Record& record) {
     std::printf("\"%s\":{\"size\":%zu,\"fields\":[", record.name.c_str(), record.size);
     const char* before = "\n";
     for (const Field& field : record.fields) {
         std::printf("%s{\"name\":\"%s\",\"offset\":%zu,\"size\":%zu,\"count\":%zu,\"kind\":\"%s\"",
                     before, field.name.c_str(), field.offset, field.size, field.count,
-                    nameOf(field.kind));
+                    layouts::nameOf(field.kind));
         if (field.record != nullptr) {
             std::printf(",\"record\":\"%s\"", field.record->name.c_str());
         }
@@ -108,16 +79,9 @@ int main(int argc, char** argv) {
         std::cerr << "usage: dtv-schema FOLDER_OF_THE_ENUMERATIONS\n";
         return 2;
     }
-    Records records;
-    for (const auto* messages : {&catalogue::commands(), &catalogue::events()}) {
-        for (const Message& message : *messages) {
-            collect(message.record, records);
-            collect(message.reply, records);
-        }
-    }
     std::printf("{\"records\":{");
     const char* before = "\n";
-    for (const auto& [name, record] : records) {
+    for (const auto& [name, record] : layouts::all()) {
         std::printf("%s", before);
         printRecord(*record);
         before = ",\n";

@@ -3,6 +3,7 @@
 //
 // usage: dtv-dissector FOLDER_OF_THE_ENUMERATIONS CODE...
 #include "enumerations.h"
+#include "layouts.h"
 
 #include "records/catalogue.h"
 
@@ -18,7 +19,6 @@
 namespace {
 
 using catalogue::Field;
-using catalogue::Kind;
 using catalogue::Message;
 using catalogue::Record;
 
@@ -42,46 +42,6 @@ void printEnumerations(const std::string& folder) {
     std::exit(1);
 }
 
-using Records = std::map<std::string, const Record*>;
-
-const char* nameOf(Kind kind) {
-    switch (kind) {
-    case Kind::kUnsigned:
-        return "unsigned";
-    case Kind::kSigned:
-        return "signed";
-    case Kind::kBytes:
-        return "bytes";
-    case Kind::kText:
-        return "text";
-    case Kind::kUtf16Text:
-        return "utf16";
-    case Kind::kRecord:
-        break;
-    }
-    return "record";
-}
-
-void collect(const Record* record, Records& records) {
-    if (record == nullptr || !records.emplace(record->name, record).second) {
-        return;
-    }
-    for (const Field& field : record->fields) {
-        collect(field.record, records);
-    }
-}
-
-Records allRecords() {
-    Records records;
-    for (const auto* messages : {&catalogue::commands(), &catalogue::events()}) {
-        for (const Message& message : *messages) {
-            collect(message.record, records);
-            collect(message.reply, records);
-        }
-    }
-    return records;
-}
-
 /// The places of which the table has an enumeration, and that are there.
 std::set<std::string> used_enumerations;
 
@@ -98,7 +58,8 @@ void printRecord(const Record& record) {
                 record.name.c_str(), record.size);
     for (const Field& field : record.fields) {
         std::printf("        {name = \"%s\", offset = %zu, size = %zu, count = %zu, kind = \"%s\"",
-                    field.name.c_str(), field.offset, field.size, field.count, nameOf(field.kind));
+                    field.name.c_str(), field.offset, field.size, field.count,
+                    layouts::nameOf(field.kind));
         if (field.record != nullptr) {
             std::printf(", record = \"%s\"", field.record->name.c_str());
         }
@@ -125,7 +86,7 @@ void printMessage(const Message& message) {
 
 void printTables() {
     std::printf("local records = {\n");
-    for (const auto& [name, record] : allRecords()) {
+    for (const auto& [name, record] : layouts::all()) {
         printRecord(*record);
     }
     std::printf("}\n\nlocal messages = {\n");
