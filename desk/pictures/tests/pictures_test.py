@@ -1,6 +1,6 @@
 """The pictures that dtv-show makes of a capture and of a log, held against what it says of them as JSON.
 
-usage: pictures_test.py BUILD
+usage: pictures_test.py BUILD [CLASS]
 
 The trace for Perfetto is decoded by protoc with the public field numbers of trace.proto.
 """
@@ -181,19 +181,6 @@ class Perfetto(unittest.TestCase):
                 self.assertEqual(f"result = {message['fields']['result']}", each["notes"]["failure"])
             self.assertEqual(each["category"] == "failed", "failure" in each["notes"])
 
-    def test_names_what_failed(self):
-        capture = Capture()
-        capture.add(COMMAND, CREATE, bytes(4), value=-1)
-        capture.add(EVENT, CREATE_REPLY, b"\1\0\0\0\5\0\0\0", thread=11)
-        capture.add(EVENT, CREATE_REPLY, b"\1\0\0\0", thread=12)
-        capture.add(REFUSED, CREATE_REPLY, value=1, size=4, thread=12)
-        capture.add(EVENT, CREATE_REPLY, b"\1\0\0\0\0\0\0\0", thread=11)
-        path = pathlib.Path(self.folder.name) / "failed.pcapng"
-        capture.write(path)
-        trace = self.write(str(path))
-        self.assertEqual(["not sent: -1", "result = 5", "refused: 1", None],
-                         [each["notes"].get("failure") for each in trace.slices])
-
     def test_counters_have_the_signal(self):
         for counter, name, field in (("C/N", "ReceiveSensitivityNotify", "cn"),
                                      ("IF gain", "TunerSensitivityDataNotify", "ifagc")):
@@ -210,6 +197,48 @@ class Perfetto(unittest.TestCase):
         trace = self.write("--only", "SelectChannel", "--only", "SelectChannelReply", EVENING)
         self.assertEqual({"SelectChannel", "SelectChannelReply"}, {each["name"] for each in trace.slices})
 
+    def test_a_damaged_capture_is_shown_as_far_as_it_goes(self):
+        path = os.path.join(self.folder.name, "cut.pcapng")
+        whole = pathlib.Path(EVENING).read_bytes()
+        pathlib.Path(path).write_bytes(whole[:len(whole) // 2])
+        trace = self.write(path, status=1)
+        self.assertGreater(len(trace.slices), 50)
+        done = show("--perfetto", os.path.join(self.folder.name, "t"), path, status=1)
+        self.assertRegex(done.stderr, r"^dtv-show: .*cut.pcapng: .+\n$")
+
+    def test_loses_nothing_when_it_cannot_write(self):
+        for output, text in (("/dev/full", "/dev/full"), ("/no/folder/t", "/no/folder/t"),
+                             (self.folder.name, self.folder.name)):
+            done = show("--perfetto", output, EVENING, status=None)
+            self.assertIn(done.returncode, (1, 2))
+            self.assertIn(text, done.stderr)
+
+
+class Written(unittest.TestCase):
+    """What is made of files that need no evening."""
+
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory(dir=FOLDER)
+        self.addCleanup(self.folder.cleanup)
+
+    def write(self, *arguments, status=0):
+        path = os.path.join(self.folder.name, "trace")
+        show("--perfetto", path, *arguments, status=status)
+        return Trace(path)
+
+    def test_names_what_failed(self):
+        capture = Capture()
+        capture.add(COMMAND, CREATE, bytes(4), value=-1)
+        capture.add(EVENT, CREATE_REPLY, b"\1\0\0\0\5\0\0\0", thread=11)
+        capture.add(EVENT, CREATE_REPLY, b"\1\0\0\0", thread=12)
+        capture.add(REFUSED, CREATE_REPLY, value=1, size=4, thread=12)
+        capture.add(EVENT, CREATE_REPLY, b"\1\0\0\0\0\0\0\0", thread=11)
+        path = pathlib.Path(self.folder.name) / "failed.pcapng"
+        capture.write(path)
+        trace = self.write(str(path))
+        self.assertEqual(["not sent: -1", "result = 5", "refused: 1", None],
+                         [each["notes"].get("failure") for each in trace.slices])
+
     def test_a_log_gives_durations_and_its_lines(self):
         trace = self.write(LOG)
         with gzip.open(LOG, "rt", encoding="utf-8") as file:
@@ -225,15 +254,6 @@ class Perfetto(unittest.TestCase):
         for each in trace.slices:
             self.assertLessEqual(each["begin"], each["end"])
 
-    def test_a_damaged_capture_is_shown_as_far_as_it_goes(self):
-        path = os.path.join(self.folder.name, "cut.pcapng")
-        whole = pathlib.Path(EVENING).read_bytes()
-        pathlib.Path(path).write_bytes(whole[:len(whole) // 2])
-        trace = self.write(path, status=1)
-        self.assertGreater(len(trace.slices), 50)
-        done = show("--perfetto", os.path.join(self.folder.name, "t"), path, status=1)
-        self.assertRegex(done.stderr, r"^dtv-show: .*cut.pcapng: .+\n$")
-
     def test_names_of_any_bytes_stay_texts(self):
         capture = Capture()
         capture.add(COMMAND, CREATE, bytes(4), name=b"a\xff\n\"\\\xc3\xa7")
@@ -242,13 +262,6 @@ class Perfetto(unittest.TestCase):
         trace = self.write(str(path))
         # As on a terminal.
         self.assertEqual(['a\\xff\\x0a\\"\\\\ç'], [trace.thread(each) for each in trace.slices])
-
-    def test_loses_nothing_when_it_cannot_write(self):
-        for output, text in (("/dev/full", "/dev/full"), ("/no/folder/t", "/no/folder/t"),
-                             (self.folder.name, self.folder.name)):
-            done = show("--perfetto", output, EVENING, status=None)
-            self.assertIn(done.returncode, (1, 2))
-            self.assertIn(text, done.stderr)
 
     def test_says_what_it_cannot_read(self):
         empty = os.path.join(self.folder.name, "empty")
@@ -283,6 +296,7 @@ class Mermaid(unittest.TestCase):
 if __name__ == "__main__":
     with tempfile.TemporaryDirectory() as FOLDER:
         EVENING = os.path.join(FOLDER, "evening.pcapng")
-        subprocess.run([ROOT / "run", "--build", BUILD, "--quiet", "--seed", "20", "--capture", EVENING],
-                       check=True, timeout=120, stdin=subprocess.DEVNULL)
-        unittest.main(argv=sys.argv[:1])
+        if "Written" not in sys.argv:
+            subprocess.run([ROOT / "run", "--build", BUILD, "--quiet", "--seed", "20", "--capture", EVENING],
+                           check=True, timeout=120, stdin=subprocess.DEVNULL)
+        unittest.main(argv=[sys.argv[0], *sys.argv[2:]])
