@@ -22,15 +22,6 @@ sysroot_packages="
     libjsoncpp-dev
     libpugixml-dev"
 
-# relink_libraries FOLDER: a link to a library by its path on the machine leads to the one in the folder.
-relink_libraries() {
-    find "$1/usr/lib" "$1/lib" -type l -name 'lib*.so*' -lname '/*' | while read -r sysroot_link; do
-        sysroot_target=$1$(readlink "$sysroot_link")
-        [ ! -e "$sysroot_target" ] ||
-            ln -sfn "$(realpath --relative-to="$(dirname "$sysroot_link")" "$sysroot_target")" "$sysroot_link"
-    done
-}
-
 # Lays the packages of architecture $1 into folder $2. Does nothing when they are there; says why and
 # answers 1 when they cannot be had.
 lay_sysroot() {
@@ -62,6 +53,5 @@ lay_sysroot() {
         dpkg -x "$sysroot_package" "$sysroot" || return 1
     done
     rm -rf "$sysroot.apt"
-    relink_libraries "$sysroot" || return 1
     echo "$sysroot_wanted" >"$sysroot/.packages"
 }
