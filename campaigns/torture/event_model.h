@@ -1,4 +1,4 @@
-// What the contract says of an event whose calls fail.
+// What is promised of an event whose calls fail.
 #pragma once
 
 #include "model.h"

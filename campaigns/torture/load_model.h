@@ -1,4 +1,4 @@
-// What the contract says of a load whose calls fail.
+// What is promised of a load whose calls fail.
 #pragma once
 
 #include "model.h"

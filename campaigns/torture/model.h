@@ -1,4 +1,4 @@
-// What the contract says of an operation in which calls fail: a walk along the calls that the
+// What is promised of an operation in which calls fail: a walk along the calls that the
 // operation makes, in order, which asks of each whether it fails. It knows nothing of the bridge's
 // own tables. Up to the first failure the trace is that of the run without failures; what follows
 // is written here, word by word.

@@ -1,4 +1,4 @@
-// What the contract says of a native method whose calls fail.
+// What is promised of a native method whose calls fail.
 #pragma once
 
 #include "model.h"

@@ -61,14 +61,14 @@ public:
     virtual std::string name() const = 0;
     /// Does it while this fails.
     virtual Outcome run(const Plan& plan) = 0;
-    /// What the contract says of that. Only after the baseline.
+    /// What is promised of that. Only after the baseline.
     virtual Outcome expect(const Plan& plan) const = 0;
     /// The most local references that may live at once.
     virtual int mostLocals() const = 0;
     virtual bool sends() const { return false; }
     virtual bool waits() const { return false; }
     virtual bool callsBack() const { return false; }
-    /// Two calls that fail in one round are at most so many calls apart.
+    /// The greatest distance of two calls that fail in one round, in calls.
     virtual size_t pairsApart() const { return ~size_t{0}; }
     /// What it holds that is lost when the number after a round is another.
     virtual std::string held() const { return ""; }

@@ -8,7 +8,7 @@
 namespace pictures {
 namespace {
 
-/// So many messages of a thread may be missing in the log between two that are there.
+/// The most messages of a thread that may be missing in the log between two that are there.
 constexpr size_t kMostMissing = 256;
 
 /// The messages of each thread, as indexes, in the order of the file.

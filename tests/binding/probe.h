@@ -52,7 +52,8 @@ struct BindingProbe {
     int (*madeOfWrongSize)(Self, JNIEnv*);
     /// With a builder: whether it makes an array of a class that the listener has not.
     bool (*makesArrayOfMissingClass)(Self, JNIEnv*);
-    /// With a builder that has no frame: makes so many strings, and leaves them to the caller.
+    /// With a builder that has no frame: makes that number of strings, and leaves them to the
+    /// caller.
     bool (*makeStrings)(Self, JNIEnv*, int);
 };
 

@@ -116,7 +116,7 @@ class MessageList {
         this.draw();
     }
 
-    /** The message so many places after the chosen one. */
+    /** Chooses the message that is `by` places after the chosen one; before it when `by` is negative. */
     step(by) {
         if (this.indexes.length === 0) {
             return;

@@ -16,7 +16,7 @@ import tenrik.service.dtvserver.DtvEventListener;
  * of the last one its callback and its session. All events come on one thread.
  */
 public final class EventCounter implements InvocationHandler {
-    /** Each so many events one is read whole: reading takes longer than the delivery. */
+    /** One event in this number is read whole: reading takes longer than the delivery. */
     private static final int READ_WHOLE = 16;
 
     private static int count;
